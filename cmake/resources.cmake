@@ -1,0 +1,44 @@
+# Dialogs, bitmaps, manifest and version are the same .rc files for both targets: one resource compiler makes the
+# .res file, which is linked into Windows modules and embedded as bytes (tintwerk_resources_begin/_end) on Linux.
+
+find_program(TINTWERK_WINDRES x86_64-w64-mingw32-windres REQUIRED)
+
+# tintwerk_resources(<target> <main .rc file>): an object library that carries the compiled resources.
+function(tintwerk_resources target rc)
+    get_filename_component(directory ${rc} DIRECTORY)
+    file(GLOB inputs CONFIGURE_DEPENDS ${directory}/*.rc ${directory}/*.h ${directory}/*.bmp ${directory}/*.manifest
+         ${directory}/bitmaps/*.bmp)
+    set(res ${CMAKE_CURRENT_BINARY_DIR}/${target}.res)
+    add_custom_command(
+        OUTPUT ${res}
+        COMMAND ${TINTWERK_WINDRES} -c 65001 -I ${CMAKE_SOURCE_DIR} -I ${directory} -J rc -O res -o ${res} ${rc}
+        DEPENDS ${rc} ${inputs}
+        COMMENT "Compiling resources ${rc}"
+        VERBATIM)
+    if(WIN32)
+        set(object ${CMAKE_CURRENT_BINARY_DIR}/${target}.o)
+        add_custom_command(
+            OUTPUT ${object}
+            COMMAND ${TINTWERK_WINDRES} -J res -O coff -o ${object} ${res}
+            DEPENDS ${res}
+            VERBATIM)
+        set_source_files_properties(${object} PROPERTIES EXTERNAL_OBJECT ON GENERATED ON)
+    else()
+        set(object ${CMAKE_CURRENT_BINARY_DIR}/${target}.S)
+        file(GENERATE OUTPUT ${object} CONTENT
+"    .section .rodata
+    .balign 16
+    .global tintwerk_resources_begin
+    .global tintwerk_resources_end
+tintwerk_resources_begin:
+    .incbin \"${res}\"
+tintwerk_resources_end:
+    .section .note.GNU-stack,\"\",@progbits
+")
+        set_source_files_properties(${object} PROPERTIES OBJECT_DEPENDS ${res} LANGUAGE ASM GENERATED ON)
+    endif()
+    add_library(${target} INTERFACE)
+    target_sources(${target} INTERFACE ${object})
+    add_custom_target(${target}_build DEPENDS ${res})
+    add_dependencies(${target} ${target}_build)
+endfunction()

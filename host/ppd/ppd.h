@@ -1,0 +1,2 @@
+// A printer description read from a PPD file.
+#pragma once

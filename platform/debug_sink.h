@@ -1,0 +1,15 @@
+// Receives what this process writes with OutputDebugStringW: the host's --trace and the tests listen here.
+#pragma once
+
+#include "platform/win32.h"
+
+namespace tintwerk {
+
+// Called on the thread that traces, with one whole line.
+using DebugSink = void (*)(const WCHAR* line, void* context);
+
+// Sets the one sink of the process; a null sink switches it off. Called again after the plug-in is loaded, so that its lines
+// arrive too. Not to be called while another thread traces.
+void SetDebugSink(DebugSink sink, void* context);
+
+} // namespace tintwerk

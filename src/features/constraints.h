@@ -1,0 +1,37 @@
+// Keeps popups and controls consistent with the PPD's constraints and with the media's abilities.
+#pragma once
+
+#include "src/records/sheet_context.h"
+
+namespace tintwerk {
+
+inline constexpr int kMediaTypePopupId = 1073;
+
+// The media mode that an option keyword of *MediaType or *halvIntent carries: its last digit, 0 without one.
+constexpr int MediaMode(const char* keyword)
+{
+    if (!keyword || !*keyword) return 0;
+    while (keyword[1])
+        ++keyword;
+    return *keyword >= '0' && *keyword <= '9' ? *keyword - '0' : 0;
+}
+
+// Refills the popup of kPopupMediaType or kPopupResolution without the options that the core driver's
+// constraints forbid.
+void CheckConstraints(SheetContext& context, int row);
+
+// Refills the popup of kPopupIntent or kPopupColorModel without the options that the media mode does not
+// allow.
+void checkAvailabilityforMenus(SheetContext& context, int row);
+
+// Enables, shows and relabels what depends on the media mode. controlId is the control whose change caused
+// the call (0 for none): the media type popup brings the warning about incomplete profiles.
+void UpdateMediaModeControls(SheetContext& context, int controlId);
+
+// Shows the colour space popup that fits the selected colour model.
+void UpdateColorModeControls(SheetContext& context);
+
+// Enables or disables the four colour correction sliders.
+void EnableColorControls(SheetContext& context, bool enable);
+
+} // namespace tintwerk

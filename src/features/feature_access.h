@@ -1,0 +1,25 @@
+// The one place that talks to the core driver about a single feature: reads its selected option, selects
+// another one. Without a core helper both fail without a call.
+#pragma once
+
+#include "src/records/sheet_context.h"
+
+namespace tintwerk {
+
+inline constexpr int kMaxFeatureLength = 254; // characters of a feature keyword that fit a request
+
+// Selects an option. The feature may carry a leading "*". Returns the status of the core driver, or -1 when
+// feature and option are too long for one request (nothing is sent then).
+int SetOption(const SheetContext& context, const char* feature, const char* option);
+
+// Reads the selected option of a feature (without asterisk). With a buffer of size bytes (at least 1) the
+// keyword is copied into it and value is not touched; without one the keyword is turned into a number in
+// *value. Returns 0 or E_FAIL, which callers take as "not available".
+HRESULT getPPDOptionSV(const SheetContext& context, const char* feature, int* value, char* buffer, int size);
+
+// The number that an option keyword stands for: "-off" anywhere is 0, "-on" anywhere is 1, else a decimal
+// integer from its start. False when there is none; *value is 0 then. Values beyond 32 bits end at the ends
+// of 32 bits.
+bool OptionNumber(const char* option, int* value);
+
+} // namespace tintwerk

@@ -1,0 +1,101 @@
+// Walks the zero-terminated string lists that the core driver sends. No walk ever leaves the bytes it was
+// given: a list ends at its closing zero or at the last byte, whichever comes first, and a last string
+// without terminator is dropped.
+//
+//     for (const char* keyword : KeywordList(reply, size)) ...
+//     for (auto [feature, option] : PairList(reply, size)) ...     // an odd last string is dropped
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+
+namespace tintwerk {
+
+class KeywordList
+{
+public:
+    KeywordList(const char* bytes, std::size_t size) : bytes_(bytes), end_(bytes + size) {}
+
+    class Iterator
+    {
+    public:
+        Iterator(const char* at, const char* end) : at_(at), end_(end) { StopAtEnd(); }
+        const char* operator*() const { return at_; }
+        Iterator& operator++()
+        {
+            at_ += length_ + 1;
+            StopAtEnd();
+            return *this;
+        }
+        bool operator!=(const Iterator& other) const { return at_ != other.at_; }
+
+    private:
+        void StopAtEnd()
+        {
+            const void* terminator =
+                at_ ? std::memchr(at_, 0, static_cast<std::size_t>(end_ - at_)) : nullptr;
+            length_ = terminator ? static_cast<std::size_t>(static_cast<const char*>(terminator) - at_) : 0;
+            if (length_ == 0) at_ = nullptr;
+        }
+
+        const char* at_;
+        const char* end_;
+        std::size_t length_ = 0;
+    };
+
+    Iterator begin() const { return {bytes_, end_}; }
+    Iterator end() const { return {nullptr, end_}; }
+
+private:
+    const char* bytes_;
+    const char* end_;
+};
+
+struct KeywordPair
+{
+    const char* feature;
+    const char* option;
+};
+
+class PairList
+{
+public:
+    PairList(const char* bytes, std::size_t size) : list_(bytes, size) {}
+
+    class Iterator
+    {
+    public:
+        Iterator(KeywordList::Iterator at, KeywordList::Iterator end) : at_(at), end_(end) { Read(); }
+        KeywordPair operator*() const { return pair_; }
+        Iterator& operator++()
+        {
+            Read();
+            return *this;
+        }
+        bool operator!=(const Iterator&) const { return pair_.feature != nullptr; }
+
+    private:
+        void Read()
+        {
+            pair_ = {};
+            if (!(at_ != end_)) return;
+            const char* const feature = *at_;
+            ++at_;
+            if (!(at_ != end_)) return;
+            pair_ = {feature, *at_};
+            ++at_;
+        }
+
+        KeywordList::Iterator at_;
+        KeywordList::Iterator end_;
+        KeywordPair pair_{};
+    };
+
+    Iterator begin() const { return {list_.begin(), list_.end()}; }
+    Iterator end() const { return {list_.end(), list_.end()}; }
+
+private:
+    KeywordList list_;
+};
+
+} // namespace tintwerk

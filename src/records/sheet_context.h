@@ -1,0 +1,138 @@
+// SheetContext: everything that the pages of one open document sheet share. A container of small areas, each
+// with one owner. It is taken zero-filled from the process heap when the sheet opens and lives until the
+// sheet's end; a page that was never opened leaves its windows empty.
+#pragma once
+
+#include "platform/coredriver.h"
+#include "platform/win32.h"
+#include "src/records/options.h"
+#include "src/records/page_kinds.h"
+
+namespace tintwerk {
+
+inline constexpr int kSliderRows = 22;       // rows of the slider binding table
+inline constexpr int kNumberFieldRows = 2;   // rows of the number field table
+inline constexpr int kCheckBoxRows = 18;     // rows of the check box table
+inline constexpr int kCartridgeRows = 12;    // the last rows of the check box table
+inline constexpr int kInkChannels = 20;      // rows of the ink channel table
+inline constexpr int kConsumptionSlots = 12; // lines of the consumption page
+inline constexpr int kSlotWindows = 21;      // room of each window list of the consumption page
+inline constexpr int kInkFilePathBytes = 512;
+inline constexpr int kPrinterNameUnits = 128;
+
+// The combo boxes by row of the popup binding table, and the selection number of each row's current option (0
+// for none).
+struct PopupArea
+{
+    HWND windows[kPopups];
+    int selections[kPopupRows];
+};
+
+struct SliderArea
+{
+    HWND windows[kSliderRows];
+    HWND labels[kSliderRows];
+    int initialPositions[kSliderRows]; // logical positions
+};
+
+struct NumberFieldArea
+{
+    HWND edits[kNumberFieldRows];
+    HWND spins[kNumberFieldRows];
+    int values[kNumberFieldRows]; // internal units: the displayed number times the row's divisor
+};
+
+struct CheckBoxArea
+{
+    HWND windows[kCheckBoxRows]; // by row of the check box table
+    HWND borderless;             // control 1123 of the main page
+};
+
+// States of check boxes that belong to no PPD feature of their own, 0 or 1.
+struct CheckStates
+{
+    BYTE borderless; // the PPD selects a borderless page size
+    BYTE noPrint;
+    BYTE postScriptInterpreter;
+    BYTE colorGamma;
+};
+
+struct PageSizeArea
+{
+    int statuses[kMaxOptions]; // one per option of the page size list; see CreateBorderlessList
+};
+
+struct InkCounters
+{
+    int lastJob[kInkChannels];
+    int total[kInkChannels];
+    DWORD shownRank[kInkChannels]; // 0 when hidden, else the 1-based rank among the shown channels
+    DWORD shownCount;
+};
+
+// One view of the consumption page: bars, number fields (the sum's last) and names (the sum's caption last).
+struct ConsumptionView
+{
+    HWND bars[kSlotWindows];
+    HWND numbers[kSlotWindows];
+    HWND names[kSlotWindows];
+};
+
+struct ConsumptionArea
+{
+    ConsumptionView lastJob;
+    ConsumptionView totals; // shares the pane's controls with the last-job view
+    int displayMode;        // 0 last job, else totals
+    int firstLine;          // top of the first name field in pane coordinates; below 0 while not measured
+    int lineHeight;
+    int lastLine; // top of the twelfth name field
+};
+
+struct InkControlArea
+{
+    HWND brightCyanLabel; // control 1191
+    HWND photoIcon;       // control 1238
+    HWND brightCyanIcon;  // control 1237
+};
+
+struct SourceRow; // a line of a generated page's source list, declared by the generated pages
+
+struct OptionItemsArea
+{
+    OPTITEM* layoutItems;
+    OPTITEM* advancedItems;
+    SourceRow* advancedRows;
+};
+
+// Copies of the sheet record's fields that the feature layer works with.
+struct CoreArea
+{
+    POEMUIOBJ object;
+    IPrintCoreUI2* helper; // may be null; not owned
+    HANDLE printer;
+    HANDLE heap; // the core driver's plug-in heap; goes with the sheet
+};
+
+struct SheetContext
+{
+    PopupArea popups;
+    SliderArea sliders;
+    NumberFieldArea numberFields;
+    CheckBoxArea checkBoxes;
+    HWND owner; // of message boxes: the sheet's top-level window
+    CheckStates checkStates;
+    char inkFilePath[kInkFilePathBytes];
+    PageSizeArea pageSizes;
+    InkCounters inkCounters;
+    OptionTable* options; // the separate zero-filled option buffer of kOptionBufferBytes
+    WCHAR printerName[kPrinterNameUnits];
+    OptionItemsArea optionItems;
+    CoreArea core;
+    HWND currentPage;
+    HWND pages[kPageKinds]; // by position; the pane for the consumption page
+    InkControlArea inkControl;
+    BOOL postScriptInterpreterFound;
+    ConsumptionArea consumption;
+};
+
+} // namespace tintwerk

@@ -7,7 +7,7 @@ find_program(TINTWERK_WINDRES x86_64-w64-mingw32-windres REQUIRED)
 function(tintwerk_resources target rc)
     get_filename_component(directory ${rc} DIRECTORY)
     file(GLOB inputs CONFIGURE_DEPENDS ${directory}/*.rc ${directory}/*.h ${directory}/*.bmp ${directory}/*.manifest
-         ${directory}/bitmaps/*.bmp)
+         ${directory}/bitmaps/*.bmp ${directory}/dialogs/*.rc ${directory}/dialogs/*.h)
     set(res ${CMAKE_CURRENT_BINARY_DIR}/${target}.res)
     add_custom_command(
         OUTPUT ${res}

@@ -2,6 +2,8 @@
 // runtime table that is built from it in the language of the sheet that was opened last.
 #pragma once
 
+#include <span>
+
 #include "platform/win32.h"
 
 namespace tintwerk {
@@ -21,9 +23,12 @@ extern const StringRow
 // lookup misses.
 void InitStringTable(const char* language);
 
+// The same from other rows, which must outlive the table; no rows leave it empty, as before the first sheet.
+void BuildStringTable(std::span<const StringRow> rows, const char* language);
+
 // Looks a text up by its English wording (byEnglish 1) or by its key (0) and returns the text in the sheet's
-// language; a text that is not found comes back itself. Markup texts are returned in a process-wide buffer
-// that the next such lookup overwrites.
+// language; a text that is not found comes back itself, a null text as "String-Error". Markup texts are
+// returned in a process-wide buffer that the next such lookup overwrites.
 const char* FindDefaultString(const char* text, int byEnglish);
 
 // The German text of the first row with that English text, the text itself when there is none. For job

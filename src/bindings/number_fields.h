@@ -35,6 +35,19 @@ inline constexpr std::array<NumberFieldBinding, kNumberFieldRows> kNumberFieldTa
 }};
 // clang-format on
 
+// The PPD feature of the rest: the field's keyword (at most 64 characters of it) with "2" appended.
+struct RestFeature
+{
+    explicit constexpr RestFeature(const NumberFieldBinding& field)
+    {
+        size_t length = 0;
+        for (; length < sizeof name - 2 && field.keyword[length]; ++length)
+            name[length] = field.keyword[length];
+        name[length] = '2';
+    }
+    char name[66] = {};
+};
+
 // A value split over its two PPD features.
 struct NumberParts
 {

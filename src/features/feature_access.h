@@ -7,6 +7,24 @@
 namespace tintwerk {
 
 inline constexpr int kMaxFeatureLength = 254; // characters of a feature keyword that fit a request
+inline constexpr DWORD kReplyBytes = 1024;    // of the core driver's answer about one feature or option
+
+// The core driver's answer to the question which option of a feature is selected. Both texts point into the
+// reply; null when the answer names no feature.
+struct SelectedOption
+{
+    char reply[kReplyBytes];
+    const char* feature;
+    const char* option;
+};
+
+// Asks for one feature (without asterisk). Returns the status of the core driver; E_FAIL without a call when
+// there is no core helper or the feature is too long for a request.
+HRESULT ReadSelectedOption(const CoreArea& core, const char* feature, SelectedOption& selected);
+
+// Copies a text into a buffer of size bytes (at least 1), cuts what does not fit and fills the rest with
+// zeros.
+void CopyKeyword(char* buffer, int size, const char* keyword);
 
 // Selects an option. The feature may carry a leading "*". Returns the status of the core driver, or -1 when
 // feature and option are too long for one request (nothing is sent then).

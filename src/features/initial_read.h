@@ -2,6 +2,7 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "src/records/sheet_context.h"
 
@@ -16,6 +17,9 @@ inline constexpr int kCustomSize = -3;
 // Reads option lists, borderless page sizes, sliders, check boxes and number fields. Returns 0, or the status
 // of getPPDComboOptions when that fails, in which case nothing else is read.
 HRESULT InitPPDSettings(SheetContext& context);
+
+// Sets the status of each page size: one status per size, both in list order. Twins are found ignoring case.
+void PairBorderlessSizes(std::span<const std::string_view> sizes, std::span<int> statuses);
 
 // Pairs the page sizes with their borderless twins, hides the twins and turns a selected twin into its normal
 // size.

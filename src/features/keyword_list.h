@@ -14,7 +14,8 @@ namespace tintwerk {
 class KeywordList
 {
 public:
-    KeywordList(const char* bytes, std::size_t size) : bytes_(bytes), end_(bytes + size) {}
+    KeywordList() = default; // empty
+    KeywordList(const char* bytes, std::size_t size) : bytes_(bytes), end_(bytes ? bytes + size : bytes) {}
 
     class Iterator
     {
@@ -47,8 +48,8 @@ public:
     Iterator end() const { return {nullptr, end_}; }
 
 private:
-    const char* bytes_;
-    const char* end_;
+    const char* bytes_ = nullptr;
+    const char* end_ = nullptr;
 };
 
 struct KeywordPair

@@ -1,0 +1,144 @@
+#include "src/features/initial_read.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "src/bindings/current_values.h"
+#include "src/bindings/number_fields.h"
+#include "src/bindings/popups.h"
+#include "src/features/feature_access.h"
+#include "src/features/option_lists.h"
+#include "src/trace/trace.h"
+
+namespace tintwerk {
+
+namespace {
+
+constexpr std::string_view kCustomPrefix = "Custom";
+constexpr std::string_view kTwinSuffix = "Borderless"; // of a size that ends like this
+constexpr std::string_view kTwinPrefix = "borderless"; // of a size that begins like this
+constexpr size_t kLongestPairedKeyword = 117;
+
+constexpr char LowerCase(char c)
+{
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+bool EqualIgnoringCase(std::string_view a, std::string_view b)
+{
+    return std::ranges::equal(a, b, {}, LowerCase, LowerCase);
+}
+
+// Whether a size is the borderless twin of the normal one, whatever the case of either name.
+bool IsTwin(std::string_view size, std::string_view normal)
+{
+    if (size.size() != normal.size() + kTwinSuffix.size()) return false;
+    const auto matches = [size](std::string_view front, std::string_view back) {
+        return EqualIgnoringCase({size.data(), front.size()}, front) &&
+               EqualIgnoringCase({size.data() + front.size(), back.size()}, back);
+    };
+    return matches(normal, kTwinSuffix) || matches(kTwinPrefix, normal);
+}
+
+int StatusOf(std::span<const std::string_view> sizes, std::string_view size)
+{
+    if (size.starts_with(kCustomPrefix)) return kCustomSize;
+    if (size.find(kTwinSuffix) != size.npos || size.find(kTwinPrefix) != size.npos)
+        return kBorderlessOnlySize;
+    if (size.size() > kLongestPairedKeyword) return kNormalSize;
+    const auto twin =
+        std::ranges::find_if(sizes, [size](std::string_view other) { return IsTwin(other, size); });
+    return twin != sizes.end() ? static_cast<int>(twin - sizes.begin()) + 1 : kNormalSize;
+}
+
+void ReadSliders(SheetContext& context)
+{
+    for (const ControlBinding& slider : kSliderTable) {
+        int& current = Current().sliders[static_cast<size_t>(slider.index)];
+        int value = 0;
+        if (getPPDOptionSV(context, slider.keyword, &value, nullptr, 0) == S_OK) current = value;
+        context.sliders.initialPositions[slider.index] = PositionOf(slider, current);
+    }
+}
+
+void ReadCheckBoxes(SheetContext& context)
+{
+    if (!context.core.helper) return; // nobody to ask: the boxes stay as they are
+    for (size_t row = 0; row < kCheckBoxTable.size(); ++row) {
+        if (!IsPpdFeature(kCheckBoxTable[row])) continue;
+        int value = 0;
+        const HRESULT result = getPPDOptionSV(context, kCheckBoxTable[row].keyword, &value, nullptr, 0);
+        Current().checkBoxes[row] = result == S_OK ? value : kCheckBoxMissing;
+    }
+}
+
+// A part that cannot be read counts 0.
+int ReadNumberPart(const SheetContext& context, const char* feature)
+{
+    int value = 0;
+    return getPPDOptionSV(context, feature, &value, nullptr, 0) == S_OK ? value : 0;
+}
+
+void ReadNumberFields(SheetContext& context)
+{
+    for (size_t row = 0; row < kNumberFieldTable.size(); ++row) {
+        const NumberFieldBinding& field = kNumberFieldTable[row];
+        NumberParts parts{};
+        parts.rest = ReadNumberPart(context, RestFeature(field).name);
+        parts.coarse = ReadNumberPart(context, field.keyword);
+        context.numberFields.values[row] = JoinNumber(field, parts);
+    }
+}
+
+} // namespace
+
+void PairBorderlessSizes(std::span<const std::string_view> sizes, std::span<int> statuses)
+{
+    for (size_t i = 0; i < sizes.size(); ++i)
+        statuses[i] = StatusOf(sizes, sizes[i]);
+    for (size_t i = 0; i < sizes.size(); ++i)
+        if (statuses[i] > 0) statuses[static_cast<size_t>(statuses[i] - 1)] = kBorderlessTwin;
+}
+
+void CreateBorderlessList(SheetContext& context)
+{
+    const OptionEntry* const list = context.options->lists[kPopupPageSize].data();
+    const size_t count = static_cast<size_t>(CountOptions(list));
+    std::string_view sizes[kMaxOptions];
+    for (size_t i = 0; i < count; ++i)
+        sizes[i] = list[i].keyword;
+    const std::span statuses(context.pageSizes.statuses, count);
+    PairBorderlessSizes({sizes, count}, statuses);
+    for (size_t i = 0; i < count; ++i)
+        Trace(TEXT("Borderless Format #%d='%S' BL-Status=%d\n"), static_cast<int>(i), list[i].keyword,
+              statuses[i]);
+
+    int& selection = context.popups.selections[kPopupPageSize];
+    const OptionEntry* const selected = FindSelected(list, selection);
+    Trace(TEXT("Current selection is: '%S'\n"), selected ? selected->keyword : "");
+    context.checkStates.borderless = 0;
+    if (!selected) return;
+
+    const int status = statuses[static_cast<size_t>(selection - 1)];
+    if (status != kBorderlessOnlySize && status != kBorderlessTwin) return;
+    context.checkStates.borderless = 1;
+    if (status == kBorderlessOnlySize) return;
+    // The popup shows the normal size; the check box says that it is the twin. The chain "A4",
+    // "a4BORDERLESS", "a4BORDERLESSBorderless" can leave a twin without a normal size, which then stays
+    // selected.
+    if (const auto normal = std::ranges::find(statuses, selection); normal != statuses.end())
+        selection = static_cast<int>(normal - statuses.begin()) + 1;
+}
+
+HRESULT InitPPDSettings(SheetContext& context)
+{
+    if (const HRESULT result = getPPDComboOptions(context); result != S_OK) return result;
+    Trace(TEXT("*** create BORDERLESS list***\n"));
+    CreateBorderlessList(context);
+    ReadSliders(context);
+    ReadCheckBoxes(context);
+    ReadNumberFields(context);
+    return S_OK;
+}
+
+} // namespace tintwerk

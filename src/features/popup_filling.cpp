@@ -1,0 +1,133 @@
+#include "src/features/popup_filling.h"
+
+#include "src/bindings/popups.h"
+#include "src/features/control_values.h"
+#include "src/features/feature_access.h"
+#include "src/trace/trace.h"
+
+namespace tintwerk {
+
+namespace {
+
+constexpr int kFormSizeLabelId = 1224;
+constexpr int kLongestFormName = 127;
+constexpr DWORD kFormBytes = 1024;
+
+void Empty(HWND combo)
+{
+    const LRESULT count = SendMessageW(combo, CB_GETCOUNT, 0, 0);
+    for (LRESULT i = 0; i < count; ++i)
+        SendMessageW(combo, CB_DELETESTRING, 0, 0);
+}
+
+// The item carries the selection number: it differs from the item's position as soon as an option is left
+// out.
+void Append(HWND combo, const WCHAR* text, int selection)
+{
+    const LRESULT item = SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    if (item >= 0) SendMessageW(combo, CB_SETITEMDATA, static_cast<WPARAM>(item), selection);
+}
+
+// Adds the entries of a list that are to be seen. Returns the 1-based position of the item to show: where the
+// selected entry was left out, the one before it, which is 0 at the top.
+int AppendEntries(HWND combo, const OptionEntry* list, const int* visibility, int selection)
+{
+    const int count = CountOptions(list);
+    int active = 1;
+    int added = 0;
+    for (int i = 0; i < count; ++i) {
+        const WCHAR* const name = OrEmpty(list[i].displayName);
+        if (visibility && !visibility[i]) {
+            Trace(TEXT("UI:  --- INVISIBLE --- '%s'\n"), name);
+        } else if (list[i].keyword[0] != '*') {
+            Append(combo, name, i + 1);
+            Trace(TEXT("UI:  Adding to PopUpButton: '%s' itemname:%S\n"), name, list[i].keyword);
+            ++added;
+        }
+        if (i + 1 == selection) active = added;
+        Trace(TEXT("UI:  Fillpopup - setactive item to #%d\n"), added);
+    }
+    return active;
+}
+
+// A form is measured in thousandths of a millimetre.
+int Millimetres(LONG thousandths)
+{
+    return static_cast<int>((static_cast<long long>(thousandths) + 500) / 1000);
+}
+
+} // namespace
+
+void FillPopUp(HWND combo, const OptionEntry* list, const int* visibility, int selection)
+{
+    if (!combo) return;
+    const OptionEntry* const selected = FindSelected(list, selection);
+    Trace(TEXT("UI:  \nFILLPOPUP - active= %d / '%s'\n"), selection,
+          OrEmpty(selected ? selected->displayName : nullptr));
+    Empty(combo);
+    const int active = AppendEntries(combo, list, visibility, selection);
+    Trace(TEXT("UI:  FillPOPUP -> activeidx = %d\n"), active);
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(active - 1), 0);
+}
+
+const OptionEntry* PopupList(const SheetContext& context, int row)
+{
+    return row == kPopupHalftone ? kHalftoneList.data()
+                                 : context.options->lists[static_cast<size_t>(row)].data();
+}
+
+const int* PopupVisibility(const SheetContext& context, int row)
+{
+    return row == kPopupPageSize ? context.pageSizes.statuses : nullptr;
+}
+
+bool SetPopupOption(SheetContext& context, int row)
+{
+    const int selection = SelectedItemData(context.popups.windows[row]);
+    context.popups.selections[row] = selection;
+    const OptionEntry* const entry =
+        FindSelected(context.options->lists[static_cast<size_t>(row)].data(), selection);
+    if (!entry) {
+        Trace(TEXT("No PPD Options for feature available\n"));
+        return false;
+    }
+    const char* const keyword = kPopupTable[static_cast<size_t>(row)].keyword;
+    Trace(TEXT("UI:  Option '%S' selection is '%S'\r\n"), keyword, entry->keyword);
+    Trace(TEXT("UI:  Selection is entry #%d'\r\n"), selection);
+    SetOption(context, keyword, entry->keyword);
+    return true;
+}
+
+void ShowFormSize(SheetContext& context)
+{
+    const HWND page = context.pages[0];
+    const HWND label = page ? GetDlgItem(page, kFormSizeLabelId) : nullptr;
+    const HWND combo = context.popups.windows[kPopupPageSize];
+    if (!label || !combo) return;
+    const LRESULT item = SendMessageW(combo, CB_GETCURSEL, 0, 0);
+    if (item < 0) return;
+    const LRESULT length = SendMessageW(combo, CB_GETLBTEXTLEN, static_cast<WPARAM>(item), 0);
+    if (length < 0 || length > kLongestFormName) return;
+    WCHAR name[kLongestFormName + 1] = {};
+    SendMessageW(combo, CB_GETLBTEXT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(name));
+    Trace(TEXT("ComboBox PageSize - Selection = %s\n"), name);
+
+    alignas(FORM_INFO_1W) BYTE bytes[kFormBytes] = {}; // the form's name lies behind the record
+    DWORD needed = 0;
+    const BOOL result = GetFormW(context.core.printer, name, 1, bytes, kFormBytes, &needed);
+    Trace(TEXT("ComboBox PageSize - GetForm result = %d\n"), static_cast<int>(result));
+    if (!result) {
+        Trace(TEXT("** GetForm failed - cbNeeded = %d (%d)\n"), static_cast<int>(needed),
+              static_cast<int>(kFormBytes));
+        return;
+    }
+    const auto& form = *reinterpret_cast<const FORM_INFO_1W*>(bytes);
+    const int width = Millimetres(form.Size.cx);
+    const int height = Millimetres(form.Size.cy);
+    WCHAR text[64];
+    wsprintfW(text, TEXT("(%d x %d mm)"), width, height);
+    SetWindowTextW(label, text);
+    Trace(TEXT("Form:%s (%d x %d mm)\n\n"), OrEmpty(form.pName), width, height);
+}
+
+} // namespace tintwerk

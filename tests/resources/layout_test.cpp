@@ -1,0 +1,571 @@
+// The dialog templates as they were built: every control that the pages look up is there, nothing overlaps or
+// sticks out, and every text fits in both languages.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+#include <set>
+
+#include "platform/win32.h"
+#include "src/bindings/cartridges.h"
+#include "src/bindings/check_boxes.h"
+#include "src/bindings/number_fields.h"
+#include "src/bindings/popups.h"
+#include "src/bindings/sliders.h"
+#include "src/i18n/page_labels.h"
+#include "src/i18n/string_table.h"
+#include "src/i18n/texts.h"
+#include "src/records/page_kinds.h"
+#include "tests/support/dialog_font.h"
+#include "tests/support/dialog_template.h"
+
+namespace tintwerk {
+namespace {
+
+using Text = std::basic_string<WCHAR>;
+
+constexpr int kPane = -1;        // not a page of the list: the consumption pane
+constexpr int kInformation = -2; // the page of the printer properties
+constexpr int kReducedMain = 194;
+constexpr int kPopupHeight = 13; // of a closed popup, in dialog units
+
+struct Page
+{
+    int number;
+    int position; // in the page list
+};
+
+constexpr Page kDocumentPages[] = {
+    {193, 0},          {189, 1}, {192, 2}, {191, 3}, {190, 4}, {229, 5}, // full list
+    {kReducedMain, 0},                                                   // reduced list
+    {149, 0},          {162, 1}, {163, 2}, {107, 3}, {164, 4},           // legacy list
+};
+
+std::vector<Page> AllPages()
+{
+    std::vector<Page> pages(std::begin(kDocumentPages), std::end(kDocumentPages));
+    pages.insert(pages.end(), {{187, kPane}, {188, kPane}, {106, kInformation}});
+    return pages;
+}
+
+bool IsStatic(const TemplateControl& control, DWORD type)
+{
+    return control.kind == "static" && (control.style & SS_TYPEMASK) == type;
+}
+
+bool IsButton(const TemplateControl& control, DWORD type)
+{
+    return control.kind == "button" && (control.style & BS_TYPEMASK) == type;
+}
+
+bool IsPopup(const TemplateControl& control)
+{
+    return control.kind == "combobox" && (control.style & 3) == CBS_DROPDOWNLIST &&
+           !(control.style & CBS_SORT) && control.style & WS_VSCROLL &&
+           control.area.bottom - control.area.top >= 5 * kPopupHeight;
+}
+
+bool IsSlider(const TemplateControl& control)
+{
+    return control.kind == "msctls_trackbar32";
+}
+bool IsEdit(const TemplateControl& control)
+{
+    return control.kind == "edit";
+}
+bool IsTab(const TemplateControl& control)
+{
+    return control.kind == "systabcontrol32";
+}
+bool IsCheckBox(const TemplateControl& control)
+{
+    return IsButton(control, BS_AUTOCHECKBOX);
+}
+bool IsPushButton(const TemplateControl& control)
+{
+    return IsButton(control, BS_PUSHBUTTON);
+}
+bool IsGroup(const TemplateControl& control)
+{
+    return IsButton(control, BS_GROUPBOX);
+}
+bool IsPicture(const TemplateControl& control)
+{
+    return IsStatic(control, SS_BITMAP);
+}
+bool IsBar(const TemplateControl& control)
+{
+    return IsStatic(control, SS_OWNERDRAW);
+}
+bool IsLabel(const TemplateControl& control)
+{
+    return control.kind == "static" && (control.style & SS_TYPEMASK) <= SS_RIGHT;
+}
+bool IsCaption(const TemplateControl& control)
+{
+    return IsLabel(control) || IsCheckBox(control) || IsGroup(control) || IsPushButton(control);
+}
+
+// The page writes the number itself: arrows that write into a buddy would undo that.
+bool IsSpin(const TemplateControl& control)
+{
+    return control.kind == "msctls_updown32" && !(control.style & (UDS_SETBUDDYINT | UDS_AUTOBUDDY));
+}
+
+struct Requirement
+{
+    int id;
+    bool (*kind)(const TemplateControl&);
+    const char* what;
+};
+
+// Controls that no table names: the pages' own rules look them up.
+// clang-format off
+constexpr struct
+{
+    int position;
+    Requirement control;
+} kNamedByRules[] = {
+    {0, {1224, IsLabel, "size of the paper"}},
+    {0, {1238, IsPicture, "OEM logo"}},
+    {0, {1123, IsCheckBox, "borderless"}},
+    {3, {1223, IsTab, "choice of counters"}},
+    {3, {1214, IsPushButton, "reset"}},
+    {3, {1118, IsCheckBox, "simulate"}},
+    {4, {1191, IsLabel, "caption of bright cyan"}},
+    {4, {1237, IsPicture, "bright cyan"}},
+    {4, {1238, IsPicture, "photo inks"}},
+    {4, {1226, IsPicture, "bright magenta"}},
+    {kInformation, {1062, IsPicture, "maker's logo"}},
+    {kInformation, {1063, IsPicture, "product logo"}},
+    {kInformation, {1066, IsPicture, "picture"}},
+    {kInformation, {1070, IsLabel, "version"}},
+    {kInformation, {1071, IsLabel, "module versions"}},
+};
+// clang-format on
+
+// The consumption pane's lines, top to bottom.
+constexpr int kPaneNumbers[] = {3111, 3112, 3113, 3114, 3115, 3116, 3117, 3118, 3127, 3128, 3119, 3129};
+
+std::vector<Requirement> Required(int position)
+{
+    std::vector<Requirement> all;
+    for (const auto& rule : kNamedByRules)
+        if (rule.position == position) all.push_back(rule.control);
+    if (position == kPane) {
+        for (int line = 0; line < 12; ++line) {
+            all.push_back({3011 + line, IsBar, "bar"});
+            all.push_back({kPaneNumbers[line], IsLabel, "number"});
+            all.push_back({3211 + line, IsLabel, "name"});
+        }
+        all.insert(all.end(), {{3130, IsLabel, "sum"}, {1212, IsLabel, "caption of the sum"}});
+    }
+    if (position < 0) return all;
+
+    const PageKind& kind = kPageKindTable[position];
+    all.push_back({kind.centringControl, IsCaption, "centring reference"});
+    for (const PageLabel& label : PageLabels(position))
+        all.push_back({label.controlId, IsCaption, label.key});
+    for (const PopupBinding& popup : kPopupTable)
+        if (popup.tabBit == kind.tabBit && popup.controlId)
+            all.push_back({popup.controlId, IsPopup, popup.name});
+    for (const ControlBinding& slider : kSliderTable) {
+        if (slider.tabBit != kind.tabBit) continue;
+        all.push_back({slider.sliderId, IsSlider, slider.keyword});
+        if (slider.labelId) all.push_back({slider.labelId, IsLabel, slider.keyword});
+    }
+    for (const NumberFieldBinding& field : kNumberFieldTable) {
+        if (field.tabBit != kind.tabBit) continue;
+        all.push_back({field.editId, IsEdit, field.keyword});
+        all.push_back({field.spinId, IsSpin, field.keyword});
+    }
+    for (const CheckBoxBinding& box : kCheckBoxTable) {
+        const bool nowhere = box.controlId == 12342 || box.controlId == 12344 || box.controlId == 12345;
+        if (box.tabBit == kind.tabBit && !nowhere) all.push_back({box.controlId, IsCheckBox, box.keyword});
+    }
+    if (kind.tabBit == kScreenPrintingPage) {
+        for (const int id : kCartridgeIconIds)
+            all.push_back({id, IsPicture, "cartridge"});
+        for (const int id : kCartridgeNameIds)
+            all.push_back({id, IsLabel, "cartridge's code"});
+    }
+    return all;
+}
+
+TEST(DialogTemplates, HoldEveryControlThatThePagesLookUp)
+{
+    // What printers under another maker's name do not offer.
+    const std::set<int> reduced{1167, 1168, 1078, 1090, 1094, 1095, 1235, 12346};
+    for (const Page& page : AllPages()) {
+        SCOPED_TRACE(page.number);
+        const DialogPage dialog = ReadDialogPage(page.number);
+        for (const Requirement& required : Required(page.position)) {
+            const TemplateControl* control = dialog.Find(required.id);
+            const bool missing = page.number == kReducedMain && reduced.contains(required.id);
+            ASSERT_EQ(missing, !control) << required.id << " " << required.what;
+            EXPECT_TRUE(!control || required.kind(*control))
+                << required.id << " " << required.what << ": " << control->kind;
+        }
+        for (const int id : {12342, 12344, 12345})
+            EXPECT_FALSE(dialog.Find(id)) << id;
+    }
+}
+
+TEST(DialogTemplates, HaveTheSizesAndFontsOfTheirKind)
+{
+    struct
+    {
+        std::vector<int> numbers;
+        SIZE size;
+        const WCHAR* font;
+        const WCHAR* caption;
+        DWORD style;
+    } const cases[] = {
+        {{193, 194, 189, 192, 191, 190, 229}, {285, 240}, TEXT("MS Shell Dlg"), TEXT(""), WS_CHILD},
+        {{149, 162, 163, 107, 164}, {252, 215}, TEXT("MS Shell Dlg"), TEXT(""), WS_CHILD},
+        {{187, 188}, {271, 127}, TEXT("MS Shell Dlg"), TEXT(""), WS_CHILD | WS_VISIBLE},
+        {{106}, {285, 202}, TEXT("MS Sans Serif"), TEXT("Information"), WS_CHILD},
+    };
+    for (const auto& row : cases)
+        for (const int number : row.numbers) {
+            SCOPED_TRACE(number);
+            const DialogPage dialog = ReadDialogPage(number);
+            EXPECT_EQ(row.size.cx, dialog.size.cx);
+            EXPECT_EQ(row.size.cy, dialog.size.cy);
+            EXPECT_EQ(row.font, dialog.font);
+            EXPECT_EQ(8, dialog.points);
+            EXPECT_EQ(row.caption, dialog.caption);
+            EXPECT_EQ(row.style, dialog.style & (WS_CHILD | WS_VISIBLE));
+        }
+}
+
+// What the user sees of a control: a popup's height is that of its open list.
+RECT ShownArea(const TemplateControl& control)
+{
+    RECT area = control.area;
+    if (control.kind == "combobox") area.bottom = area.top + kPopupHeight;
+    return area;
+}
+
+bool Overlap(const RECT& a, const RECT& b)
+{
+    return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
+}
+
+// Inside a group box with room for its frame and its caption.
+bool Frames(const TemplateControl& group, const RECT& inside)
+{
+    const RECT& frame = group.area;
+    return IsGroup(group) && inside.left >= frame.left + 4 && inside.right <= frame.right - 4 &&
+           inside.top >= frame.top + 8 && inside.bottom <= frame.bottom - 3;
+}
+
+// Controls of which the pages show one at a time.
+bool ShareAPlace(int position, int a, int b)
+{
+    const std::set<int> pair{a, b};
+    return (position == 1 && pair == std::set{1112, 1113}) || (position == 4 && pair == std::set{1237, 1238});
+}
+
+TEST(DialogTemplates, KeepControlsApartAndInsideThePage)
+{
+    for (const Page& page : AllPages()) {
+        SCOPED_TRACE(page.number);
+        const DialogPage dialog = ReadDialogPage(page.number);
+        std::set<int> ids;
+        for (size_t i = 0; i < dialog.controls.size(); ++i) {
+            const TemplateControl& control = dialog.controls[i];
+            EXPECT_TRUE(control.id == -1 || ids.insert(control.id).second) << control.id << " twice";
+            const RECT area = ShownArea(control);
+            EXPECT_TRUE(area.left >= 2 && area.top >= 0 && area.right <= dialog.size.cx - 2 &&
+                        area.bottom <= dialog.size.cy - 1)
+                << control.id << " leaves the page";
+            for (size_t k = 0; k < i; ++k) {
+                const TemplateControl& other = dialog.controls[k];
+                if (!(control.style & other.style & WS_VISIBLE) ||
+                    ShareAPlace(page.position, control.id, other.id))
+                    continue;
+                EXPECT_TRUE(!Overlap(area, ShownArea(other)) || Frames(other, area))
+                    << control.id << " overlaps " << other.id;
+            }
+        }
+    }
+}
+
+TEST(DialogTemplates, StayInsideThePageWhenTheyAreCentred)
+{
+    for (const Page& page : kDocumentPages) {
+        SCOPED_TRACE(page.number);
+        const DialogPage dialog = ReadDialogPage(page.number);
+        const auto pixels = [](int units) { return units * DialogBaseWidth() / 4; };
+        const RECT& reference = dialog.Find(kPageKindTable[page.position].centringControl)->area;
+        // In a sheet that leaves ten pixels on either side of the page; a negative move is none.
+        const int width = pixels(reference.right - reference.left) + 1;
+        const int move = std::max(0, (pixels(dialog.size.cx) - 20 - width) / 2 - pixels(reference.left));
+        for (const TemplateControl& control : dialog.controls)
+            EXPECT_LE(pixels(control.area.right) + move + 1, pixels(dialog.size.cx)) << control.id;
+    }
+}
+
+Text Wide(const char* text)
+{
+    return CopyWideFromUtf8(text).get();
+}
+
+const StringRow& Row(const char* key)
+{
+    return *std::find_if(std::begin(kStringTable), std::end(kStringTable),
+                         [key](const StringRow& row) { return std::string_view(row.key) == key; });
+}
+
+Text Formatted(const char* format, int value)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, format, value);
+    return Wide(text);
+}
+
+// The texts that a control shows at run time, widest cases included.
+std::vector<Text> RuntimeTexts(int position, int id)
+{
+    std::vector<Text> texts;
+    const auto both = [&texts](const char* key) {
+        texts.push_back(Wide(Row(key).english));
+        texts.push_back(Wide(Row(key).german));
+    };
+    if (position == kPane) {
+        if (id >= 3211 && id < 3223)
+            for (const StringRow& row : kStringTable)
+                if (std::string_view(row.key).starts_with("to_ink_")) both(row.key);
+        if (id == 1212) both("wtxt_counter_total");
+        if (id == 3130) texts.push_back(TEXT("999999"));
+        if (std::count(std::begin(kPaneNumbers), std::end(kPaneNumbers), id)) texts.push_back(TEXT("99999"));
+    }
+    if (position == kInformation && id == 1070) texts.push_back(TEXT("Version: 10.0.22621.1234567890123"));
+    if (position == kInformation && id == 1071)
+        texts.push_back(
+            TEXT("[ drv: 10.0.22621.12345678 / pscript: 10.0.22621.12345678 / psui: 10.0.22621.12345678 ]"));
+    if (position < 0) return texts;
+
+    const DWORD tabBit = kPageKindTable[position].tabBit;
+    for (const PageLabel& label : PageLabels(position))
+        if (label.controlId == id) both(label.key);
+    for (const ControlBinding& slider : kSliderTable)
+        if (slider.tabBit == tabBit && slider.labelId == id)
+            for (const int end : {slider.minimum, slider.maximum})
+                texts.push_back(Formatted(slider.format, DisplayValue(slider, end)));
+    if (position == 0 && id == 1224) texts.push_back(TEXT("(1118 x 15000 mm)"));
+    if (position == 4 && id == 1191) {
+        both("label_ctrl_brcyan");
+        both("label_ctrl_brinks");
+    }
+    if (position == 5 && std::count(kCartridgeNameIds.begin(), kCartridgeNameIds.end(), id))
+        for (const CartridgeColor& color : kCartridgeColorTable)
+            texts.push_back(color.code);
+    return texts;
+}
+
+// Lines that a text takes when it is broken at blanks; 99 when a single word is too wide.
+int LinesOf(const Text& text, int width)
+{
+    int lines = 0;
+    for (size_t start = 0; start <= text.size(); ++lines) {
+        size_t end = std::min(text.find(TEXT('\n'), start), text.size());
+        while (DialogTextWidth({text.data() + start, end - start}) > width) {
+            end = text.find_last_of(TEXT(' '), end - 1);
+            if (end == Text::npos || end <= start) return 99;
+        }
+        start = end + 1;
+    }
+    return lines;
+}
+
+bool Fits(const TemplateControl& control, const Text& text)
+{
+    const int width = (control.area.right - control.area.left) * DialogBaseWidth() / 4;
+    const int height = (control.area.bottom - control.area.top) * kDialogLineHeight / 8;
+    if (IsLabel(control)) return LinesOf(text, width) * kDialogLineHeight <= height;
+    const int surroundings = IsCheckBox(control) ? 18 : 16; // the box, the ends of a frame, a button's border
+    return text.empty() || DialogTextWidth(text) + surroundings <= width;
+}
+
+std::string Narrow(const Text& text)
+{
+    return {text.begin(), text.end()}; // for messages only
+}
+
+TEST(DialogTemplates, HaveRoomForEveryTextInBothLanguages)
+{
+    for (const Page& page : AllPages()) {
+        SCOPED_TRACE(page.number);
+        for (const TemplateControl& control : ReadDialogPage(page.number).controls) {
+            if (!IsCaption(control)) continue;
+            std::vector<Text> texts = RuntimeTexts(page.position, control.id);
+            texts.push_back(control.text);
+            for (const Text& text : texts)
+                EXPECT_TRUE(Fits(control, text)) << control.id << " cuts \"" << Narrow(text) << "\"";
+        }
+    }
+}
+
+TEST(DialogTemplates, ShowTheGermanTexts)
+{
+    for (const Page& page : kDocumentPages) {
+        SCOPED_TRACE(page.number);
+        const DialogPage dialog = ReadDialogPage(page.number);
+        for (const PageLabel& label : PageLabels(page.position))
+            if (const TemplateControl* control = dialog.Find(label.controlId)) {
+                EXPECT_EQ(Wide(Row(label.key).german), control->text) << label.controlId;
+            }
+    }
+}
+
+TEST(DialogTemplates, LeadTheKeyboardFromTopToBottomAndFromColumnToColumn)
+{
+    for (const Page& page : AllPages()) {
+        SCOPED_TRACE(page.number);
+        const DialogPage dialog = ReadDialogPage(page.number);
+        const TemplateControl* previous = nullptr;
+        for (const TemplateControl& control : dialog.controls) {
+            const bool passive =
+                control.kind == "static" || IsGroup(control) || control.kind == "msctls_updown32";
+            EXPECT_EQ(!passive, (control.style & WS_TABSTOP) != 0) << control.id;
+            if (passive) continue;
+            if (previous && !ShareAPlace(page.position, control.id, previous->id)) {
+                const RECT before = ShownArea(*previous), now = ShownArea(control);
+                EXPECT_TRUE(now.top >= before.bottom || now.left >= before.right)
+                    << previous->id << " to " << control.id;
+            }
+            previous = &control;
+        }
+        for (const NumberFieldBinding& field : kNumberFieldTable)
+            if (const TemplateControl* edit = dialog.Find(field.editId); edit && page.position == 5) {
+                const RECT& spin = dialog.Find(field.spinId)->area;
+                EXPECT_EQ(edit->area.right, spin.left) << field.spinId;
+                EXPECT_EQ(edit->area.top, spin.top) << field.spinId;
+                EXPECT_EQ(edit->area.bottom, spin.bottom) << field.spinId;
+            }
+    }
+}
+
+TEST(DialogTemplates, GiveThePaneTwelveEqualLinesThatFitBothPages)
+{
+    const DialogPage pane = ReadDialogPage(188);
+    const int pitch = pane.Find(3212)->area.top - pane.Find(3211)->area.top;
+    for (int line = 0; line < 12; ++line) {
+        const RECT& name = pane.Find(3211 + line)->area;
+        EXPECT_EQ(pane.Find(3211)->area.top + line * pitch, name.top);
+        EXPECT_EQ(name.top, pane.Find(kPaneNumbers[line])->area.top);
+        EXPECT_EQ(name.top, pane.Find(3011 + line)->area.top);
+    }
+    for (const int number : {191, 107}) {
+        SCOPED_TRACE(number);
+        const RECT tabs = ReadDialogPage(number).Find(1223)->area;
+        for (const TemplateControl& control : pane.controls) {
+            EXPECT_LE(control.area.right, tabs.right - tabs.left - 6) << control.id;
+            EXPECT_LE(control.area.bottom, tabs.bottom - tabs.top - 20)
+                << control.id; // below the tabs themselves
+        }
+    }
+}
+
+TEST(DialogTemplates, OpenAsDialogs)
+{
+    InitCommonControls();
+    const HWND owner = CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_POPUP, 0, 0, 900, 700, nullptr,
+                                       nullptr, GetModuleHandleW(nullptr), nullptr);
+    for (const Page& page : AllPages()) {
+        SCOPED_TRACE(page.number);
+        const HWND dialog = CreateDialogParamW(
+            GetModuleHandleW(nullptr), MAKEINTRESOURCEW(page.number), owner,
+            [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
+        ASSERT_TRUE(dialog);
+        for (const TemplateControl& control : ReadDialogPage(page.number).controls)
+            EXPECT_TRUE(control.id == -1 || GetDlgItem(dialog, control.id)) << control.id;
+        DestroyWindow(dialog);
+    }
+    DestroyWindow(owner);
+}
+
+struct Picture
+{
+    BITMAPINFOHEADER header{};
+    RGBQUAD palette[256]{};
+    std::vector<BYTE> pixels;
+
+    explicit Picture(int number)
+    {
+        const HMODULE module = GetModuleHandleW(nullptr);
+        const HRSRC resource =
+            FindResourceW(module, MAKEINTRESOURCEW(number), MAKEINTRESOURCEW(2)); // RT_BITMAP
+        if (!resource || SizeofResource(module, resource) < sizeof header + sizeof palette) return;
+        const BYTE* data = static_cast<const BYTE*>(LockResource(LoadResource(module, resource)));
+        std::memcpy(&header, data, sizeof header);
+        std::memcpy(palette, data + sizeof header, sizeof palette);
+        pixels.assign(data + sizeof header + sizeof palette, data + SizeofResource(module, resource));
+    }
+};
+
+COLORREF Color(const RGBQUAD& entry)
+{
+    return RGB(entry.rgbRed, entry.rgbGreen, entry.rgbBlue);
+}
+
+TEST(Pictures, HaveTheirSizesAndLeaveTheirOutsideToTheSystem)
+{
+    struct Expected
+    {
+        int number;
+        SIZE size;
+    };
+    std::vector<Expected> pictures{{148, {116, 23}}, {190, {180, 38}}, {125, {128, 64}}};
+    for (const CartridgeColor& color : kCartridgeColorTable)
+        pictures.push_back({color.picture, {20, 16}});
+    for (const Page& page : kDocumentPages)
+        for (const TemplateControl& control : ReadDialogPage(page.number).controls)
+            if (control.picture) pictures.push_back({control.picture, {20, 16}});
+
+    for (const Expected& expected : pictures) {
+        SCOPED_TRACE(expected.number);
+        const Picture picture(expected.number);
+        EXPECT_EQ(expected.size.cx, picture.header.biWidth);
+        EXPECT_EQ(expected.size.cy, picture.header.biHeight);
+        EXPECT_EQ(8, picture.header.biBitCount);
+        EXPECT_EQ(DWORD{BI_RGB}, DWORD{picture.header.biCompression});
+        const size_t stride = (expected.size.cx + 3) & ~3;
+        ASSERT_EQ(stride * expected.size.cy, picture.pixels.size());
+        // The first pixel's colour becomes the system's; the greys that the system maps as well must not
+        // occur.
+        const BYTE outside = picture.pixels[0];
+        const COLORREF mapped[] = {RGB(128, 128, 128), RGB(192, 192, 192), RGB(223, 223, 223),
+                                   Color(picture.palette[outside])};
+        for (const BYTE pixel : picture.pixels)
+            EXPECT_TRUE(pixel == outside || std::find(std::begin(mapped), std::end(mapped),
+                                                      Color(picture.palette[pixel])) == std::end(mapped))
+                << int{pixel};
+    }
+}
+
+TEST(Pictures, FitTheControlsThatShowThem)
+{
+    for (const Page& page : AllPages()) {
+        SCOPED_TRACE(page.number);
+        for (const TemplateControl& control : ReadDialogPage(page.number).controls) {
+            int number = control.picture;
+            if (page.position == 5 &&
+                std::count(kCartridgeIconIds.begin(), kCartridgeIconIds.end(), control.id))
+                number = 176;
+            if (page.position == kInformation)
+                number = control.id == 1062 ? 148 : control.id == 1063 ? 190 : control.id == 1066 ? 125 : 0;
+            if (!number) continue;
+            const Picture picture(number);
+            EXPECT_LE(picture.header.biWidth, (control.area.right - control.area.left) * 6 / 4) << control.id;
+            EXPECT_LE(picture.header.biHeight, (control.area.bottom - control.area.top) * 13 / 8)
+                << control.id;
+        }
+    }
+}
+
+} // namespace
+} // namespace tintwerk

@@ -1,0 +1,204 @@
+// Reading a printer's counter file into the sheet, and the reset that zeroes it.
+#include "src/ink/ink_file.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "platform/function_hook.h"
+#include "platform/testing.h"
+#include "src/i18n/string_table.h"
+#include "src/ink/ink_channels.h"
+#include "tests/support/message_boxes.h"
+#include "tests/support/temp_file.h"
+
+namespace tintwerk {
+namespace {
+
+using Text = std::basic_string<WCHAR>;
+
+// Positions in the channel table.
+enum Channel
+{
+    K = 0,
+    KP = 1,
+    C = 6,
+    Optimizer = 13,
+    Violet = 15,
+    KR = 16,
+    KM = 17,
+    KG = 18,
+};
+
+class InkFile : public testing::Test
+{
+protected:
+    InkFile() : file("printer0001.ink") {}
+
+    InkCounters& Read(const std::string& content)
+    {
+        file.Write(content);
+        ReadInkFile(file.path.c_str(), context);
+        return context.inkCounters;
+    }
+
+    std::map<int, DWORD> Ranks() const
+    {
+        std::map<int, DWORD> ranks;
+        for (int channel = 0; channel < kInkChannels; ++channel) {
+            if (context.inkCounters.shownRank[channel])
+                ranks[channel] = context.inkCounters.shownRank[channel];
+        }
+        return ranks;
+    }
+
+    TempFile file;
+    DebugLines trace;
+    SheetContext context{};
+};
+
+TEST_F(InkFile, FillsTheCountersOfItsPrinter)
+{
+    const InkCounters& counters =
+        Read("[Tintwerk_Ink_Info]\n[Total]\nTotalInk_K=1500\r\nTotalInk_C=20\n"
+             "[Last]\nLastInk_C=5\nLastInk_Z=1\nLastInk_C=9\nTotalInk_M=\nLastInk_O=7");
+    EXPECT_EQ(1500, counters.total[K]);
+    EXPECT_EQ(20, counters.total[C]);
+    EXPECT_EQ(9, counters.lastJob[C]) << "the last line wins";
+    EXPECT_EQ(7, counters.lastJob[Optimizer]);
+    EXPECT_EQ(0, counters.lastJob[Violet]) << "never filled";
+    EXPECT_EQ((std::map<int, DWORD>{{K, 1}, {C, 2}, {Optimizer, 3}}), Ranks());
+    EXPECT_EQ(3u, counters.shownCount);
+    EXPECT_EQ(
+        (std::vector<Text>{TEXT("Start ink-data-Scan\n"), TEXT("UI:  Total1 Value for 'K' = 1500\n"),
+                           TEXT("UI:  Total1 Value for 'C' = 20\n"), TEXT("UI:  Last Value for 'C' = 5\n"),
+                           TEXT("UI:  Last Value for 'C' = 9\n"), TEXT("UI:  Last Value for 'O' = 7\n")}),
+        trace.Take());
+}
+
+TEST_F(InkFile, HidesPlainBlackBesideASpecialOne)
+{
+    for (const auto& [code, position] :
+         std::map<std::string, int>{{"KP", KP}, {"KR", KR}, {"KM", KM}, {"KG", KG}}) {
+        const InkCounters& counters = Read("TotalInk_K=1500\nLastInk_" + code + "=300\n");
+        EXPECT_EQ(1500, counters.total[K]) << "kept";
+        EXPECT_EQ((std::map<int, DWORD>{{position, 1}}), Ranks()) << code;
+        EXPECT_EQ(1u, counters.shownCount) << code;
+    }
+    Read("TotalInk_K=1\nTotalInk_K2=1\nTotalInk_K3=1\nTotalInk_K4=1\n");
+    EXPECT_EQ(4u, context.inkCounters.shownCount) << "greys are no special blacks";
+}
+
+TEST_F(InkFile, StartsFromNothingAtEveryRead)
+{
+    Read("LastInk_K=1\nTotalInk_K=2\n");
+    const InkCounters& counters = Read("LastInk_C=3\n");
+    EXPECT_EQ(0, counters.lastJob[K]);
+    EXPECT_EQ(0, counters.total[K]);
+    EXPECT_EQ((std::map<int, DWORD>{{C, 1}}), Ranks());
+}
+
+TEST_F(InkFile, HidesEverythingWhenItIsMissing)
+{
+    Read("LastInk_K=1\n");
+    trace.Take();
+    const TempFile missing("no-such-file.ink");
+    ReadInkFile(missing.path.c_str(), context);
+    EXPECT_EQ((std::map<int, DWORD>{}), Ranks());
+    EXPECT_EQ(0, context.inkCounters.lastJob[K]);
+    EXPECT_EQ(1u, context.inkCounters.shownCount) << "left as it was";
+    const std::vector<Text> lines = trace.Take();
+    ASSERT_EQ(1u, lines.size());
+    EXPECT_EQ(Text(TEXT("UI:  Inkdata-File not found:")) + Text(missing.path.begin(), missing.path.end()) +
+                  TEXT("\n"),
+              lines[0]);
+}
+
+TEST_F(InkFile, ReadsLongFilesAcrossItsBuffer)
+{
+    std::string content;
+    for (int line = 0; line <= 5000; ++line)
+        content += "LastInk_C=" + std::to_string(line) + (line % 2 ? "\r\n" : "\n");
+    EXPECT_EQ(5000, Read(content).lastJob[C]);
+    EXPECT_EQ(17, Read(std::string(1000000, 'x') + "\nLastInk_C=17\n").lastJob[C])
+        << "behind one endless line";
+    EXPECT_EQ(0, Read(std::string(255 * 40 - 5, 'x') + "LastInk_C=17\n").lastJob[C])
+        << "torn in the middle of the key";
+}
+
+class InkReset : public InkFile
+{
+protected:
+    InkReset()
+    {
+        InitStringTable("de");
+        file.path.copy(context.inkFilePath, sizeof context.inkFilePath - 1);
+        context.consumption.firstLine = -1;
+        context.owner = reinterpret_cast<HWND>(static_cast<INT_PTR>(0x1234));
+        Read(kContent);
+    }
+    ~InkReset() override { BuildStringTable({}, "en"); }
+
+    static constexpr char kContent[] = "TotalInk_KP=1500\nTotalInk_K=7\nLastInk_C=5\nLastInk_M=4\n";
+    MessageBoxes boxes;
+};
+
+TEST_F(InkReset, AsksFirst)
+{
+    boxes.answer = IDCANCEL;
+    ResetInkCounters(context);
+    ASSERT_EQ(1u, boxes.shown.size());
+    EXPECT_EQ(context.owner, boxes.shown[0].owner);
+    EXPECT_EQ(TEXT("Achtung:"), boxes.shown[0].caption);
+    EXPECT_EQ(
+        TEXT("M\u00F6chten Sie wirklich alle Tintenz\u00E4hler f\u00FCr diesen Drucker zur\u00FCcksetzen? "
+             "Dies kann nicht r\u00FCckg\u00E4ngig gemacht werden!"),
+        boxes.shown[0].text);
+    EXPECT_EQ(static_cast<UINT>(MB_OKCANCEL | MB_ICONWARNING | MB_SYSTEMMODAL), boxes.shown[0].type);
+    EXPECT_EQ(5, context.inkCounters.lastJob[C]);
+    EXPECT_EQ(kContent, file.Content());
+
+    boxes.answer = 0; // the box cannot be shown
+    ResetInkCounters(context);
+    EXPECT_EQ(kContent, file.Content());
+}
+
+TEST_F(InkReset, LeavesOnlyZeroLastJobsOfTheShownChannels)
+{
+    trace.Take();
+    ResetInkCounters(context);
+    EXPECT_EQ("[Tintwerk_Ink_Info]\r\n[Last]\r\nLastInk_KP=0\r\nLastInk_M=0\r\nLastInk_C=0\r\n",
+              file.Content());
+    EXPECT_TRUE(trace.Contains(TEXT("Setting inkChannels (curInkDisplay=0)\n"))) << "the page is drawn again";
+
+    const std::map<int, DWORD> shown = Ranks();
+    ReadInkFile(file.path.c_str(), context);
+    EXPECT_EQ(shown, Ranks());
+    for (int channel = 0; channel < kInkChannels; ++channel) {
+        EXPECT_EQ(0, context.inkCounters.lastJob[channel]);
+        EXPECT_EQ(0, context.inkCounters.total[channel]);
+    }
+}
+
+TEST_F(InkReset, LeavesTheOldFileWhenItCannotWrite)
+{
+    ReplaceFunction(
+        "WriteFile", +[](HANDLE, LPCVOID, DWORD, LPDWORD, LPOVERLAPPED) WINAPI -> BOOL {
+            SetLastError(ERROR_DISK_FULL);
+            return FALSE;
+        });
+    ResetInkCounters(context);
+    RestoreFunction("WriteFile");
+    EXPECT_EQ(kContent, file.Content());
+    EXPECT_EQ(0, context.inkCounters.lastJob[C]) << "the page shows 0 all the same";
+
+    const TempFile nowhere("no-such-directory/printer0001.ink");
+    lstrcpyA(context.inkFilePath, nowhere.path.c_str());
+    ResetInkCounters(context);
+    EXPECT_FALSE(nowhere.Exists());
+}
+
+} // namespace
+} // namespace tintwerk

@@ -1,0 +1,44 @@
+#include "host/core/call_log.h"
+
+#include <cstdio>
+#include <numeric>
+
+namespace tintwerk {
+
+const char* CoreMethodName(CoreMethod method)
+{
+    // clang-format off
+    static constexpr const char* kNames[] = {
+        "DrvGetDriverSetting", "DrvUpgradeRegistrySetting", "DrvUpdateUISetting", "GetOptions", "SetOptions",
+        "EnumConstrainedOptions", "WhyConstrained", "GetGlobalAttribute", "GetFeatureAttribute", "GetOptionAttribute",
+        "EnumFeatures", "EnumOptions", "QuerySimulationSupport",
+        "PS.GetOption", "PS.SetOptions", "PS.EnumConstrainedOptions", "PS.WhyConstrained", "PS.EnumFeatures",
+        "PS.EnumOptions", "PS.GetFontSubstitution", "PS.SetFontSubstitution", "PS.CreateInstanceOfMSXMLObject",
+        "PS.GetGlobalAttribute", "PS.GetFeatureAttribute", "PS.GetOptionAttribute",
+    };
+    // clang-format on
+    static_assert(std::size(kNames) == static_cast<std::size_t>(CoreMethod::Count));
+    return kNames[static_cast<std::size_t>(method)];
+}
+
+std::size_t CallLog::Total() const
+{
+    return std::accumulate(counts_.begin(), counts_.end(), std::size_t{0});
+}
+
+void CallLog::Clear()
+{
+    counts_.fill(0);
+    lines_.clear();
+}
+
+void CallLog::Add(CoreMethod method, HRESULT result, const std::string& arguments) noexcept
+{
+    char status[24];
+    std::snprintf(status, sizeof status, " -> 0x%08lx",
+                  static_cast<unsigned long>(static_cast<DWORD>(result)));
+    lines_.push_back(std::string(CoreMethodName(method)) + (arguments.empty() ? "" : " " + arguments) +
+                     status);
+}
+
+} // namespace tintwerk

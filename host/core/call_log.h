@@ -1,0 +1,76 @@
+// Counts, and on demand records, the calls that a plug-in makes to the core driver's helpers. Read by the
+// host's commands
+// (--json) and by tests.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "platform/win32.h"
+
+namespace tintwerk {
+
+// The methods of IPrintCoreUI2 and, with the prefix "PS", of IPrintCoreHelperPS.
+enum class CoreMethod
+{
+    DrvGetDriverSetting,
+    DrvUpgradeRegistrySetting,
+    DrvUpdateUISetting,
+    GetOptions,
+    SetOptions,
+    EnumConstrainedOptions,
+    WhyConstrained,
+    GetGlobalAttribute,
+    GetFeatureAttribute,
+    GetOptionAttribute,
+    EnumFeatures,
+    EnumOptions,
+    QuerySimulationSupport,
+    PSGetOption,
+    PSSetOptions,
+    PSEnumConstrainedOptions,
+    PSWhyConstrained,
+    PSEnumFeatures,
+    PSEnumOptions,
+    PSGetFontSubstitution,
+    PSSetFontSubstitution,
+    PSCreateInstanceOfMSXMLObject,
+    PSGetGlobalAttribute,
+    PSGetFeatureAttribute,
+    PSGetOptionAttribute,
+    Count
+};
+
+const char* CoreMethodName(CoreMethod method);
+
+class CallLog
+{
+public:
+    // Lines are recorded only while this is on; counting costs one addition a call and is always on.
+    void Record(bool on) { recording_ = on; }
+
+    std::size_t Count(CoreMethod method) const { return counts_[static_cast<std::size_t>(method)]; }
+    std::size_t Total() const;
+    // One line a call: "SetOptions halvBrightness=10 -> 0x00000000".
+    const std::vector<std::string>& Lines() const { return lines_; }
+    void Clear();
+
+    // Called by every method with its result; `arguments` makes the text between name and result.
+    template <typename Arguments> HRESULT Note(CoreMethod method, HRESULT result, const Arguments& arguments)
+    {
+        ++counts_[static_cast<std::size_t>(method)];
+        if (recording_) Add(method, result, arguments());
+        return result;
+    }
+
+private:
+    void Add(CoreMethod method, HRESULT result, const std::string& arguments) noexcept;
+
+    bool recording_ = false;
+    std::array<std::size_t, static_cast<std::size_t>(CoreMethod::Count)> counts_{};
+    std::vector<std::string> lines_;
+};
+
+} // namespace tintwerk

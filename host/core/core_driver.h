@@ -1,0 +1,80 @@
+// The core driver stand-in: answers a user interface plug-in from a PPD and a printer's selections through
+// the two helper interfaces that the PostScript core driver publishes. Used by the host's sheets and commands
+// and by tests.
+//
+//     CoreDriver core(*ppd, selections);
+//     plugin->PublishDriverInterface(core.Helper());
+//     parameters.poemuiobj = core.CoreObject();
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "host/core/call_log.h"
+#include "host/core/selections.h"
+#include "host/core/wide_text.h"
+#include "host/ppd/ppd.h"
+#include "platform/coredriver.h"
+
+namespace tintwerk {
+
+struct CoreModel; // the PPD's lists as they are handed out (core_model.h)
+class CoreHelper; // the COM object behind both interfaces (core_helper.h)
+
+class CoreDriver
+{
+public:
+    // Both must outlive the driver. Selections that the PPD does not know are left alone and told by
+    // Refused().
+    CoreDriver(const Ppd& ppd, Selections& selections);
+    ~CoreDriver();
+    CoreDriver(const CoreDriver&) = delete;
+    CoreDriver& operator=(const CoreDriver&) = delete;
+
+    // What the plug-in passes back with every call; no other value is accepted.
+    POEMUIOBJ CoreObject() const;
+    // For PublishDriverInterface; not counted for the caller. Gives IPrintCoreUI2 and IPrintCoreHelperPS. A
+    // plug-in that holds it longer than this object gets E_UNEXPECTED from every method.
+    IUnknown* Helper() const;
+    // References that a plug-in holds now.
+    ULONG OutstandingReferences() const;
+
+    const Ppd& Description() const { return ppd_; }
+    CallLog& Calls() { return calls_; }
+    // Selections of the file that name no feature or option of the PPD: "halvGloss=7: no such option".
+    const std::vector<std::string>& Refused() const { return refused_; }
+
+    // The features as a plug-in sees them: those of the PPD, then the driver's own ("%Orientation").
+    std::vector<std::string_view> Features() const;
+    std::vector<std::string_view> Options(std::string_view feature) const; // empty: no such feature
+    // The selected option; empty when there is no such feature.
+    std::string_view Selected(std::string_view feature) const;
+    // Selects as SetOptions with KEEP_CONFLICT does; false when there is no such feature or option.
+    bool Select(std::string_view feature, std::string_view option);
+    // Selections that exclude each other now, as "Feature Option" texts.
+    std::vector<std::pair<std::string, std::string>> Conflicts() const;
+
+    // A DEVMODE with the current selections: the public part, the core driver's own section, then the
+    // plug-in's bytes. The vector's first element is the first byte of a DEVMODEW.
+    std::vector<BYTE> MakeDevmode(PCWSTR device, std::span<const BYTE> pluginPart) const;
+    // The plug-in's bytes of a DEVMODE made here; empty for any other.
+    std::span<BYTE> PluginPart(DEVMODEW* devmode, std::size_t size) const;
+
+private:
+    friend class CoreHelper;
+
+    const Ppd& ppd_;
+    Selections& selections_;
+    std::unique_ptr<CoreModel> model_;
+    std::vector<std::size_t> selected_; // by feature
+    std::vector<std::string> refused_;
+    CallLog calls_;
+    CoreHelper* helper_;
+};
+
+} // namespace tintwerk

@@ -1,0 +1,317 @@
+#include "host/core/core_model.h"
+
+#include <algorithm>
+
+namespace tintwerk {
+namespace {
+
+// What the core driver offers for every printer, whatever its PPD says.
+struct OwnFeature
+{
+    std::string_view keyword, text;
+    std::initializer_list<std::pair<std::string_view, std::string_view>> options;
+};
+
+const OwnFeature kOwnFeatures[] = {
+    {"%Orientation",
+     "Orientation",
+     {{"Portrait", "Portrait"}, {"Landscape", "Landscape"}, {"RotatedLandscape", "Rotated Landscape"}}},
+    {"%PageOrder", "Page Order", {{"FrontToBack", "Front to Back"}, {"BackToFront", "Back to Front"}}},
+    {"%PagePerSheet",
+     "Pages per Sheet",
+     {{"1", "1"}, {"2", "2"}, {"4", "4"}, {"6", "6"}, {"9", "9"}, {"16", "16"}, {"Booklet", "Booklet"}}},
+};
+
+bool IsOff(std::string_view option)
+{
+    return option == "None" || option == "False" || option == "Off";
+}
+
+std::size_t AppendKeyword(std::string& list, std::string_view keyword)
+{
+    const std::size_t start = list.size();
+    list += keyword;
+    list += '\0';
+    return start;
+}
+
+} // namespace
+
+CoreModel::CoreModel(const Ppd& ppd) : ppd_(ppd)
+{
+    features.reserve(ppd.Features().size() + std::size(kOwnFeatures));
+    AddPpdFeatures();
+    AddOwnFeatures();
+    AddFeatureList();
+    AddConstraints();
+    AddGlobalAttributes();
+}
+
+void CoreModel::AddPpdFeatures()
+{
+    for (const PpdFeature& source : ppd_.Features()) {
+        Feature& feature = features.emplace_back();
+        feature.ppd = &source;
+        feature.keyword = source.keyword;
+        feature.hidden = source.keyword == "PageRegion"; // the driver's own way of selecting PageSize
+        feature.defaultOption = source.defaultOption;
+        feature.order = static_cast<LONG>(std::clamp(source.order, -1e6, 1e6));
+        feature.section = source.section;
+        AddName(source.text);
+        feature.firstName = names.size();
+        for (const PpdOption& option : source.options) {
+            feature.keywords.push_back(option.keyword);
+            AddName(option.text);
+        }
+    }
+}
+
+void CoreModel::AddOwnFeatures()
+{
+    for (const OwnFeature& source : kOwnFeatures) {
+        if (ppd_.FindFeature(source.keyword)) continue;
+        Feature& feature = features.emplace_back();
+        feature.keyword = source.keyword;
+        AddName(source.text);
+        feature.firstName = names.size();
+        for (const auto& [keyword, name] : source.options) {
+            feature.keywords.push_back(keyword);
+            AddName(name);
+        }
+    }
+}
+
+void CoreModel::AddFeatureList()
+{
+    DWORD priority = 0;
+    checksum = 2166136261;
+    const auto digest = [this](std::string_view list) {
+        for (const char c : list)
+            checksum = (checksum ^ static_cast<unsigned char>(c)) * 16777619;
+    };
+    std::vector<std::pair<std::size_t, std::size_t>> starts; // feature, position in the list
+    for (std::size_t number = 0; number < features.size(); ++number) {
+        Feature& feature = features[number];
+        feature.priority = priority++;
+        AddOptionList(number);
+        digest(feature.keyword);
+        digest(feature.list);
+        if (!feature.hidden) starts.emplace_back(number, AppendKeyword(featureList, feature.keyword));
+    }
+    featureList += '\0';
+    for (const auto& [number, start] : starts) {
+        features[number].keyword = featureList.data() + start;
+        featureTable_.Insert(features[number].keyword, static_cast<std::uint32_t>(number));
+        featurePointers.push_back(featureList.data() + start);
+    }
+}
+
+void CoreModel::AddOptionList(std::size_t number)
+{
+    Feature& feature = features[number];
+    std::vector<std::size_t> starts;
+    for (const std::string_view option : feature.keywords)
+        starts.push_back(AppendKeyword(feature.list, option));
+    feature.list += '\0';
+    for (std::size_t option = 0; option < starts.size(); ++option) {
+        feature.options.push_back(feature.list.data() + starts[option]);
+        feature.keywords[option] = feature.options.back();
+        optionTable_.Insert(feature.keywords[option], static_cast<std::uint32_t>(option),
+                            static_cast<std::uint32_t>(number));
+    }
+}
+
+void CoreModel::AddConstraints()
+{
+    const auto constraints = ppd_.Constraints();
+    for (std::size_t number = 0; number < constraints.size(); ++number) {
+        const PpdConstraint& constraint = constraints[number];
+        if (features[constraint.feature1].hidden || features[constraint.feature2].hidden) continue;
+        features[constraint.feature1].constraints.push_back(number);
+        features[constraint.feature2].constraints.push_back(number);
+    }
+}
+
+void CoreModel::AddGlobalAttributes()
+{
+    const Ppd::Header& about = ppd_.About();
+    globals_ = {
+        {"DriverType", "PScript"},
+        {"NickName", std::string(about.nickName)},
+        {"ModelName", std::string(about.modelName)},
+        {"Manufacturer", std::string(about.manufacturer)},
+        {"Product", std::string(about.product)},
+        {"PSVersion", std::string(about.psVersion)},
+        {"FileVersion", std::string(about.fileVersion)},
+        {"FormatVersion", std::string(about.formatVersion)},
+        {"LanguageEncoding", std::string(about.languageEncoding)},
+        {"LanguageVersion", std::string(about.languageVersion)},
+    };
+    std::erase_if(globals_, [](const auto& attribute) { return attribute.second.empty(); });
+}
+
+void CoreModel::AddName(std::string_view utf8)
+{
+    const std::size_t start = text.size();
+    AppendWide(text, utf8);
+    names.push_back({start, text.size() - start});
+    text += WCHAR{0};
+}
+
+std::optional<std::size_t> CoreModel::FindFeature(std::string_view keyword) const
+{
+    const std::uint32_t feature = featureTable_.Find(keyword);
+    return feature == KeywordTable::kNone ? std::nullopt : std::optional<std::size_t>(feature);
+}
+
+std::optional<std::size_t> CoreModel::FindOption(std::size_t feature, std::string_view keyword) const
+{
+    const std::uint32_t option = optionTable_.Find(keyword, static_cast<std::uint32_t>(feature));
+    return option == KeywordTable::kNone ? std::nullopt : std::optional<std::size_t>(option);
+}
+
+CoreAttribute CoreModel::NameAttribute(std::size_t name) const
+{
+    return {kADT_UNICODE, text.data() + names[name].start, (names[name].length + 1) * sizeof(WCHAR)};
+}
+
+std::optional<CoreAttribute> CoreModel::GlobalAttribute(std::string_view name) const
+{
+    for (const auto& [attribute, value] : globals_) {
+        if (attribute == name) return CoreAttribute{kADT_ASCII, value.c_str(), value.size() + 1};
+    }
+    return std::nullopt;
+}
+
+std::optional<CoreAttribute> CoreModel::FeatureAttribute(std::size_t number, std::string_view name) const
+{
+    const Feature& feature = features[number];
+    const auto ascii = [](const char* value, std::size_t length) {
+        return CoreAttribute{kADT_ASCII, value, length + 1};
+    };
+    const auto literal = [&ascii](const char* value) { return ascii(value, std::string_view(value).size()); };
+    const bool installable = feature.ppd && feature.ppd->installable;
+    if (name == "DisplayName") return NameAttribute(feature.firstName - 1);
+    if (name == "DefaultOption")
+        return ascii(feature.options[feature.defaultOption], feature.keywords[feature.defaultOption].size());
+    if (name == "FeatureType") return literal(installable ? "PrinterProperty" : "DocumentProperty");
+    if (name == "FeaturePriority")
+        return CoreAttribute{kADT_DWORD, &feature.priority, sizeof feature.priority};
+    if (!feature.ppd) return std::nullopt;
+    if (name == "OpenUIType") {
+        constexpr const char* kTypes[] = {"PickOne", "PickMany", "Boolean"};
+        return literal(kTypes[static_cast<std::size_t>(feature.ppd->type)]);
+    }
+    if (name == "OpenGroupType") return literal(installable ? "InstallableOptions" : "");
+    if (name == "OrderDependencyValue") return CoreAttribute{kADT_LONG, &feature.order, sizeof feature.order};
+    if (name == "OrderDependencySection") return ascii(feature.section.c_str(), feature.section.size());
+    return std::nullopt;
+}
+
+std::optional<CoreAttribute> CoreModel::OptionAttribute(std::size_t number, std::size_t option,
+                                                        std::string_view name) const
+{
+    const Feature& feature = features[number];
+    if (name == "DisplayName") return NameAttribute(feature.firstName + option);
+    if (name == "Invocation" && feature.ppd) {
+        const std::string_view value = feature.ppd->options[option].value;
+        return CoreAttribute{kADT_BINARY, value.data(), value.size()};
+    }
+    return std::nullopt;
+}
+
+bool CoreModel::Covers(Side side, std::size_t option) const
+{
+    return side.option == kNoOption ? !IsOff(features[side.feature].keywords[option]) : side.option == option;
+}
+
+namespace {
+
+// The two halves of a constraint: the one of the feature, and the other.
+std::pair<CoreModel::Side, CoreModel::Side> SidesOf(const PpdConstraint& constraint, std::size_t feature)
+{
+    const CoreModel::Side first{constraint.feature1, constraint.option1};
+    const CoreModel::Side second{constraint.feature2, constraint.option2};
+    return first.feature == feature ? std::pair{first, second} : std::pair{second, first};
+}
+
+} // namespace
+
+std::vector<CoreModel::Side> CoreModel::WhyConstrained(Selection selected, std::size_t feature,
+                                                       std::size_t option) const
+{
+    std::vector<Side> reasons;
+    for (const std::size_t number : features[feature].constraints) {
+        const auto [mine, other] = SidesOf(ppd_.Constraints()[number], feature);
+        if (!Covers(mine, option) || !Covers(other, selected[other.feature])) continue;
+        const bool known = std::any_of(reasons.begin(), reasons.end(),
+                                       [&](const Side& reason) { return reason.feature == other.feature; });
+        if (!known) reasons.push_back({other.feature, selected[other.feature]});
+    }
+    return reasons;
+}
+
+std::vector<bool> CoreModel::ConstrainedOptions(Selection selected, std::size_t feature) const
+{
+    std::vector<bool> constrained(features[feature].keywords.size());
+    for (const std::size_t number : features[feature].constraints) {
+        const auto [mine, other] = SidesOf(ppd_.Constraints()[number], feature);
+        if (!Covers(other, selected[other.feature])) continue;
+        if (mine.option != kNoOption) {
+            constrained[mine.option] = true;
+            continue;
+        }
+        for (std::size_t option = 0; option < constrained.size(); ++option)
+            constrained[option] = constrained[option] || Covers(mine, option);
+    }
+    return constrained;
+}
+
+std::vector<const PpdConstraint*> CoreModel::Conflicts(Selection selected) const
+{
+    std::vector<const PpdConstraint*> conflicts;
+    for (const PpdConstraint& constraint : ppd_.Constraints()) {
+        const Side first{constraint.feature1, constraint.option1};
+        const Side second{constraint.feature2, constraint.option2};
+        const bool hidden = features[first.feature].hidden || features[second.feature].hidden;
+        if (!hidden && Covers(first, selected[first.feature]) && Covers(second, selected[second.feature]))
+            conflicts.push_back(&constraint);
+    }
+    return conflicts;
+}
+
+bool CoreModel::ResolveOne(std::vector<std::size_t>& selected, std::size_t feature) const
+{
+    const std::vector<bool> constrained = ConstrainedOptions(selected, feature);
+    const std::size_t preferred = features[feature].defaultOption;
+    if (!constrained[preferred]) {
+        selected[feature] = preferred;
+        return true;
+    }
+    const auto free = std::find(constrained.begin(), constrained.end(), false);
+    if (free == constrained.end()) return false;
+    selected[feature] = static_cast<std::size_t>(free - constrained.begin());
+    return true;
+}
+
+bool CoreModel::Resolve(std::vector<std::size_t>& selected, const std::vector<bool>& kept) const
+{
+    // A feature is moved once at most, so this ends; an option that is free when chosen brings no new
+    // conflict.
+    std::vector<bool> moved(features.size());
+    for (;;) {
+        bool progress = false;
+        const auto conflicts = Conflicts(selected);
+        for (const PpdConstraint* conflict : conflicts) {
+            for (const std::size_t feature : {conflict->feature2, conflict->feature1}) {
+                if (!progress && !kept[feature] && !moved[feature] && ResolveOne(selected, feature)) {
+                    moved[feature] = true;
+                    progress = true;
+                }
+            }
+        }
+        if (!progress) return conflicts.empty();
+    }
+}
+
+} // namespace tintwerk

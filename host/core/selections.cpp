@@ -1,0 +1,201 @@
+#include "host/core/selections.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <fstream>
+#include <iterator>
+
+namespace tintwerk {
+namespace {
+
+constexpr std::string_view kPrivateDevmode = "PrivateDevmode";
+constexpr std::size_t kMaxPrivateBytes = 64 * 1024;
+
+std::string_view Trim(std::string_view text)
+{
+    constexpr std::string_view kBlanks = " \t\r";
+    const std::size_t first = text.find_first_not_of(kBlanks);
+    if (first == std::string_view::npos) return {};
+    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
+}
+
+int HexDigit(char c)
+{
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+bool BytesFromHex(std::string_view digits, std::vector<unsigned char>& bytes)
+{
+    if (digits.size() % 2 || digits.size() / 2 > kMaxPrivateBytes) return false;
+    std::vector<unsigned char> result;
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        const int high = HexDigit(digits[i]);
+        const int low = HexDigit(digits[i + 1]);
+        if (high < 0 || low < 0) return false;
+        result.push_back(static_cast<unsigned char>(high * 16 + low));
+    }
+    bytes = std::move(result);
+    return true;
+}
+
+std::string HexOf(const std::vector<unsigned char>& bytes)
+{
+    constexpr char kDigits[] = "0123456789abcdef";
+    std::string text;
+    for (const unsigned char byte : bytes) {
+        text += kDigits[byte >> 4];
+        text += kDigits[byte & 15];
+    }
+    return text;
+}
+
+} // namespace
+
+Selections Selections::Load(const std::filesystem::path& file)
+{
+    Selections selections;
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) return selections;
+    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    const std::u8string name = file.u8string();
+    selections.Read(std::string(name.begin(), name.end()), text);
+    return selections;
+}
+
+void Selections::Read(const std::string& name, std::string_view text)
+{
+    for (unsigned number = 1; !text.empty(); ++number) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        const std::string_view line = Trim(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+
+        const std::size_t equals = line.find('=');
+        const std::string_view feature = Trim(line.substr(0, equals));
+        if (line.empty() || line.front() == '#') {
+            lines_.push_back({{}, std::string(line)});
+        } else if (equals == std::string_view::npos || feature.empty()) {
+            warnings_.push_back(
+                {name, number, "\"Feature=Option\" expected, not \"" + std::string(line) + "\""});
+            lines_.push_back({{}, std::string(line)});
+        } else if (feature != kPrivateDevmode) {
+            if (FindLine(feature))
+                warnings_.push_back(
+                    {name, number, "\"" + std::string(feature) + "\" a second time; the last one counts"});
+            Set(feature, Trim(line.substr(equals + 1)));
+        } else if (!BytesFromHex(Trim(line.substr(equals + 1)), privateDevmode_)) {
+            warnings_.push_back(
+                {name, number, "an even number of hexadecimal digits expected after \"PrivateDevmode=\""});
+        }
+    }
+}
+
+std::string Selections::Text() const
+{
+    std::string text;
+    for (const Line& line : lines_) {
+        if (!line.feature.empty())
+            text.append(line.feature).append(1, '=');
+        text.append(line.text).append(1, '\n');
+    }
+    if (!privateDevmode_.empty()) text.append(kPrivateDevmode).append(1, '=').append(HexOf(privateDevmode_)).append(1, '\n');
+    return text;
+}
+
+bool Selections::Save(const std::filesystem::path& file, std::string& error) const
+{
+    std::error_code code;
+    if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path(), code);
+    std::filesystem::path fresh = file;
+    fresh += ".new";
+    {
+        const std::string text = Text();
+        std::ofstream stream(fresh, std::ios::binary | std::ios::trunc);
+        stream.write(text.data(), static_cast<std::streamsize>(text.size()));
+        stream.close();
+        if (!stream) {
+            error = fresh.string() + ": cannot be written";
+            std::filesystem::remove(fresh, code);
+            return false;
+        }
+    }
+    std::filesystem::rename(fresh, file, code);
+    if (code) {
+        error = file.string() + ": cannot be replaced: " + code.message();
+        std::filesystem::remove(fresh, code);
+        return false;
+    }
+    return true;
+}
+
+const Selections::Line* Selections::FindLine(std::string_view feature) const
+{
+    const auto line = std::find_if(lines_.begin(), lines_.end(),
+                                   [feature](const Line& one) { return one.feature == feature; });
+    return line == lines_.end() || feature.empty() ? nullptr : &*line;
+}
+
+const std::string* Selections::Find(std::string_view feature) const
+{
+    const Line* line = FindLine(feature);
+    return line ? &line->text : nullptr;
+}
+
+std::vector<std::pair<std::string_view, std::string_view>> Selections::Chosen() const
+{
+    std::vector<std::pair<std::string_view, std::string_view>> chosen;
+    for (const Line& line : lines_) {
+        if (!line.feature.empty()) chosen.emplace_back(line.feature, line.text);
+    }
+    return chosen;
+}
+
+void Selections::Set(std::string_view feature, std::string_view option)
+{
+    if (const Line* line = FindLine(feature))
+        lines_[static_cast<std::size_t>(line - lines_.data())].text = option;
+    else
+        lines_.push_back({std::string(feature), std::string(option)});
+}
+
+void Selections::Remove(std::string_view feature)
+{
+    std::erase_if(lines_,
+                  [feature](const Line& line) { return !feature.empty() && line.feature == feature; });
+}
+
+void Selections::SetPrivateDevmode(const void* bytes, std::size_t size)
+{
+    const auto* first = static_cast<const unsigned char*>(bytes);
+    privateDevmode_.assign(first, first + size);
+}
+
+std::string SelectionsFileName(std::string_view printer)
+{
+    std::string name;
+    std::uint32_t hash = 2166136261;
+    for (const char c : printer) {
+        const bool safe = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+                          c == '-' || c == '_' || c == ' ' || c == '.';
+        if (name.size() < 80) name += safe ? c : '_';
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
+    }
+    // A full stop or a blank at an end means something else, or is cut, to one file system or another.
+    const auto atEnd = [](char& c) {
+        if (c == '.' || c == ' ') c = '_';
+    };
+    if (!name.empty()) {
+        atEnd(name.front());
+        atEnd(name.back());
+    }
+    if (name == printer && !name.empty()) return name + ".selections";
+    // Two printers whose names differ in replaced characters alone keep their own files.
+    char suffix[16];
+    std::snprintf(suffix, sizeof suffix, "-%08x", static_cast<unsigned>(hash));
+    return name + suffix + ".selections";
+}
+
+} // namespace tintwerk

@@ -1,0 +1,85 @@
+// A hash table from keywords to numbers, one lookup a line of a PPD: used by the reader, by Ppd and by the
+// core driver. Keywords are not copied; they must outlive the table. A scope (a feature's number) keeps equal
+// keywords apart.
+#pragma once
+
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+namespace tintwerk {
+
+class KeywordTable
+{
+public:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
+    // The number stored for the keyword, or kNone.
+    std::uint32_t Find(std::string_view keyword, std::uint32_t scope = 0) const
+    {
+        if (slots_.empty()) return kNone;
+        return slots_[Locate(keyword, scope)].number;
+    }
+
+    // Stores a number unless the keyword has one already; returns the number that the keyword has now.
+    std::uint32_t Insert(std::string_view keyword, std::uint32_t number, std::uint32_t scope = 0)
+    {
+        if ((count_ + 1) * 2 > slots_.size()) Grow();
+        Slot& slot = slots_[Locate(keyword, scope)];
+        if (slot.number == kNone) {
+            slot = {keyword, scope, number};
+            ++count_;
+        }
+        return slot.number;
+    }
+
+private:
+    struct Slot
+    {
+        std::string_view keyword;
+        std::uint32_t scope = 0;
+        std::uint32_t number = kNone;
+    };
+
+    static std::uint64_t Hash(std::string_view keyword, std::uint32_t scope)
+    {
+        constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
+        std::uint64_t hash = (scope + 1) * kFactor ^ keyword.size();
+        const char* bytes = keyword.data();
+        std::size_t left = keyword.size();
+        for (; left >= 8; bytes += 8, left -= 8) {
+            std::uint64_t word;
+            std::memcpy(&word, bytes, 8);
+            hash = (hash ^ word) * kFactor;
+            hash ^= hash >> 29;
+        }
+        std::uint64_t tail = 0;
+        if (left) std::memcpy(&tail, bytes, left);
+        hash = (hash ^ tail) * kFactor;
+        return hash ^ hash >> 32;
+    }
+
+    std::size_t Locate(std::string_view keyword, std::uint32_t scope) const
+    {
+        const std::size_t mask = slots_.size() - 1;
+        std::size_t at = Hash(keyword, scope) & mask;
+        while (slots_[at].number != kNone && (slots_[at].scope != scope || slots_[at].keyword != keyword))
+            at = (at + 1) & mask;
+        return at;
+    }
+
+    void Grow()
+    {
+        std::vector<Slot> old(slots_.empty() ? 64 : slots_.size() * 2);
+        old.swap(slots_);
+        for (const Slot& slot : old) {
+            if (slot.number != kNone) slots_[Locate(slot.keyword, slot.scope)] = slot;
+        }
+    }
+
+    std::vector<Slot> slots_; // a power of two, at most half full
+    std::size_t count_ = 0;
+};
+
+} // namespace tintwerk

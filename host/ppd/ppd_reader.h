@@ -1,0 +1,44 @@
+// Reads PPD files. A file that cannot be used gives one clear error; what is merely sloppy becomes a warning
+// of the Ppd. Called by the host's commands, the core driver's tests, the benchmarks and the fuzzer.
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "host/ppd/ppd.h"
+
+namespace tintwerk {
+
+struct PpdReadOptions
+{
+    // Takes the translations of this language ("de", "pt_BR") where the file has them; empty: the file's own
+    // texts.
+    std::string language;
+    // Refuses what readers usually put up with: a feature that is not closed before the next one.
+    bool strict = false;
+};
+
+// Exactly one of the two is there: the description, or the error.
+struct PpdResult
+{
+    std::unique_ptr<Ppd> ppd;
+    PpdMessage error;
+
+    explicit operator bool() const { return ppd != nullptr; }
+};
+
+// Reads a file and the files of its folder that it includes.
+PpdResult ReadPpd(const std::filesystem::path& path, const PpdReadOptions& options = {});
+
+// Gives the text of an included file, or nothing when there is none.
+using PpdIncluder = std::function<std::optional<std::string>(const std::string& name)>;
+
+// Reads a text as if it were the file `name`.
+PpdResult ReadPpdText(std::string text, const std::string& name, const PpdReadOptions& options = {},
+                      const PpdIncluder& includer = {});
+
+} // namespace tintwerk

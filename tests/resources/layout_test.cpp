@@ -28,6 +28,10 @@ using Text = std::basic_string<WCHAR>;
 constexpr int kPane = -1;        // not a page of the list: the consumption pane
 constexpr int kInformation = -2; // the page of the printer properties
 constexpr int kReducedMain = 194;
+// What printers under another maker's name do not offer: contrast, intensity and the preview.
+const std::set<int> kNotOnReducedMain{1167, 1168, 1078, 1090, 1094, 1095, 1235, 12346};
+// Check boxes of the table that no page carries.
+const std::set<int> kNowhere{12342, 12344, 12345};
 constexpr int kPopupHeight = 13; // of a closed popup, in dialog units
 
 struct Page
@@ -49,99 +53,58 @@ std::vector<Page> AllPages()
     return pages;
 }
 
-bool IsStatic(const TemplateControl& control, DWORD type)
+// What a control is for the user; anything that would not work as such is named by its window class.
+std::string KindOf(const TemplateControl& control)
 {
-    return control.kind == "static" && (control.style & SS_TYPEMASK) == type;
+    const DWORD style = control.style;
+    if (control.kind == "static") {
+        const DWORD type = style & SS_TYPEMASK;
+        return type <= SS_RIGHT       ? "label"
+               : type == SS_BITMAP    ? "picture"
+               : type == SS_OWNERDRAW ? "bar"
+                                      : "rule";
+    }
+    if (control.kind == "button") {
+        const DWORD type = style & BS_TYPEMASK;
+        return type == BS_AUTOCHECKBOX ? "check box"
+               : type == BS_GROUPBOX   ? "group"
+               : type == BS_PUSHBUTTON ? "button"
+                                       : "?";
+    }
+    if (control.kind == "combobox" && (style & 3) == CBS_DROPDOWNLIST && !(style & CBS_SORT) &&
+        style & WS_VSCROLL && control.area.bottom - control.area.top >= 5 * kPopupHeight)
+        return "popup";
+    // The page writes the number itself: arrows that write into a buddy would undo that.
+    if (control.kind == "msctls_updown32" && !(style & (UDS_SETBUDDYINT | UDS_AUTOBUDDY))) return "spin";
+    return control.kind == "msctls_trackbar32" ? "slider"
+           : control.kind == "systabcontrol32" ? "tabs"
+                                               : control.kind;
 }
 
-bool IsButton(const TemplateControl& control, DWORD type)
+bool ShowsText(const TemplateControl& control)
 {
-    return control.kind == "button" && (control.style & BS_TYPEMASK) == type;
-}
-
-bool IsPopup(const TemplateControl& control)
-{
-    return control.kind == "combobox" && (control.style & 3) == CBS_DROPDOWNLIST &&
-           !(control.style & CBS_SORT) && control.style & WS_VSCROLL &&
-           control.area.bottom - control.area.top >= 5 * kPopupHeight;
-}
-
-bool IsSlider(const TemplateControl& control)
-{
-    return control.kind == "msctls_trackbar32";
-}
-bool IsEdit(const TemplateControl& control)
-{
-    return control.kind == "edit";
-}
-bool IsTab(const TemplateControl& control)
-{
-    return control.kind == "systabcontrol32";
-}
-bool IsCheckBox(const TemplateControl& control)
-{
-    return IsButton(control, BS_AUTOCHECKBOX);
-}
-bool IsPushButton(const TemplateControl& control)
-{
-    return IsButton(control, BS_PUSHBUTTON);
-}
-bool IsGroup(const TemplateControl& control)
-{
-    return IsButton(control, BS_GROUPBOX);
-}
-bool IsPicture(const TemplateControl& control)
-{
-    return IsStatic(control, SS_BITMAP);
-}
-bool IsBar(const TemplateControl& control)
-{
-    return IsStatic(control, SS_OWNERDRAW);
-}
-bool IsLabel(const TemplateControl& control)
-{
-    return control.kind == "static" && (control.style & SS_TYPEMASK) <= SS_RIGHT;
-}
-bool IsCaption(const TemplateControl& control)
-{
-    return IsLabel(control) || IsCheckBox(control) || IsGroup(control) || IsPushButton(control);
-}
-
-// The page writes the number itself: arrows that write into a buddy would undo that.
-bool IsSpin(const TemplateControl& control)
-{
-    return control.kind == "msctls_updown32" && !(control.style & (UDS_SETBUDDYINT | UDS_AUTOBUDDY));
+    const std::string kind = KindOf(control);
+    return kind == "label" || kind == "check box" || kind == "group" || kind == "button";
 }
 
 struct Requirement
 {
     int id;
-    bool (*kind)(const TemplateControl&);
-    const char* what;
+    std::string kind; // empty for any that shows a text
 };
 
 // Controls that no table names: the pages' own rules look them up.
 // clang-format off
-constexpr struct
+const struct
 {
     int position;
-    Requirement control;
+    std::vector<Requirement> controls;
 } kNamedByRules[] = {
-    {0, {1224, IsLabel, "size of the paper"}},
-    {0, {1238, IsPicture, "OEM logo"}},
-    {0, {1123, IsCheckBox, "borderless"}},
-    {3, {1223, IsTab, "choice of counters"}},
-    {3, {1214, IsPushButton, "reset"}},
-    {3, {1118, IsCheckBox, "simulate"}},
-    {4, {1191, IsLabel, "caption of bright cyan"}},
-    {4, {1237, IsPicture, "bright cyan"}},
-    {4, {1238, IsPicture, "photo inks"}},
-    {4, {1226, IsPicture, "bright magenta"}},
-    {kInformation, {1062, IsPicture, "maker's logo"}},
-    {kInformation, {1063, IsPicture, "product logo"}},
-    {kInformation, {1066, IsPicture, "picture"}},
-    {kInformation, {1070, IsLabel, "version"}},
-    {kInformation, {1071, IsLabel, "module versions"}},
+    {0, {{1224, "label"}, {1238, "picture"}, {1123, "check box"}}},
+    {3, {{1223, "tabs"}, {1214, "button"}, {1118, "check box"}}},
+    {4, {{1191, "label"}, {1237, "picture"}, {1238, "picture"}, {1226, "picture"}}},
+    {kPane, {{3130, "label"}, {1212, "label"}}},
+    {kInformation, {{1062, "picture"}, {1063, "picture"}, {1066, "picture"}, {1070, "label"}, {1071, "label"}}},
 };
 // clang-format on
 
@@ -152,62 +115,47 @@ std::vector<Requirement> Required(int position)
 {
     std::vector<Requirement> all;
     for (const auto& rule : kNamedByRules)
-        if (rule.position == position) all.push_back(rule.control);
-    if (position == kPane) {
-        for (int line = 0; line < 12; ++line) {
-            all.push_back({3011 + line, IsBar, "bar"});
-            all.push_back({kPaneNumbers[line], IsLabel, "number"});
-            all.push_back({3211 + line, IsLabel, "name"});
-        }
-        all.insert(all.end(), {{3130, IsLabel, "sum"}, {1212, IsLabel, "caption of the sum"}});
-    }
+        if (rule.position == position) all = rule.controls;
+    for (int line = 0; position == kPane && line < 12; ++line)
+        all.insert(all.end(), {{3011 + line, "bar"}, {kPaneNumbers[line], "label"}, {3211 + line, "label"}});
     if (position < 0) return all;
 
-    const PageKind& kind = kPageKindTable[position];
-    all.push_back({kind.centringControl, IsCaption, "centring reference"});
+    const PageKind& page = kPageKindTable[position];
+    all.push_back({page.centringControl, ""});
     for (const PageLabel& label : PageLabels(position))
-        all.push_back({label.controlId, IsCaption, label.key});
+        all.push_back({label.controlId, ""});
     for (const PopupBinding& popup : kPopupTable)
-        if (popup.tabBit == kind.tabBit && popup.controlId)
-            all.push_back({popup.controlId, IsPopup, popup.name});
+        if (popup.tabBit == page.tabBit && popup.controlId) all.push_back({popup.controlId, "popup"});
     for (const ControlBinding& slider : kSliderTable) {
-        if (slider.tabBit != kind.tabBit) continue;
-        all.push_back({slider.sliderId, IsSlider, slider.keyword});
-        if (slider.labelId) all.push_back({slider.labelId, IsLabel, slider.keyword});
+        if (slider.tabBit != page.tabBit) continue;
+        all.push_back({slider.sliderId, "slider"});
+        if (slider.labelId) all.push_back({slider.labelId, "label"});
     }
-    for (const NumberFieldBinding& field : kNumberFieldTable) {
-        if (field.tabBit != kind.tabBit) continue;
-        all.push_back({field.editId, IsEdit, field.keyword});
-        all.push_back({field.spinId, IsSpin, field.keyword});
-    }
-    for (const CheckBoxBinding& box : kCheckBoxTable) {
-        const bool nowhere = box.controlId == 12342 || box.controlId == 12344 || box.controlId == 12345;
-        if (box.tabBit == kind.tabBit && !nowhere) all.push_back({box.controlId, IsCheckBox, box.keyword});
-    }
-    if (kind.tabBit == kScreenPrintingPage) {
-        for (const int id : kCartridgeIconIds)
-            all.push_back({id, IsPicture, "cartridge"});
-        for (const int id : kCartridgeNameIds)
-            all.push_back({id, IsLabel, "cartridge's code"});
-    }
+    for (const NumberFieldBinding& field : kNumberFieldTable)
+        if (field.tabBit == page.tabBit)
+            all.insert(all.end(), {{field.editId, "edit"}, {field.spinId, "spin"}});
+    for (const CheckBoxBinding& box : kCheckBoxTable)
+        if (box.tabBit == page.tabBit && !kNowhere.contains(box.controlId))
+            all.push_back({box.controlId, "check box"});
+    for (int row = 0; page.tabBit == kScreenPrintingPage && row < kCartridgeRows; ++row)
+        all.insert(all.end(), {{kCartridgeIconIds[row], "picture"}, {kCartridgeNameIds[row], "label"}});
     return all;
 }
 
 TEST(DialogTemplates, HoldEveryControlThatThePagesLookUp)
 {
-    // What printers under another maker's name do not offer.
-    const std::set<int> reduced{1167, 1168, 1078, 1090, 1094, 1095, 1235, 12346};
     for (const Page& page : AllPages()) {
         SCOPED_TRACE(page.number);
         const DialogPage dialog = ReadDialogPage(page.number);
-        for (const Requirement& required : Required(page.position)) {
-            const TemplateControl* control = dialog.Find(required.id);
-            const bool missing = page.number == kReducedMain && reduced.contains(required.id);
-            ASSERT_EQ(missing, !control) << required.id << " " << required.what;
-            EXPECT_TRUE(!control || required.kind(*control))
-                << required.id << " " << required.what << ": " << control->kind;
+        for (const auto& [id, kind] : Required(page.position)) {
+            const TemplateControl* control = dialog.Find(id);
+            ASSERT_EQ(page.number == kReducedMain && kNotOnReducedMain.contains(id), !control)
+                << id << " " << kind;
+            if (!control) continue;
+            EXPECT_TRUE(kind.empty() ? ShowsText(*control) : kind == KindOf(*control))
+                << id << " " << KindOf(*control);
         }
-        for (const int id : {12342, 12344, 12345})
+        for (const int id : kNowhere)
             EXPECT_FALSE(dialog.Find(id)) << id;
     }
 }
@@ -257,7 +205,7 @@ bool Overlap(const RECT& a, const RECT& b)
 bool Frames(const TemplateControl& group, const RECT& inside)
 {
     const RECT& frame = group.area;
-    return IsGroup(group) && inside.left >= frame.left + 4 && inside.right <= frame.right - 4 &&
+    return KindOf(group) == "group" && inside.left >= frame.left + 4 && inside.right <= frame.right - 4 &&
            inside.top >= frame.top + 8 && inside.bottom <= frame.bottom - 3;
 }
 
@@ -385,8 +333,9 @@ bool Fits(const TemplateControl& control, const Text& text)
 {
     const int width = (control.area.right - control.area.left) * DialogBaseWidth() / 4;
     const int height = (control.area.bottom - control.area.top) * kDialogLineHeight / 8;
-    if (IsLabel(control)) return LinesOf(text, width) * kDialogLineHeight <= height;
-    const int surroundings = IsCheckBox(control) ? 18 : 16; // the box, the ends of a frame, a button's border
+    if (KindOf(control) == "label") return LinesOf(text, width) * kDialogLineHeight <= height;
+    const int surroundings =
+        KindOf(control) == "check box" ? 18 : 16; // the box, the ends of a frame, a button's border
     return text.empty() || DialogTextWidth(text) + surroundings <= width;
 }
 
@@ -400,7 +349,7 @@ TEST(DialogTemplates, HaveRoomForEveryTextInBothLanguages)
     for (const Page& page : AllPages()) {
         SCOPED_TRACE(page.number);
         for (const TemplateControl& control : ReadDialogPage(page.number).controls) {
-            if (!IsCaption(control)) continue;
+            if (!ShowsText(control)) continue;
             std::vector<Text> texts = RuntimeTexts(page.position, control.id);
             texts.push_back(control.text);
             for (const Text& text : texts)
@@ -429,7 +378,7 @@ TEST(DialogTemplates, LeadTheKeyboardFromTopToBottomAndFromColumnToColumn)
         const TemplateControl* previous = nullptr;
         for (const TemplateControl& control : dialog.controls) {
             const bool passive =
-                control.kind == "static" || IsGroup(control) || control.kind == "msctls_updown32";
+                control.kind == "static" || KindOf(control) == "group" || control.kind == "msctls_updown32";
             EXPECT_EQ(!passive, (control.style & WS_TABSTOP) != 0) << control.id;
             if (passive) continue;
             if (previous && !ShareAPlace(page.position, control.id, previous->id)) {
@@ -512,58 +461,48 @@ COLORREF Color(const RGBQUAD& entry)
     return RGB(entry.rgbRed, entry.rgbGreen, entry.rgbBlue);
 }
 
+// A picture and a control that shows it.
+struct Shown
+{
+    int number;
+    SIZE size;
+    const TemplateControl* control;
+};
+
 TEST(Pictures, HaveTheirSizesAndLeaveTheirOutsideToTheSystem)
 {
-    struct Expected
-    {
-        int number;
-        SIZE size;
-    };
-    std::vector<Expected> pictures{{148, {116, 23}}, {190, {180, 38}}, {125, {128, 64}}};
+    const SIZE cartridge{20, 16};
+    const DialogPage information = ReadDialogPage(106), screenPrinting = ReadDialogPage(229);
+    std::vector<Shown> pictures{{148, {116, 23}, information.Find(1062)},
+                                {190, {180, 38}, information.Find(1063)},
+                                {125, {128, 64}, information.Find(1066)}};
     for (const CartridgeColor& color : kCartridgeColorTable)
-        pictures.push_back({color.picture, {20, 16}});
+        for (const int icon : kCartridgeIconIds)
+            pictures.push_back({color.picture, cartridge, screenPrinting.Find(icon)});
+    std::vector<DialogPage> dialogs;
     for (const Page& page : kDocumentPages)
-        for (const TemplateControl& control : ReadDialogPage(page.number).controls)
-            if (control.picture) pictures.push_back({control.picture, {20, 16}});
+        dialogs.push_back(ReadDialogPage(page.number));
+    for (const DialogPage& dialog : dialogs)
+        for (const TemplateControl& control : dialog.controls)
+            if (control.picture) pictures.push_back({control.picture, cartridge, &control});
 
-    for (const Expected& expected : pictures) {
-        SCOPED_TRACE(expected.number);
-        const Picture picture(expected.number);
-        EXPECT_EQ(expected.size.cx, picture.header.biWidth);
-        EXPECT_EQ(expected.size.cy, picture.header.biHeight);
+    for (const Shown& shown : pictures) {
+        SCOPED_TRACE(shown.number);
+        const Picture picture(shown.number);
+        EXPECT_EQ(shown.size.cx, picture.header.biWidth);
+        EXPECT_EQ(shown.size.cy, picture.header.biHeight);
         EXPECT_EQ(8, picture.header.biBitCount);
         EXPECT_EQ(DWORD{BI_RGB}, DWORD{picture.header.biCompression});
-        const size_t stride = (expected.size.cx + 3) & ~3;
-        ASSERT_EQ(stride * expected.size.cy, picture.pixels.size());
-        // The first pixel's colour becomes the system's; the greys that the system maps as well must not
-        // occur.
+        // The control is wide enough even where a dialog unit is smallest.
+        EXPECT_LE(shown.size.cx, (shown.control->area.right - shown.control->area.left) * 6 / 4);
+        EXPECT_LE(shown.size.cy, (shown.control->area.bottom - shown.control->area.top) * 13 / 8);
+        ASSERT_EQ(static_cast<size_t>((shown.size.cx + 3) & ~3) * shown.size.cy, picture.pixels.size());
+        // The first pixel's colour becomes the system's; no other greys that the system maps may occur.
         const BYTE outside = picture.pixels[0];
-        const COLORREF mapped[] = {RGB(128, 128, 128), RGB(192, 192, 192), RGB(223, 223, 223),
-                                   Color(picture.palette[outside])};
-        for (const BYTE pixel : picture.pixels)
-            EXPECT_TRUE(pixel == outside || std::find(std::begin(mapped), std::end(mapped),
-                                                      Color(picture.palette[pixel])) == std::end(mapped))
-                << int{pixel};
-    }
-}
-
-TEST(Pictures, FitTheControlsThatShowThem)
-{
-    for (const Page& page : AllPages()) {
-        SCOPED_TRACE(page.number);
-        for (const TemplateControl& control : ReadDialogPage(page.number).controls) {
-            int number = control.picture;
-            if (page.position == 5 &&
-                std::count(kCartridgeIconIds.begin(), kCartridgeIconIds.end(), control.id))
-                number = 176;
-            if (page.position == kInformation)
-                number = control.id == 1062 ? 148 : control.id == 1063 ? 190 : control.id == 1066 ? 125 : 0;
-            if (!number) continue;
-            const Picture picture(number);
-            EXPECT_LE(picture.header.biWidth, (control.area.right - control.area.left) * 6 / 4) << control.id;
-            EXPECT_LE(picture.header.biHeight, (control.area.bottom - control.area.top) * 13 / 8)
-                << control.id;
-        }
+        const std::set<COLORREF> mapped{RGB(128, 128, 128), RGB(192, 192, 192), RGB(223, 223, 223),
+                                        Color(picture.palette[outside])};
+        for (const BYTE pixel : std::set<BYTE>(picture.pixels.begin(), picture.pixels.end()))
+            EXPECT_TRUE(pixel == outside || !mapped.contains(Color(picture.palette[pixel]))) << int{pixel};
     }
 }
 

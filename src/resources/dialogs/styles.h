@@ -5,7 +5,7 @@
 #define UPDOWN "msctls_updown32"
 #define TABCONTROL "SysTabControl32"
 
-#define PAGE_STYLE DS_SHELLFONT | DS_CONTROL | WS_CHILD | WS_DISABLED | WS_CAPTION
+#define PAGE_STYLE DS_SHELLFONT | DS_CONTROL | WS_CHILD | WS_CAPTION
 #define PANE_STYLE DS_SHELLFONT | DS_CONTROL | WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS
 
 // Popups keep the order of the printer description: they never sort.

@@ -1,0 +1,301 @@
+// What constraints, media modes, intents and colour models leave to choose from, and the controls that follow
+// them.
+#include "src/features/constraints.h"
+
+#include "platform/function_hook.h"
+#include "src/features/popup_filling.h"
+#include "tests/features/feature_test.h"
+
+namespace tintwerk {
+namespace {
+
+class ConstraintsTest : public FeatureTest
+{
+protected:
+    // A popup that shows all its options, so that the current item is its selection.
+    HWND Popup(int row, const std::string& keywords, int selection)
+    {
+        Fill(row, keywords, selection);
+        const HWND combo = context.popups.windows[row] ? context.popups.windows[row] : Combo(row);
+        FillPopUp(combo, PopupList(context, row), nullptr, selection);
+        trace.Take();
+        return combo;
+    }
+    // Selection numbers of the items that a popup offers now.
+    std::vector<int> Offered(int row)
+    {
+        std::vector<int> offered;
+        const HWND combo = context.popups.windows[row];
+        for (LRESULT i = 0; i < SendMessageW(combo, CB_GETCOUNT, 0, 0); ++i)
+            offered.push_back(
+                static_cast<int>(SendMessageW(combo, CB_GETITEMDATA, static_cast<WPARAM>(i), 0)));
+        return offered;
+    }
+};
+
+TEST_F(ConstraintsTest, ForbiddenResolutionsDisappearAndTheSelectionMovesOn)
+{
+    const struct
+    {
+        int selected;
+        Strings forbidden;
+        std::vector<int> offered;
+        int selection;
+    } cases[] = {
+        {2, {}, {1, 2, 3, 4}, 2},
+        {2, {"b"}, {1, 3, 4}, 3},
+        {2, {"c", "b"}, {1, 4}, 4},
+        {3, {"c", "d"}, {1, 2}, 2},
+        {4, {"d"}, {1, 2, 3}, 3},
+        {1, {"a", "b", "c", "d"}, {}, 0},
+        {1, {"d", "B", "bb"}, {1, 2, 3}, 1},
+        {0, {"d"}, {1, 2, 3}, 0},
+    };
+    for (const auto& row : cases) {
+        const HWND combo = Popup(kPopupResolution, "a b c d", row.selected);
+        if (row.selected == 0) SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+        core.answers["EnumConstrainedOptions Resolution"] = {S_OK, List(row.forbidden)};
+        CheckConstraints(context, kPopupResolution);
+        EXPECT_EQ(row.offered, Offered(kPopupResolution)) << row.selected;
+        EXPECT_EQ(row.selection, context.popups.selections[kPopupResolution]) << row.selected;
+    }
+    EXPECT_EQ(0, core.Count("WhyConstrained"));
+}
+
+TEST_F(ConstraintsTest, OnlyTheCartridgeForbidsAMediaType)
+{
+    Popup(kPopupMediaType, "Film Paper Cloth Foil", 2);
+    core.answers["EnumConstrainedOptions MediaType"] = {S_OK, List({"Paper", "Cloth", "Foil"})};
+    core.answers["WhyConstrained MediaType Paper"] = {
+        S_OK, List({"Resolution", "1200dpi", "halvCartridgeType", "cmyk"})};
+    core.answers["WhyConstrained MediaType Cloth"] = {
+        S_OK, List({"Resolution", "1200dpi", "InputSlot", "halvCartridgeType"})};
+    CheckConstraints(context, kPopupMediaType);
+    EXPECT_EQ((std::vector<int>{1, 3, 4}), Offered(kPopupMediaType));
+    EXPECT_EQ(3, context.popups.selections[kPopupMediaType]);
+    EXPECT_EQ((Strings{"EnumConstrainedOptions MediaType 8192", "WhyConstrained MediaType Paper 1024",
+                       "WhyConstrained MediaType Cloth 1024", "WhyConstrained MediaType Foil 1024"}),
+              core.calls);
+    const Strings lines = Lines();
+    EXPECT_EQ((Strings{"check win contraints\n", "Mediatype constrained by Feature: 'Resolution'\n",
+                       "Mediatype constrained by Feature: 'halvCartridgeType'\n",
+                       "Mediatype constrained by Feature: 'Resolution'\n",
+                       "Mediatype constrained by Feature: 'InputSlot'\n"}),
+              Strings(lines.begin(), lines.begin() + 5));
+}
+
+TEST_F(ConstraintsTest, ARefusedQuestionOrAMissingPopupLeavesEverythingAsItIs)
+{
+    Popup(kPopupMediaType, "Film Paper", 2);
+    core.answers["EnumConstrainedOptions MediaType"] = {E_OUTOFMEMORY, List({"Paper"})};
+    CheckConstraints(context, kPopupMediaType);
+    Fill(kPopupResolution, "a b", 2);
+    core.answers["EnumConstrainedOptions Resolution"] = {S_OK, List({"b"})};
+    CheckConstraints(context, kPopupResolution);
+    EXPECT_EQ((std::vector<int>{1, 2}), Offered(kPopupMediaType));
+    EXPECT_EQ(2, context.popups.selections[kPopupMediaType]);
+    EXPECT_EQ(2, context.popups.selections[kPopupResolution]);
+
+    // Lists without a closing zero, with sizes that lie.
+    core.answers["EnumConstrainedOptions MediaType"] = {S_OK, std::string("Film\0Paper", 10), 0xFFFFFFFF};
+    core.answers["WhyConstrained MediaType Film"] = {S_OK, std::string(1024, 'x'), 0xFFFFFFFF};
+    core.answers["WhyConstrained MediaType Paper"] = {S_OK, std::string("halvCartridgeType", 17)};
+    CheckConstraints(context, kPopupMediaType);
+    core.answers["EnumConstrainedOptions MediaType"] = {S_OK, std::string(8192, 'x')};
+    CheckConstraints(context, kPopupMediaType);
+    EXPECT_EQ((std::vector<int>{1, 2}), Offered(kPopupMediaType));
+    context.core.helper = nullptr;
+    CheckConstraints(context, kPopupMediaType);
+    EXPECT_EQ(2, context.popups.selections[kPopupMediaType]);
+}
+
+TEST_F(ConstraintsTest, IntentsAndColourModelsFollowTheMedia)
+{
+    const std::string intents = "none_0 photo_1 art_3 proof_4 special";
+    const std::string models = "RGB CMYKproof CMYK RGBphoto";
+    const struct
+    {
+        const char* what;
+        int row;
+        const char* media;
+        std::string intents, models;
+        int intent, model;
+        std::vector<int> offered;
+        int selection;
+    } cases[] = {
+        {"all intents", kPopupIntent, "Photo_9", intents, models, 4, 1, {1, 2, 3, 4, 5}, 4},
+        {"a higher mode than the media's", kPopupIntent, "Photo_3", intents, models, 4, 1, {1, 2, 3, 5}, 3},
+        {"no mode", kPopupIntent, "Plain", intents, models, 3, 1, {1, 5}, 1},
+        {"none before it", kPopupIntent, "Plain", "a_3 b_2 c d", models, 1, 1, {3, 4}, 3},
+        {"two models only", kPopupIntent, "Photo_9", intents, "RGB CMYK", 1, 1, {2, 3, 4, 5}, 2},
+        {"nothing", kPopupIntent, "Plain", "a_3 b_2", models, 2, 1, {}, 1},
+        {"no options", kPopupIntent, "Plain", "", models, 0, 1, {}, 1},
+        {"all models", kPopupColorModel, "Photo_3", intents, models, 2, 3, {1, 2, 3, 4}, 3},
+        {"no colour data", kPopupColorModel, "Chart_2", intents, models, 2, 3, {1, 2}, 2},
+        {"no colour management", kPopupColorModel, "Photo_3", intents, models, 1, 4, {1, 2}, 2},
+        {"models in another order",
+         kPopupColorModel,
+         "Chart_2",
+         intents,
+         "CMYK CMYKproofs RGB",
+         2,
+         1,
+         {3},
+         3},
+        {"no model", kPopupColorModel, "Chart_2", intents, "CMYK Grey rgb", 2, 3, {}, 1},
+    };
+    for (const auto& row : cases) {
+        Fill(kPopupMediaType, row.media, 0);
+        Popup(kPopupIntent, row.intents, row.intent);
+        Popup(kPopupColorModel, row.models, row.model);
+        checkAvailabilityforMenus(context, row.row);
+        EXPECT_EQ(row.offered, Offered(row.row)) << row.what;
+        EXPECT_EQ(row.selection, context.popups.selections[row.row]) << row.what;
+        EXPECT_EQ(1, context.popups.selections[kPopupMediaType]) << row.what;
+    }
+}
+
+TEST_F(ConstraintsTest, AvailabilityTellsTheTrace)
+{
+    Fill(kPopupMediaType, "Plain Chart_2", 2);
+    Fill(kPopupIntent, "none_0 a_3 b_1", 2);
+    checkAvailabilityforMenus(context, kPopupIntent);
+    const Strings before = {"checkAvailabilityforMenus: item=kPOP_MEDIATYPE, selection=2\n",
+                            "got MediaMode: 2 - Chart_2\n"};
+    EXPECT_EQ(before, Lines()) << "stops without a combo box";
+    EXPECT_EQ(2, context.popups.selections[kPopupIntent]);
+
+    Popup(kPopupIntent, "none_0 a_3 b_1", 2);
+    Fill(kPopupColorModel, "RGB CMYK 100%s", 1);
+    checkAvailabilityforMenus(context, kPopupIntent);
+    Strings lines = Lines();
+    lines.resize(6);
+    EXPECT_EQ((Strings{before[0], before[1], "Availabilitycheck - Mediamode = 2\n", "SetItemEnabled: 1/3\n",
+                       "SetItemEnabled: 3/3\n", "UI:  \nFILLPOPUP - active= 1 / ''\n"}),
+              lines);
+
+    Fill(kPopupMediaType, "", 0);
+    checkAvailabilityforMenus(context, kPopupIntent);
+    lines = Lines();
+    EXPECT_EQ("got MediaMode: 0 - \n", lines[1]);
+}
+
+TEST_F(ConstraintsTest, ControlsFollowTheMediaMode)
+{
+    for (int row = 0; row < kSliderRows; ++row)
+        Slider(row);
+    for (const int row : {kPopupCartridge, kPopupMediaType, kPopupResolution, kPopupPageSize, kPopupIntent,
+                          kPopupColorModel, kPopupDithering, kPopupColorspace, kPopupCmykSpace})
+        Combo(row);
+    std::vector<HWND> column;
+    for (const int id : {1201, 1211, 1206, 1192, 1403, 1226})
+        column.push_back(Child(TEXT("STATIC"), 0, id));
+    column.push_back(context.sliders.windows[kSliderBrightM]);
+    context.inkControl = {Child(TEXT("STATIC"), 0, 1191), Child(TEXT("STATIC"), 0, 1238),
+                          Child(TEXT("STATIC"), 0, 1237)};
+    context.pages[4] = page;
+    const auto visible = [](HWND window) { return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0; };
+    const auto enabled = [&](int row) { return IsWindowEnabled(context.sliders.windows[row]) != FALSE; };
+
+    for (int mode = 0; mode <= 9; ++mode) {
+        SCOPED_TRACE(mode);
+        Fill(kPopupMediaType, "Media_" + std::to_string(mode), 1);
+        UpdateMediaModeControls(context, 0);
+        EXPECT_EQ(mode >= 4, enabled(kSliderUcr));
+        EXPECT_EQ(mode >= 5, enabled(kSliderBrightC));
+        EXPECT_EQ(mode >= 6, enabled(kSliderBrightM));
+        for (int row = 0; row < kSliderBorderlessExpand; ++row)
+            EXPECT_TRUE(enabled(row) == (mode != 2) || (row >= kSliderUcr && row <= kSliderBrightM)) << row;
+        EXPECT_TRUE(enabled(kSliderBorderlessExpand) && enabled(kSliderScreenInksaturation));
+        for (int row = 0; row < kPopups; ++row)
+            if (context.popups.windows[row]) {
+                const bool always =
+                    row == kPopupMediaType || row == kPopupPageSize || row == kPopupColorModel;
+                EXPECT_EQ(always || mode != 2, IsWindowEnabled(context.popups.windows[row]) != FALSE) << row;
+            }
+        for (const HWND window : column)
+            EXPECT_EQ(mode != 5, visible(window));
+        EXPECT_EQ(mode != 5, visible(context.inkControl.brightCyanIcon));
+        EXPECT_EQ(mode == 5, visible(context.inkControl.photoIcon));
+        WCHAR caption[100] = {};
+        GetWindowTextW(context.inkControl.brightCyanLabel, caption, 100);
+        EXPECT_EQ(mode == 5 ? "Bright Inks\nUsage" : "Bright Cyan\nUsage", Narrow(caption));
+    }
+
+    for (const int row : {kSliderAdjustK, kSliderAdjustC, kSliderAdjustM, kSliderAdjustY}) {
+        EnableColorControls(context, false);
+        EXPECT_FALSE(enabled(row));
+        EnableColorControls(context, true);
+        EXPECT_TRUE(enabled(row));
+    }
+    const Strings lines = Lines();
+    EXPECT_EQ((Strings{"UI:  colors disabled\n", "UI:  colors enabled\n"}),
+              Strings(lines.end() - 2, lines.end()));
+}
+
+struct Warning
+{
+    HWND owner;
+    WideString text, caption;
+    UINT style;
+};
+std::vector<Warning> warnings;
+int WINAPI RecordWarning(HWND owner, LPCWSTR text, LPCWSTR caption, UINT style)
+{
+    warnings.push_back({owner, text, caption, style});
+    return IDOK;
+}
+
+TEST_F(ConstraintsTest, AnIncompleteProfileIsWarnedOfWhenItIsChosen)
+{
+    warnings.clear();
+    ReplaceFunction("MessageBoxW", &RecordWarning);
+    Fill(kPopupMediaType, "Chart_2 Photo_3", 1);
+    context.owner = reinterpret_cast<HWND>(static_cast<LONG_PTR>(0x77));
+    UpdateMediaModeControls(context, 1075);
+    UpdateMediaModeControls(context, 0);
+    EXPECT_EQ(0u, warnings.size());
+    UpdateMediaModeControls(context, 1073);
+    context.popups.selections[kPopupMediaType] = 2;
+    UpdateMediaModeControls(context, 1073);
+    RestoreFunction("MessageBoxW");
+    ASSERT_EQ(1u, warnings.size());
+    EXPECT_EQ(context.owner, warnings[0].owner);
+    EXPECT_EQ("Attention:", Narrow(warnings[0].caption));
+    EXPECT_EQ("You have chosen an incomplete media profile without color data! This profile should only be "
+              "used for "
+              "printing color charts!",
+              Narrow(warnings[0].text));
+    EXPECT_EQ(static_cast<UINT>(MB_OK | MB_ICONWARNING | MB_SYSTEMMODAL), warnings[0].style);
+}
+
+TEST_F(ConstraintsTest, TheColourSpacePopupFitsTheColourModel)
+{
+    const struct
+    {
+        const char* models;
+        int selection, stored;
+        bool cmyk;
+        Strings lines;
+    } cases[] = {
+        {"RGB CMYKproof", 2, 2, true, {"colmode=2\n", "colmodename=CMYKproof\n", "CMYK-Mode - CMYKproof\n"}},
+        {"RGB CMYKproof", 1, 1, false, {"colmode=1\n", "colmodename=RGB\n", "RGB-Mode - RGB\n"}},
+        {"cmyk CMY", 9, 2, false, {"colmode=2\n", "colmodename=CMY\n", "RGB-Mode - CMY\n"}},
+        {"CMYK", 0, 0, false, {"colmode=0\n", "colmodename=\n", "RGB-Mode - \n"}},
+        {"", 3, 1, false, {"colmode=1\n", "colmodename=\n", "RGB-Mode - \n"}},
+        {"CMYK%s%n", 1, 1, true, {"colmode=1\n", "colmodename=CMYK%s%n\n", "CMYK-Mode - CMYK%s%n\n"}},
+    };
+    const HWND colorspace = Combo(kPopupColorspace);
+    const HWND cmykSpace = Combo(kPopupCmykSpace);
+    for (const auto& row : cases) {
+        Fill(kPopupColorModel, row.models, row.selection);
+        UpdateColorModeControls(context);
+        EXPECT_EQ(row.lines, Lines());
+        EXPECT_EQ(row.stored, context.popups.selections[kPopupColorModel]) << row.models;
+        EXPECT_EQ(!row.cmyk, (GetWindowLongPtrW(colorspace, GWL_STYLE) & WS_VISIBLE) != 0) << row.models;
+        EXPECT_EQ(row.cmyk, (GetWindowLongPtrW(cmykSpace, GWL_STYLE) & WS_VISIBLE) != 0) << row.models;
+    }
+}
+
+} // namespace
+} // namespace tintwerk

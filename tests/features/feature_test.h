@@ -1,0 +1,116 @@
+// The scene of the feature tests: an open sheet's context over a scripted core driver, with windows on
+// demand.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/testing.h"
+#include "src/bindings/current_values.h"
+#include "src/bindings/popups.h"
+#include "src/records/sheet_context.h"
+#include "tests/support/fake_core.h"
+
+namespace tintwerk {
+
+using Strings = std::vector<std::string>;
+using WideString = std::basic_string<WCHAR>;
+
+inline std::string Narrow(const WideString& text)
+{
+    return {text.begin(), text.end()};
+}
+
+class FeatureTest : public testing::Test
+{
+protected:
+    FeatureTest()
+    {
+        context.options = table.get();
+        context.core = {FakeCore::Object(), &core, nullptr, heap};
+        Current() = InitialValues();
+    }
+    ~FeatureTest() override
+    {
+        if (page) DestroyWindow(page);
+        HeapDestroy(heap);
+    }
+
+    // The trace lines since the last call, in 8 bits.
+    Strings Lines()
+    {
+        Strings lines;
+        for (const WideString& line : trace.Take())
+            lines.push_back(Narrow(line));
+        return lines;
+    }
+
+    // An option list as the initial read leaves it.
+    void Fill(int row, const std::string& keywords, int selection)
+    {
+        static std::vector<std::unique_ptr<Strings>> kept;
+        kept.push_back(std::make_unique<Strings>(Words(keywords)));
+        OptionList& list = table->lists[static_cast<size_t>(row)] = {};
+        for (size_t i = 0; i < kept.back()->size(); ++i)
+            list[i].keyword = (*kept.back())[i].c_str();
+        context.popups.selections[row] = selection;
+    }
+
+    HWND Child(const WCHAR* kind, DWORD style, int id)
+    {
+        if (!page)
+            page = CreateWindowExW(0, TEXT("STATIC"), TEXT(""), WS_OVERLAPPED, 0, 0, 400, 400, nullptr,
+                                   nullptr, GetModuleHandleW(nullptr), nullptr);
+        const HWND window = CreateWindowExW(0, kind, TEXT(""), WS_CHILD | WS_VISIBLE | style, 0, 0, 100, 100,
+                                            page, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(id)),
+                                            GetModuleHandleW(nullptr), nullptr);
+        EXPECT_NE(nullptr, window);
+        return window;
+    }
+    HWND Combo(int row)
+    {
+        return context.popups.windows[row] =
+                   Child(TEXT("COMBOBOX"), CBS_DROPDOWNLIST, kPopupTable[static_cast<size_t>(row)].controlId);
+    }
+    HWND Slider(int row, DWORD style = 0)
+    {
+        const ControlBinding& slider = kSliderTable[static_cast<size_t>(row)];
+        const HWND window = Child(TRACKBAR_CLASSW, style, slider.sliderId);
+        SendMessageW(window, TBM_SETRANGEMIN, TRUE, slider.minimum);
+        SendMessageW(window, TBM_SETRANGEMAX, TRUE, slider.maximum);
+        return context.sliders.windows[row] = window;
+    }
+    HWND CheckBox(int row, bool checked)
+    {
+        const HWND box =
+            Child(TEXT("BUTTON"), BS_AUTOCHECKBOX, kCheckBoxTable[static_cast<size_t>(row)].controlId);
+        SendMessageW(box, BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);
+        return context.checkBoxes.windows[row] = box;
+    }
+    // "text=data" of every item, the current one with a star.
+    static Strings Items(HWND combo)
+    {
+        Strings items;
+        for (LRESULT i = 0; i < SendMessageW(combo, CB_GETCOUNT, 0, 0); ++i) {
+            WCHAR text[300] = {};
+            const auto item = static_cast<WPARAM>(i);
+            SendMessageW(combo, CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text));
+            items.push_back(Narrow(text) + "=" +
+                            std::to_string(SendMessageW(combo, CB_GETITEMDATA, item, 0)));
+            if (SendMessageW(combo, CB_GETCURSEL, 0, 0) == i) items.back() += "*";
+        }
+        return items;
+    }
+
+    FakeCore core;
+    const HANDLE heap = HeapCreate(0, 0, 0);
+    const std::unique_ptr<OptionTable> table = std::make_unique<OptionTable>();
+    SheetContext context{};
+    HWND page = nullptr;
+    DebugLines trace;
+};
+
+} // namespace tintwerk

@@ -1,0 +1,196 @@
+// What a popup shows and which option its choice writes; the size under the page size popup.
+#include "src/features/popup_filling.h"
+
+#include "platform/function_hook.h"
+#include "src/features/control_values.h"
+#include "tests/features/feature_test.h"
+
+namespace tintwerk {
+namespace {
+
+class PopupTest : public FeatureTest
+{
+protected:
+    // Gives every option of a row the display name that the fake core driver would give it.
+    void Name(int row)
+    {
+        static std::vector<std::unique_ptr<WideString>> kept;
+        OptionEntry* const list = table->lists[static_cast<size_t>(row)].data();
+        for (int i = 0; i < CountOptions(list); ++i) {
+            kept.push_back(std::make_unique<WideString>(FakeCore::NameOf(list[i].keyword)));
+            list[i].displayName = kept.back()->c_str();
+        }
+    }
+};
+
+TEST_F(PopupTest, ShowsTheVisibleOptionsAndTheSelectedOne)
+{
+    const struct
+    {
+        std::string options;
+        std::vector<int> visibility;
+        int selection;
+        Strings items; // the current one with a star
+    } cases[] = {
+        {"a b c d", {}, 1, {"[a]=1*", "[b]=2", "[c]=3", "[d]=4"}},
+        {"a b c d", {1, 1, 0, 1}, 4, {"[a]=1", "[b]=2", "[d]=4*"}},
+        {"a b c d", {1, 1, 0, 1}, 3, {"[a]=1", "[b]=2*", "[d]=4"}},
+        {"a b c d", {0, 1, 1, 1}, 1, {"[b]=2", "[c]=3", "[d]=4"}},
+        {"a b c d", {-3, -1, 2, 0}, 3, {"[a]=1", "[b]=2", "[c]=3*"}},
+        {"a b", {}, 0, {"[a]=1*", "[b]=2"}},
+        {"a b", {}, 3, {"[a]=1*", "[b]=2"}},
+        {"a b", {}, -1, {"[a]=1*", "[b]=2"}},
+        {"*a b *c d", {}, 4, {"[b]=2", "[d]=4*"}},
+        {"*a b", {}, 1, {"[b]=2"}},
+        {"a b", {0, 0}, 2, {}},
+        {"", {}, 1, {}},
+    };
+    const HWND combo = Combo(kPopupMediaType);
+    for (const auto& row : cases) {
+        Fill(kPopupMediaType, row.options, row.selection);
+        Name(kPopupMediaType);
+        FillPopUp(combo, table->lists[kPopupMediaType].data(),
+                  row.visibility.empty() ? nullptr : row.visibility.data(), row.selection);
+        EXPECT_EQ(row.items, Items(combo)) << row.options << " " << row.selection;
+    }
+}
+
+TEST_F(PopupTest, TellsTheTraceWhatItDoes)
+{
+    const HWND combo = Combo(kPopupMediaType);
+    Fill(kPopupMediaType, "a b *c d", 2);
+    Name(kPopupMediaType);
+    table->lists[kPopupMediaType][3].displayName = nullptr;
+    const int visibility[] = {0, 1, 1, 1};
+    FillPopUp(combo, table->lists[kPopupMediaType].data(), visibility, 2);
+    EXPECT_EQ(
+        (Strings{"UI:  \nFILLPOPUP - active= 2 / '[b]'\n", "UI:  --- INVISIBLE --- '[a]'\n",
+                 "UI:  Fillpopup - setactive item to #0\n", "UI:  Adding to PopUpButton: '[b]' itemname:b\n",
+                 "UI:  Fillpopup - setactive item to #1\n", "UI:  Fillpopup - setactive item to #1\n",
+                 "UI:  Adding to PopUpButton: '' itemname:d\n", "UI:  Fillpopup - setactive item to #2\n",
+                 "UI:  FillPOPUP -> activeidx = 1\n"}),
+        Lines());
+    EXPECT_EQ((Strings{"[b]=2*", "=4"}), Items(combo));
+    Fill(kPopupMediaType, "", 0);
+    FillPopUp(combo, table->lists[kPopupMediaType].data(), nullptr, 0);
+    EXPECT_EQ((Strings{"UI:  \nFILLPOPUP - active= 0 / ''\n", "UI:  FillPOPUP -> activeidx = 1\n"}), Lines());
+    EXPECT_EQ(Strings{}, Items(combo));
+}
+
+TEST_F(PopupTest, HoldsAtMost80Options)
+{
+    std::string options;
+    for (int i = 0; i < 80; ++i)
+        options += "o ";
+    Fill(kPopupPageSize, options, 80);
+    std::fill_n(context.pageSizes.statuses, kMaxOptions, -1);
+    const HWND combo = Combo(kPopupPageSize);
+    FillPopUp(combo, PopupList(context, kPopupPageSize), PopupVisibility(context, kPopupPageSize), 80);
+    EXPECT_EQ(80, SendMessageW(combo, CB_GETCOUNT, 0, 0));
+    EXPECT_EQ(80, SelectedItemData(combo));
+    FillPopUp(Combo(kPopupHalftone), PopupList(context, kPopupHalftone),
+              PopupVisibility(context, kPopupHalftone), 4);
+    EXPECT_EQ((Strings{"Tintwerk=1*", "App specified (Postscript)=2", "Off=3"}),
+              Items(context.popups.windows[kPopupHalftone]));
+}
+
+TEST_F(PopupTest, AChoiceWritesTheOptionThatTheItemCarries)
+{
+    const HWND combo = Combo(kPopupMediaType);
+    Fill(kPopupMediaType, "Film Paper Cloth", 3);
+    const int visibility[] = {0, 1, 1};
+    FillPopUp(combo, table->lists[kPopupMediaType].data(), visibility, 3);
+    SendMessageW(combo, CB_SETCURSEL, 0, 0);
+    trace.Take();
+    EXPECT_TRUE(SetPopupOption(context, kPopupMediaType));
+    EXPECT_EQ(2, context.popups.selections[kPopupMediaType]);
+    EXPECT_EQ((Strings{"SetOptions MediaType|Paper||"}), core.calls);
+    EXPECT_EQ((Strings{"UI:  Option '*MediaType' selection is 'Paper'\r\n", "UI:  Selection is entry #2'\r\n",
+                       "SetOption 'MediaType'='Paper' result = -2147024809\n"}),
+              Lines());
+
+    for (const int item : {-1, 1}) { // no current item, an item beyond the list
+        SendMessageW(combo, CB_SETITEMDATA, 1, 4);
+        SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+        EXPECT_FALSE(SetPopupOption(context, kPopupMediaType));
+        EXPECT_EQ(item < 0 ? 0 : 4, context.popups.selections[kPopupMediaType]);
+        EXPECT_EQ(Strings{"No PPD Options for feature available\n"}, Lines());
+    }
+    EXPECT_FALSE(SetPopupOption(context, kPopupCartridge)) << "no window";
+    EXPECT_EQ(1u, core.calls.size());
+}
+
+// The spooler's forms in these tests: any name, of the size set here.
+SIZEL formSize;
+DWORD formError;
+WideString formAsked;
+BOOL WINAPI AnswerForm(HANDLE, LPWSTR name, DWORD, LPBYTE buffer, DWORD size, LPDWORD needed)
+{
+    formAsked = name;
+    *needed = 2000;
+    if (formError || size < sizeof(FORM_INFO_1W)) return FALSE;
+    auto& form = *reinterpret_cast<FORM_INFO_1W*>(buffer);
+    form = {};
+    form.pName = const_cast<LPWSTR>(TEXT("A4 form"));
+    form.Size = formSize;
+    return TRUE;
+}
+
+TEST_F(PopupTest, ShowsTheSizeOfTheFormInWholeMillimetres)
+{
+    const HWND label = Child(TEXT("STATIC"), 0, 1224);
+    context.pages[0] = page;
+    const HWND combo = Combo(kPopupPageSize);
+    Fill(kPopupPageSize, "A4", 1);
+    Name(kPopupPageSize);
+    FillPopUp(combo, PopupList(context, kPopupPageSize), nullptr, 1);
+    trace.Take();
+    const auto shown = [&] {
+        WCHAR text[100] = {};
+        GetWindowTextW(label, text, 100);
+        return Narrow(text);
+    };
+
+    ReplaceFunction("GetFormW", &AnswerForm);
+    const struct
+    {
+        SIZEL size;
+        const char* text;
+    } cases[] = {{{210000, 297000}, "(210 x 297 mm)"},
+                 {{215900, 279400}, "(216 x 279 mm)"},
+                 {{499, 500}, "(0 x 1 mm)"},
+                 {{2147483647, -1600}, "(2147484 x -1 mm)"}};
+    formError = 0;
+    for (const auto& row : cases) {
+        formSize = row.size;
+        ShowFormSize(context);
+        EXPECT_EQ(row.text, shown());
+        EXPECT_EQ(
+            (Strings{"ComboBox PageSize - Selection = [A4]\n", "ComboBox PageSize - GetForm result = 1\n",
+                     "Form:A4 form " + std::string(row.text) + "\n\n"}),
+            Lines());
+    }
+    EXPECT_EQ(TEXT("[A4]"), formAsked);
+
+    formError = 1;
+    ShowFormSize(context);
+    EXPECT_EQ("(2147484 x -1 mm)", shown());
+    EXPECT_EQ((Strings{"ComboBox PageSize - Selection = [A4]\n", "ComboBox PageSize - GetForm result = 0\n",
+                       "** GetForm failed - cbNeeded = 2000 (1024)\n"}),
+              Lines());
+
+    // Nothing is asked without an item, with a name of 128 characters, or without the label.
+    SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+    ShowFormSize(context);
+    SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(WideString(128, 'f').c_str()));
+    SendMessageW(combo, CB_SETCURSEL, 1, 0);
+    ShowFormSize(context);
+    context.pages[0] = nullptr;
+    SendMessageW(combo, CB_SETCURSEL, 0, 0);
+    ShowFormSize(context);
+    EXPECT_EQ(Strings{}, Lines());
+    RestoreFunction("GetFormW");
+}
+
+} // namespace
+} // namespace tintwerk

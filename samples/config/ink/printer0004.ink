@@ -1,0 +1,11 @@
+[Tintwerk_Ink_Info]
+[Total]
+TotalInk_K=20480
+TotalInk_Y=8840
+TotalInk_M=9920
+TotalInk_C=9560
+[Last]
+LastInk_K=180
+LastInk_Y=310
+LastInk_M=270
+LastInk_C=290

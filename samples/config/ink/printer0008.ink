@@ -1,0 +1,16 @@
+[Tintwerk_Ink_Info]
+[Total]
+TotalInk_K=256800
+TotalInk_KM=125600
+TotalInk_Y=75200
+TotalInk_M=70600
+TotalInk_C=76080
+TotalInk_M2=37600
+TotalInk_C2=39480
+[Last]
+LastInk_KM=12400
+LastInk_Y=0
+LastInk_M=0
+LastInk_C=0
+LastInk_M2=0
+LastInk_C2=0

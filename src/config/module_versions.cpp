@@ -1,0 +1,132 @@
+#include "src/config/module_versions.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <iterator>
+
+#include "platform/owners.h"
+
+namespace tintwerk {
+
+namespace {
+
+constexpr DWORD kDriverLevel = 4;
+constexpr UINT kLatin1 = 28591;
+constexpr int kVersionUnits = 32;
+constexpr WCHAR kUnknown[] = TEXT("unknown");
+
+bool EndsWith(const WCHAR* path, const WCHAR* suffix)
+{
+    const int length = lstrlenW(path);
+    const int suffixLength = lstrlenW(suffix);
+    return length >= suffixLength && lstrcmpiW(path + length - suffixLength, suffix) == 0;
+}
+
+const WCHAR* FileNameOf(const WCHAR* path)
+{
+    const WCHAR* name = path;
+    for (; *path; ++path)
+        if (*path == '\\') name = path + 1;
+    return name;
+}
+
+void CopyDataFileName(const WCHAR* path, DriverVersions* versions)
+{
+    char* const name = versions->dataFileName;
+    if (WideCharToMultiByte(kLatin1, 0, FileNameOf(path), -1, name, sizeof(versions->dataFileName), nullptr,
+                            nullptr) == 0)
+        name[0] = 0;
+}
+
+// Takes a module of the driver's dependent files when it is one of ours.
+void TakeModule(const WCHAR* path, DriverVersions* versions)
+{
+    if (EndsWith(path, TEXT("\\PSTWUI.DLL")))
+        GetFileVersionText(path, versions->plugin);
+    else if (EndsWith(path, TEXT("\\PSTWDRV.DLL")))
+        GetFileVersionText(path, versions->renderingPlugin);
+}
+
+// The printer driver's description in one block of the process heap; null when the spooler does not give it.
+HeapBlock<DRIVER_INFO_4W> ReadDriver(HANDLE printer)
+{
+    DWORD needed = 0;
+    GetPrinterDriverW(printer, nullptr, kDriverLevel, nullptr, 0, &needed);
+    if (needed == 0) return {};
+    HeapBlock<DRIVER_INFO_4W> driver(GetProcessHeap(), std::max<SIZE_T>(needed, sizeof(DRIVER_INFO_4W)));
+    if (!driver || !GetPrinterDriverW(printer, nullptr, kDriverLevel, reinterpret_cast<LPBYTE>(driver.Get()),
+                                      needed, &needed))
+        return {};
+    return driver;
+}
+
+// The text of the file version in the resource's first language; null when it has none.
+const WCHAR* FileVersion(const void* resource, UINT* units)
+{
+    struct Translation
+    {
+        WORD language, codePage;
+    };
+    void* value = nullptr;
+    UINT size = 0;
+    if (!VerQueryValueW(resource, TEXT("\\VarFileInfo\\Translation"), &value, &size) ||
+        size < sizeof(Translation))
+        return nullptr;
+    const auto* const translation = static_cast<const Translation*>(value);
+    char name[64];
+    std::snprintf(name, sizeof(name), "\\StringFileInfo\\%04x%04x\\FileVersion", translation->language,
+                  translation->codePage);
+    WCHAR wideName[std::size(name)];
+    std::copy(std::begin(name), std::end(name), wideName);
+    return VerQueryValueW(resource, wideName, &value, units) && *units ? static_cast<const WCHAR*>(value)
+                                                                       : nullptr;
+}
+
+} // namespace
+
+int GetDriverVersions(HANDLE printer, DriverVersions* versions)
+{
+    for (WCHAR* const version :
+         {versions->coreUi, versions->coreDriver, versions->plugin, versions->renderingPlugin})
+        lstrcpyW(version, kUnknown);
+    const HeapBlock<DRIVER_INFO_4W> driver = ReadDriver(printer);
+    if (!driver) return 0;
+
+    const auto orEmpty = [](const WCHAR* path) { return path ? path : TEXT(""); };
+    CopyDataFileName(orEmpty(driver->pDataFile), versions);
+    GetFileVersionText(orEmpty(driver->pDriverPath), versions->coreDriver);
+    GetFileVersionText(orEmpty(driver->pConfigFile), versions->coreUi);
+    for (const WCHAR* path = orEmpty(driver->pDependentFiles); *path; path += lstrlenW(path) + 1)
+        TakeModule(path, versions);
+    return 1;
+}
+
+void GetFileVersionText(const WCHAR* path, WCHAR* text)
+{
+    text[0] = 0;
+    DWORD ignored = 0;
+    const DWORD size = GetFileVersionInfoSizeW(path, &ignored);
+    if (size == 0) return;
+    const HeapBlock<BYTE> resource(GetProcessHeap(), size);
+    if (!resource || !GetFileVersionInfoW(path, 0, size, resource.Get())) return;
+    UINT units = 0;
+    const WCHAR* const version = FileVersion(resource.Get(), &units);
+    if (!version) return;
+    lstrcpynW(text, version, std::min(kVersionUnits, static_cast<int>(std::min<UINT>(units, 0x7FFF)) + 1));
+    ShortenVersion(text);
+}
+
+void ShortenVersion(WCHAR* text)
+{
+    int dots = 0;
+    while (*text && dots < 3)
+        if (*text++ == '.') ++dots;
+    if (dots < 3 || !text[0] || !text[1]) return;
+    for (++text; *text; ++text) {
+        if (*text != ' ') continue;
+        *text = 0;
+        return;
+    }
+}
+
+} // namespace tintwerk

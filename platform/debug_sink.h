@@ -8,8 +8,8 @@ namespace tintwerk {
 // Called on the thread that traces, with one whole line.
 using DebugSink = void (*)(const WCHAR* line, void* context);
 
-// Sets the one sink of the process; a null sink switches it off. Called again after the plug-in is loaded, so that its lines
-// arrive too. Not to be called while another thread traces.
+// Sets the one sink of the process; a null sink switches it off. Not to be called while another thread
+// traces.
 void SetDebugSink(DebugSink sink, void* context);
 
 } // namespace tintwerk

@@ -1,0 +1,297 @@
+// Files and handles of the headless platform, on those of this system. Backslashes in paths are read as
+// slashes.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "platform/headless/handles.h"
+#include "platform/headless/hookable.h"
+#include "platform/headless/kernel_objects.h"
+#include "platform/headless/wide.h"
+
+using namespace tintwerk::headless;
+
+namespace tintwerk::headless {
+
+HandleTable<KernelObject>& KernelObjects()
+{
+    static auto& objects = *new HandleTable<KernelObject>;
+    return objects;
+}
+
+} // namespace tintwerk::headless
+
+namespace {
+
+struct File final : KernelObject
+{
+    explicit File(int file) : KernelObject(Kind::File), descriptor(file) {}
+    ~File() override { close(descriptor); }
+
+    int descriptor;
+};
+
+bool DirectoryExists(const std::string& path)
+{
+    struct stat status;
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+DWORD ErrorOf(int number, const std::string& path)
+{
+    switch (number) {
+    case ENOENT: {
+        const std::size_t slash = path.rfind('/');
+        const bool parent =
+            slash == std::string::npos || slash == 0 || DirectoryExists(path.substr(0, slash));
+        return parent ? ERROR_FILE_NOT_FOUND : ERROR_PATH_NOT_FOUND;
+    }
+    case ENOTDIR:
+        return ERROR_PATH_NOT_FOUND;
+    case EEXIST:
+        return ERROR_FILE_EXISTS;
+    case ENOTEMPTY:
+        return ERROR_DIR_NOT_EMPTY;
+    case ENOSPC:
+        return ERROR_DISK_FULL;
+    case ENOMEM:
+        return ERROR_NOT_ENOUGH_MEMORY;
+    case ENAMETOOLONG:
+        return ERROR_INVALID_NAME;
+    default:
+        return ERROR_ACCESS_DENIED;
+    }
+}
+
+BOOL Fail(DWORD error)
+{
+    SetLastError(error);
+    return FALSE;
+}
+
+BOOL Result(int status, const std::string& path)
+{
+    return status == 0 ? TRUE : Fail(ErrorOf(errno, path));
+}
+
+int OpenFlags(DWORD access, DWORD disposition)
+{
+    const bool writes = access & GENERIC_WRITE;
+    const int flags = O_CLOEXEC | (writes ? (access & GENERIC_READ ? O_RDWR : O_WRONLY) : O_RDONLY);
+    switch (disposition) {
+    case CREATE_NEW:
+        return flags | O_CREAT | O_EXCL;
+    case CREATE_ALWAYS:
+        return flags | O_CREAT | O_TRUNC;
+    case OPEN_ALWAYS:
+        return flags | O_CREAT;
+    case TRUNCATE_EXISTING:
+        return flags | O_TRUNC;
+    default:
+        return flags;
+    }
+}
+
+HANDLE OpenFile(LPCSTR name, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWORD disposition, DWORD, HANDLE)
+{
+    const std::string path = NativePath(name ? name : "");
+    struct stat status;
+    const bool exists = stat(path.c_str(), &status) == 0;
+    // The superuser of this system may write anything; a read-only file is read-only all the same.
+    const bool readOnly =
+        exists && !(status.st_mode & S_IWUSR) && (access & GENERIC_WRITE || disposition == CREATE_ALWAYS);
+    if (readOnly || (exists && S_ISDIR(status.st_mode))) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return INVALID_HANDLE_VALUE;
+    }
+    const int descriptor = open(path.c_str(), OpenFlags(access, disposition), 0666);
+    if (descriptor < 0) {
+        SetLastError(ErrorOf(errno, path));
+        return INVALID_HANDLE_VALUE;
+    }
+    const bool keeps = exists && (disposition == CREATE_ALWAYS || disposition == OPEN_ALWAYS);
+    SetLastError(keeps ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
+    return KernelObjects().Open(std::make_shared<File>(descriptor));
+}
+
+// Calls a function with the descriptor of an open file.
+template <typename Function> BOOL WithFile(HANDLE handle, Function function)
+{
+    const std::shared_ptr<KernelObject> object = KernelObjects().Get(handle);
+    const File* const file =
+        object && object->kind == KernelObject::Kind::File ? static_cast<const File*>(object.get()) : nullptr;
+    return file ? function(file->descriptor) : Fail(ERROR_INVALID_HANDLE);
+}
+
+// Moves all bytes in as many calls as it takes; stops early at the end of the file.
+template <typename Buffer, typename Move> BOOL MoveAll(Buffer buffer, DWORD bytes, LPDWORD moved, Move move)
+{
+    DWORD done = 0;
+    while (done < bytes) {
+        const ssize_t count = move(buffer + done, bytes - done);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return Fail(ErrorOf(errno, ""));
+        if (count == 0) break;
+        done += static_cast<DWORD>(count);
+    }
+    if (moved) *moved = done;
+    return TRUE;
+}
+
+BOOL WriteBytes(HANDLE file, LPCVOID buffer, DWORD bytes, LPDWORD written, LPOVERLAPPED)
+{
+    return WithFile(file, [&](int descriptor) {
+        return MoveAll(
+            static_cast<const char*>(buffer), bytes, written,
+            [descriptor](const char* from, std::size_t count) { return write(descriptor, from, count); });
+    });
+}
+
+BOOL ReadBytes(HANDLE file, LPVOID buffer, DWORD bytes, LPDWORD read, LPOVERLAPPED)
+{
+    return WithFile(file, [&](int descriptor) {
+        return MoveAll(static_cast<char*>(buffer), bytes, read,
+                       [descriptor](char* to, std::size_t count) { return ::read(descriptor, to, count); });
+    });
+}
+
+BOOL EndHandle(HANDLE handle)
+{
+    return KernelObjects().Close(handle) ? TRUE : Fail(ERROR_INVALID_HANDLE);
+}
+
+Hookable<OpenFile> createFile{"CreateFileA"};
+Hookable<ReadBytes> readFile{"ReadFile"};
+Hookable<WriteBytes> writeFile{"WriteFile"};
+Hookable<EndHandle> closeHandle{"CloseHandle"};
+
+} // namespace
+
+HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
+                   DWORD flags, HANDLE pattern)
+{
+    return createFile(path, access, share, security, disposition, flags, pattern);
+}
+
+BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD bytes, LPDWORD read, LPOVERLAPPED overlapped)
+{
+    return readFile(file, buffer, bytes, read, overlapped);
+}
+
+BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD bytes, LPDWORD written, LPOVERLAPPED overlapped)
+{
+    return writeFile(file, buffer, bytes, written, overlapped);
+}
+
+BOOL CloseHandle(HANDLE handle)
+{
+    return closeHandle(handle);
+}
+
+BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER position, DWORD method)
+{
+    return WithFile(file, [&](int descriptor) {
+        const int whence = method == FILE_END ? SEEK_END : method == FILE_CURRENT ? SEEK_CUR : SEEK_SET;
+        const off_t offset = lseek(descriptor, distance.QuadPart, whence);
+        if (offset < 0) return Fail(ERROR_INVALID_PARAMETER);
+        if (position) position->QuadPart = offset;
+        return TRUE;
+    });
+}
+
+BOOL SetEndOfFile(HANDLE file)
+{
+    return WithFile(file, [](int descriptor) {
+        return Result(ftruncate(descriptor, lseek(descriptor, 0, SEEK_CUR)), "");
+    });
+}
+
+BOOL FlushFileBuffers(HANDLE file)
+{
+    return WithFile(file, [](int descriptor) { return Result(fsync(descriptor), ""); });
+}
+
+BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size)
+{
+    return WithFile(file, [size](int descriptor) {
+        struct stat status;
+        if (fstat(descriptor, &status) != 0) return Fail(ERROR_INVALID_HANDLE);
+        size->QuadPart = status.st_size;
+        return TRUE;
+    });
+}
+
+DWORD GetFileAttributesA(LPCSTR name)
+{
+    const std::string path = NativePath(name ? name : "");
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0) {
+        SetLastError(ErrorOf(errno, path));
+        return INVALID_FILE_ATTRIBUTES;
+    }
+    const DWORD readOnly = status.st_mode & S_IWUSR ? 0 : FILE_ATTRIBUTE_READONLY;
+    return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE | readOnly;
+}
+
+BOOL SetFileAttributesA(LPCSTR name, DWORD attributes)
+{
+    const std::string path = NativePath(name ? name : "");
+    return Result(chmod(path.c_str(), attributes & FILE_ATTRIBUTE_READONLY ? 0444 : 0644), path);
+}
+
+BOOL DeleteFileA(LPCSTR name)
+{
+    const std::string path = NativePath(name ? name : "");
+    struct stat status;
+    if (stat(path.c_str(), &status) == 0 && !(status.st_mode & S_IWUSR)) return Fail(ERROR_ACCESS_DENIED);
+    return Result(unlink(path.c_str()), path);
+}
+
+BOOL CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES)
+{
+    const std::string path = NativePath(name ? name : "");
+    if (mkdir(path.c_str(), 0777) != 0)
+        return Fail(errno == EEXIST ? ERROR_ALREADY_EXISTS : ErrorOf(errno, path));
+    return TRUE;
+}
+
+BOOL RemoveDirectoryA(LPCSTR name)
+{
+    const std::string path = NativePath(name ? name : "");
+    return Result(rmdir(path.c_str()), path);
+}
+
+namespace {
+
+// Copies a text with its terminator and returns its length, or returns the size that it needs.
+DWORD CopyOrNeed(const std::string& text, DWORD size, LPSTR buffer)
+{
+    if (size <= text.size()) return static_cast<DWORD>(text.size() + 1);
+    std::memcpy(buffer, text.c_str(), text.size() + 1);
+    return static_cast<DWORD>(text.size());
+}
+
+} // namespace
+
+DWORD GetTempPathA(DWORD size, LPSTR path)
+{
+    const char* const directory = std::getenv("TMPDIR");
+    return CopyOrNeed(std::string(directory && *directory ? directory : "/tmp") + '/', size, path);
+}
+
+DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size)
+{
+    if (const char* const text = std::getenv(name)) return CopyOrNeed(text, size, value);
+    SetLastError(203); // no such variable
+    return 0;
+}
+
+BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value)
+{
+    return (value ? setenv(name, value, 1) : unsetenv(name)) == 0;
+}

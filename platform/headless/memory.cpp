@@ -1,0 +1,200 @@
+// Last error, heaps and counters of the headless platform. Every heap block is an allocation of its own, so
+// that the address sanitizer sees its exact end; blocks of the process heap are known to nobody else, so that
+// the leak sanitizer sees them.
+#include <atomic>
+#include <cstdlib>
+#include <cstring>
+#include <mutex>
+
+#include "platform/headless/hookable.h"
+#include "platform/win32.h"
+
+using tintwerk::headless::Hookable;
+
+namespace {
+
+thread_local DWORD lastError = 0;
+
+struct BlockHeader
+{
+    BlockHeader* previous;
+    BlockHeader* next;
+    struct Heap* heap;
+    SIZE_T bytes;
+};
+static_assert(sizeof(BlockHeader) % 16 == 0);
+
+struct Heap
+{
+    std::mutex mutex;
+    BlockHeader blocks{&blocks, &blocks, this, 0}; // a ring; that of the process heap stays empty
+};
+
+constexpr SIZE_T kLargestBlock = SIZE_T{1} << 36;
+
+Heap& ProcessHeap()
+{
+    // Never destroyed: blocks may be given back after the end of main.
+    static Heap& heap = *new Heap;
+    return heap;
+}
+
+void Enlist(Heap& heap, BlockHeader* block)
+{
+    block->heap = &heap;
+    block->previous = block->next = nullptr;
+    if (&heap == &ProcessHeap()) return;
+    const std::lock_guard lock(heap.mutex);
+    block->next = heap.blocks.next;
+    block->previous = &heap.blocks;
+    block->next->previous = block;
+    heap.blocks.next = block;
+}
+
+void Delist(Heap& heap, BlockHeader* block)
+{
+    if (!block->next) return;
+    const std::lock_guard lock(heap.mutex);
+    block->previous->next = block->next;
+    block->next->previous = block->previous;
+}
+
+BlockHeader* HeaderOf(LPCVOID block)
+{
+    return static_cast<BlockHeader*>(const_cast<void*>(block)) - 1;
+}
+
+LPVOID AllocateBlock(HANDLE heap, DWORD flags, SIZE_T bytes)
+{
+    if (!heap) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return nullptr;
+    }
+    BlockHeader* block = nullptr;
+    if (bytes <= kLargestBlock)
+        block =
+            static_cast<BlockHeader*>(flags & HEAP_ZERO_MEMORY ? std::calloc(1, sizeof(BlockHeader) + bytes)
+                                                               : std::malloc(sizeof(BlockHeader) + bytes));
+    if (!block) {
+        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+        return nullptr;
+    }
+    block->bytes = bytes;
+    Enlist(*static_cast<Heap*>(heap), block);
+    return block + 1;
+}
+
+BOOL FreeBlock(HANDLE heap, DWORD, LPVOID block)
+{
+    if (!block) return TRUE;
+    BlockHeader* const header = HeaderOf(block);
+    if (header->heap != heap) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return FALSE;
+    }
+    Delist(*header->heap, header);
+    std::free(header);
+    return TRUE;
+}
+
+LPVOID ResizeBlock(HANDLE heap, DWORD flags, LPVOID block, SIZE_T bytes)
+{
+    if (!block) return nullptr;
+    const SIZE_T old = HeaderOf(block)->bytes;
+    void* const moved = AllocateBlock(heap, flags, bytes);
+    if (!moved) return nullptr;
+    std::memcpy(moved, block, old < bytes ? old : bytes);
+    FreeBlock(heap, 0, block);
+    return moved;
+}
+
+BOOL DestroyHeap(HANDLE handle)
+{
+    auto* heap = static_cast<Heap*>(handle);
+    if (!heap || heap == &ProcessHeap()) {
+        SetLastError(ERROR_INVALID_HANDLE);
+        return FALSE;
+    }
+    while (heap->blocks.next != &heap->blocks)
+        FreeBlock(heap, 0, heap->blocks.next + 1);
+    delete heap;
+    return TRUE;
+}
+
+Hookable<AllocateBlock> heapAlloc{"HeapAlloc"};
+Hookable<ResizeBlock> heapReAlloc{"HeapReAlloc"};
+Hookable<FreeBlock> heapFree{"HeapFree"};
+Hookable<DestroyHeap> heapDestroy{"HeapDestroy"};
+
+std::atomic_ref<LONG> Atomic(LONG volatile* value)
+{
+    return std::atomic_ref(const_cast<LONG&>(*value));
+}
+
+} // namespace
+
+DWORD GetLastError()
+{
+    return lastError;
+}
+void SetLastError(DWORD error)
+{
+    lastError = error;
+}
+
+HANDLE GetProcessHeap()
+{
+    return &ProcessHeap();
+}
+HANDLE HeapCreate(DWORD, SIZE_T, SIZE_T)
+{
+    return new Heap;
+}
+BOOL HeapDestroy(HANDLE heap)
+{
+    return heapDestroy(heap);
+}
+LPVOID HeapAlloc(HANDLE heap, DWORD flags, SIZE_T bytes)
+{
+    return heapAlloc(heap, flags, bytes);
+}
+LPVOID HeapReAlloc(HANDLE heap, DWORD flags, LPVOID block, SIZE_T bytes)
+{
+    return heapReAlloc(heap, flags, block, bytes);
+}
+BOOL HeapFree(HANDLE heap, DWORD flags, LPVOID block)
+{
+    return heapFree(heap, flags, block);
+}
+SIZE_T HeapSize(HANDLE, DWORD, LPCVOID block)
+{
+    return HeaderOf(block)->bytes;
+}
+
+HLOCAL LocalAlloc(UINT flags, SIZE_T bytes)
+{
+    return flags & LMEM_ZEROINIT ? std::calloc(1, bytes ? bytes : 1) : std::malloc(bytes ? bytes : 1);
+}
+HLOCAL LocalFree(HLOCAL block)
+{
+    std::free(block);
+    return nullptr;
+}
+
+LONG InterlockedIncrement(LONG volatile* value)
+{
+    return Atomic(value).fetch_add(1) + 1;
+}
+LONG InterlockedDecrement(LONG volatile* value)
+{
+    return Atomic(value).fetch_sub(1) - 1;
+}
+LONG InterlockedExchange(LONG volatile* target, LONG value)
+{
+    return Atomic(target).exchange(value);
+}
+LONG InterlockedCompareExchange(LONG volatile* target, LONG value, LONG comparand)
+{
+    Atomic(target).compare_exchange_strong(comparand, value);
+    return comparand;
+}

@@ -1,0 +1,141 @@
+// Modules of the headless platform: the program itself, and the plug-in that is linked into it; the Windows
+// version; activation contexts; the nothing that COM needs here.
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <string>
+
+#include "platform/headless/hookable.h"
+#include "platform/headless/resources.h"
+#include "platform/headless/wide.h"
+
+using namespace tintwerk::headless;
+
+namespace {
+
+// Their addresses are the handles.
+int programModule;
+int pluginModule;
+std::atomic<bool> pluginLoaded{false};
+
+HMODULE Handle(int& module)
+{
+    return reinterpret_cast<HMODULE>(&module);
+}
+
+std::string ProgramPath()
+{
+    char path[4096];
+    const ssize_t length = readlink("/proc/self/exe", path, sizeof path);
+    return length > 0 ? std::string(path, static_cast<std::size_t>(length)) : std::string();
+}
+
+BOOL SystemVersion(LPOSVERSIONINFOW information)
+{
+    if (information->dwOSVersionInfoSize != sizeof(OSVERSIONINFOW) &&
+        information->dwOSVersionInfoSize != sizeof(OSVERSIONINFOEXW)) {
+        SetLastError(ERROR_INSUFFICIENT_BUFFER);
+        return FALSE;
+    }
+    // What a program without a compatibility manifest is told at most.
+    information->dwMajorVersion = 6;
+    information->dwMinorVersion = 2;
+    information->dwBuildNumber = 9200;
+    information->dwPlatformId = VER_PLATFORM_WIN32_NT;
+    information->szCSDVersion[0] = 0;
+    return TRUE;
+}
+
+struct ActivationContext
+{
+    std::atomic<int> references{1};
+};
+
+HANDLE NewActivationContext(PCACTCTXW context)
+{
+    if (!context || context->cbSize != sizeof(ACTCTXW)) {
+        SetLastError(ERROR_INVALID_PARAMETER);
+        return INVALID_HANDLE_VALUE;
+    }
+    // A module that is named, by handle or path, must carry the manifest.
+    const LPCWSTR name =
+        context->dwFlags & ACTCTX_FLAG_RESOURCE_NAME_VALID ? context->lpResourceName : nullptr;
+    if (name && !FindResourceW(context->hModule, name, RT_MANIFEST)) return INVALID_HANDLE_VALUE;
+    return new ActivationContext;
+}
+
+Hookable<SystemVersion> getVersion{"GetVersionExW"};
+Hookable<NewActivationContext> createActivationContext{"CreateActCtxW"};
+
+} // namespace
+
+HMODULE tintwerk::headless::PluginHandle()
+{
+    return Handle(pluginModule);
+}
+void tintwerk::headless::SetPluginLoaded(bool loaded)
+{
+    pluginLoaded = loaded;
+}
+
+HMODULE GetModuleHandleW(LPCWSTR name)
+{
+    if (!name) return Handle(programModule);
+    if (pluginLoaded && (lstrcmpiW(name, u"PSTWUI.DLL") == 0 || lstrcmpiW(name, u"PSTWUI") == 0))
+        return PluginHandle();
+    SetLastError(ERROR_MOD_NOT_FOUND);
+    return nullptr;
+}
+
+DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size)
+{
+    std::string file = ProgramPath();
+    if (module == PluginHandle()) file = file.substr(0, file.rfind('/') + 1) + "PSTWUI.DLL";
+    const std::basic_string<WCHAR> wide = Wide(file);
+    if (size == 0 || wide.size() >= size) {
+        std::copy_n(wide.begin(), size, path);
+        if (size > 0) path[size - 1] = 0;
+        SetLastError(ERROR_INSUFFICIENT_BUFFER);
+        return size;
+    }
+    *std::ranges::copy(wide, path).out = 0;
+    SetLastError(ERROR_SUCCESS);
+    return static_cast<DWORD>(wide.size());
+}
+
+BOOL GetVersionExW(LPOSVERSIONINFOW information)
+{
+    return getVersion(information);
+}
+
+HANDLE CreateActCtxW(PCACTCTXW context)
+{
+    return createActivationContext(context);
+}
+void AddRefActCtx(HANDLE context)
+{
+    ++static_cast<ActivationContext*>(context)->references;
+}
+void ReleaseActCtx(HANDLE context)
+{
+    auto* const counted = static_cast<ActivationContext*>(context);
+    if (counted && context != INVALID_HANDLE_VALUE && --counted->references == 0) delete counted;
+}
+BOOL ActivateActCtx(HANDLE, ULONG_PTR* cookie)
+{
+    *cookie = 1;
+    return TRUE;
+}
+BOOL DeactivateActCtx(DWORD, ULONG_PTR)
+{
+    return TRUE;
+}
+
+HRESULT CoInitialize(LPVOID)
+{
+    return S_OK;
+}
+void CoUninitialize()
+{
+}

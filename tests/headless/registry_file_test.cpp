@@ -1,0 +1,107 @@
+// The text file that keeps the registry on Linux.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "platform/owners.h"
+#include "platform/pe_image.h"
+#include "platform/win32.h"
+
+namespace tintwerk {
+namespace {
+
+class RegistryFileTest : public testing::Test
+{
+protected:
+    RegistryFileTest()
+        : path(testing::TempDir() + "registry-" + std::to_string(GetCurrentProcessId()) +
+               testing::UnitTest::GetInstance()->current_test_info()->name())
+    {
+    }
+    ~RegistryFileTest() override
+    {
+        unsetenv("TINTWERK_REGISTRY");
+        std::remove(path.c_str());
+    }
+
+    void UseFile(const char* content)
+    {
+        std::FILE* const file = std::fopen(path.c_str(), "wb");
+        std::fputs(content, file);
+        std::fclose(file);
+        setenv("TINTWERK_REGISTRY", path.c_str(), 1);
+    }
+
+    std::string Value(const char* name, DWORD* type = nullptr)
+    {
+        RegistryKey key;
+        if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Halvaro\\Tintwerk", 0, KEY_READ, key.Receive()) !=
+            ERROR_SUCCESS)
+            return "no key";
+        char buffer[64] = {};
+        DWORD size = sizeof buffer;
+        if (RegQueryValueExA(key.Get(), name, nullptr, type, reinterpret_cast<BYTE*>(buffer), &size) !=
+            ERROR_SUCCESS)
+            return "no value";
+        return {buffer, size};
+    }
+
+    std::string path;
+};
+
+TEST_F(RegistryFileTest, GivesValuesOfEveryKind)
+{
+    UseFile("# a "
+            "comment\r\n[SOFTWARE\\Halvaro\\Tintwerk]\r\nConfigDir=/etc/"
+            "a=b\nInstallDir:expand=%X%\nNumber:dword=0x0102\n"
+            "Bytes:hex=41 00 FF\nRaw:hex1=41 42\nnothing\n=\n[HKEY_CURRENT_USER\\Other]\nConfigDir=wrong\n");
+    const struct
+    {
+        const char* name;
+        std::string bytes;
+        DWORD type;
+    } cases[] = {
+        {"configdir", std::string("/etc/a=b\0", 9), REG_SZ},
+        {"InstallDir", std::string("%X%\0", 4), REG_EXPAND_SZ},
+        {"Number", std::string("\2\1\0\0", 4), REG_DWORD},
+        {"Bytes", std::string("A\0\xFF", 3), REG_BINARY},
+        {"Raw", "AB", REG_SZ},
+        {"nothing", "no value", 99},
+    };
+    for (const auto& row : cases) {
+        DWORD type = 99;
+        EXPECT_EQ(row.bytes, Value(row.name, &type)) << row.name;
+        EXPECT_EQ(row.type, type) << row.name;
+    }
+}
+
+TEST_F(RegistryFileTest, KeepsWhatIsWritten)
+{
+    UseFile("[SOFTWARE\\Halvaro\\Tintwerk]\nOld=1\n");
+    RegistryKey key;
+    ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Halvaro\\Tintwerk\\Deep", 0,
+                                             nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr));
+    RegSetValueExA(key.Get(), "New", 0, REG_SZ, reinterpret_cast<const BYTE*>("two\nlines"), 10);
+    RegSetValueExA(key.Get(), "Plain", 0, REG_EXPAND_SZ, reinterpret_cast<const BYTE*>("text"), 5);
+    const std::vector<BYTE> bytes = ReadWholeFile(path.c_str());
+    EXPECT_EQ("[SOFTWARE]\n\n[SOFTWARE\\Halvaro]\n\n[SOFTWARE\\Halvaro\\Tintwerk]\nOld=1\n\n["
+              "SOFTWARE\\Halvaro\\Tintwerk\\Deep]\n"
+              "New:hex1=74 77 6F 0A 6C 69 6E 65 73 00 \nPlain:expand=text\n\n",
+              std::string(bytes.begin(), bytes.end()));
+    // Another registry forgets this one; coming back reads it again.
+    unsetenv("TINTWERK_REGISTRY");
+    EXPECT_EQ("no key", Value("Old"));
+    setenv("TINTWERK_REGISTRY", path.c_str(), 1);
+    EXPECT_EQ(std::string("1\0", 2), Value("Old"));
+}
+
+TEST_F(RegistryFileTest, IsEmptyWithoutAFile)
+{
+    setenv("TINTWERK_REGISTRY", "/no/such/file", 1);
+    EXPECT_EQ("no key", Value("ConfigDir"));
+}
+
+} // namespace
+} // namespace tintwerk

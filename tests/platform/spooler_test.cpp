@@ -1,0 +1,220 @@
+// The spooler's records: sizes first, then data, texts behind the record; the system's spooler on Windows and
+// the one in memory give the same picture.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "platform/memory_spooler.h"
+#include "platform/owners.h"
+#include "platform/win32.h"
+
+namespace tintwerk {
+namespace {
+
+using Text = std::basic_string<WCHAR>;
+
+// Asks for the size, then for the data; empty when either fails.
+template <typename Ask> std::vector<BYTE> AskTwice(Ask ask)
+{
+    DWORD needed = 0;
+    EXPECT_FALSE(ask(nullptr, 0, &needed));
+    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, GetLastError());
+    std::vector<BYTE> buffer(needed);
+    DWORD again = 0;
+    if (needed > 4) {
+        EXPECT_FALSE(ask(buffer.data(), needed - 1, &again));
+    }
+    EXPECT_TRUE(ask(buffer.data(), needed, &again));
+    EXPECT_LE(again, needed);
+    return buffer;
+}
+
+bool Inside(const std::vector<BYTE>& buffer, const void* pointer)
+{
+    return pointer >= buffer.data() && pointer < buffer.data() + buffer.size();
+}
+
+class SpoolerTest : public testing::Test
+{
+protected:
+    ~SpoolerTest() override { StopMemorySpooler(); }
+
+    void AddJob(DWORD id, MemorySpooler::Job job)
+    {
+        TheMemorySpooler().FindPrinter(TEXT("Tintwerk P4"))->jobs[id] = std::move(job);
+    }
+
+    void UsePrinter()
+    {
+        UseMemorySpooler();
+        MemorySpooler::Printer printer;
+        printer.name = TEXT("Tintwerk P4");
+        printer.driverName = TEXT("Tintwerk PS [4]");
+        printer.status = PRINTER_STATUS_OFFLINE;
+        printer.attributes = PRINTER_ATTRIBUTE_WORK_OFFLINE | PRINTER_ATTRIBUTE_LOCAL;
+        TheMemorySpooler().SetPrinter(printer);
+        TheMemorySpooler().SetDriver({3,
+                                      TEXT("Tintwerk PS [4]"),
+                                      TEXT("C:\\d\\PSCRIPT5.DLL"),
+                                      TEXT("C:\\d\\p4.ppd"),
+                                      TEXT("C:\\d\\PS5UI.DLL"),
+                                      {TEXT("C:\\d\\PSTWUI.DLL"), TEXT("C:\\d\\PSTWDRV.DLL")}});
+        WCHAR name[] = TEXT("tintwerk p4");
+        ASSERT_TRUE(OpenPrinterW(name, printerHandle.Receive(), nullptr));
+    }
+
+    HANDLE Printer() const { return printerHandle.Get(); }
+
+    PrinterHandle printerHandle;
+};
+
+TEST_F(SpoolerTest, DescribesPrinters)
+{
+    UsePrinter();
+    const std::vector<BYTE> two = AskTwice([this](LPBYTE buffer, DWORD size, LPDWORD needed) {
+        return GetPrinterW(Printer(), 2, buffer, size, needed);
+    });
+    const auto& info = *reinterpret_cast<const PRINTER_INFO_2W*>(two.data());
+    EXPECT_EQ(TEXT("Tintwerk P4"), Text(info.pPrinterName));
+    EXPECT_EQ(TEXT("Tintwerk PS [4]"), Text(info.pDriverName));
+    EXPECT_TRUE(Inside(two, info.pPrinterName));
+    EXPECT_EQ(DWORD{PRINTER_ATTRIBUTE_WORK_OFFLINE | PRINTER_ATTRIBUTE_LOCAL}, info.Attributes);
+
+    const std::vector<BYTE> six = AskTwice([this](LPBYTE buffer, DWORD size, LPDWORD needed) {
+        return GetPrinterW(Printer(), 6, buffer, size, needed);
+    });
+    EXPECT_EQ(DWORD{PRINTER_STATUS_OFFLINE}, reinterpret_cast<const PRINTER_INFO_6*>(six.data())->dwStatus);
+    DWORD needed = 0;
+    EXPECT_FALSE(GetPrinterW(Printer(), 77, nullptr, 0, &needed));
+    EXPECT_EQ(DWORD{ERROR_INVALID_LEVEL}, GetLastError());
+}
+
+TEST_F(SpoolerTest, DescribesJobs)
+{
+    UsePrinter();
+    DEVMODEW devmode{};
+    devmode.dmSize = sizeof devmode;
+    const auto* const bytes = reinterpret_cast<const BYTE*>(&devmode);
+    AddJob(5, {TEXT("Poster"), {bytes, bytes + sizeof devmode}});
+    AddJob(6, {std::nullopt, {}});
+
+    const std::vector<BYTE> named = AskTwice([this](LPBYTE buffer, DWORD size, LPDWORD needed) {
+        return GetJobW(Printer(), 5, 2, buffer, size, needed);
+    });
+    const auto& job = *reinterpret_cast<const JOB_INFO_2W*>(named.data());
+    EXPECT_EQ(TEXT("Poster"), Text(job.pDocument));
+    ASSERT_TRUE(Inside(named, job.pDevMode));
+    EXPECT_EQ(sizeof devmode, job.pDevMode->dmSize);
+
+    const std::vector<BYTE> nameless = AskTwice([this](LPBYTE buffer, DWORD size, LPDWORD needed) {
+        return GetJobW(Printer(), 6, 2, buffer, size, needed);
+    });
+    EXPECT_EQ(nullptr, reinterpret_cast<const JOB_INFO_2W*>(nameless.data())->pDocument);
+    EXPECT_EQ(nullptr, reinterpret_cast<const JOB_INFO_2W*>(nameless.data())->pDevMode);
+    DWORD needed = 0;
+    EXPECT_FALSE(GetJobW(Printer(), 7, 2, nullptr, 0, &needed));
+    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+}
+
+TEST_F(SpoolerTest, DescribesDrivers)
+{
+    UsePrinter();
+    const std::vector<BYTE> four = AskTwice([this](LPBYTE buffer, DWORD size, LPDWORD needed) {
+        return GetPrinterDriverW(Printer(), nullptr, 4, buffer, size, needed);
+    });
+    const auto& driver = *reinterpret_cast<const DRIVER_INFO_4W*>(four.data());
+    EXPECT_EQ(TEXT("C:\\d\\p4.ppd"), Text(driver.pDataFile));
+    EXPECT_EQ(TEXT("C:\\d\\PSCRIPT5.DLL"), Text(driver.pDriverPath));
+    EXPECT_EQ(TEXT("C:\\d\\PS5UI.DLL"), Text(driver.pConfigFile));
+    std::vector<Text> files;
+    for (const WCHAR* file = driver.pDependentFiles; *file; file += lstrlenW(file) + 1)
+        files.emplace_back(file);
+    EXPECT_EQ((std::vector<Text>{TEXT("C:\\d\\PSTWUI.DLL"), TEXT("C:\\d\\PSTWDRV.DLL")}), files);
+}
+
+TEST_F(SpoolerTest, KnowsStandardAndAddedForms)
+{
+    UsePrinter();
+    TheMemorySpooler().SetForm(TEXT("Roll 24"), {{610000, 900000}, {0, 0, 610000, 900000}});
+    const struct
+    {
+        const WCHAR* name;
+        LONG width;
+        LONG height;
+    } cases[] = {{TEXT("A4"), 210000, 297000},
+                 {TEXT("Letter"), 215900, 279400},
+                 {TEXT("a3"), 297000, 420000},
+                 {TEXT("Roll 24"), 610000, 900000}};
+    for (const auto& row : cases) {
+        Text name = row.name;
+        const std::vector<BYTE> one = AskTwice([&](LPBYTE buffer, DWORD size, LPDWORD needed) {
+            return GetFormW(Printer(), name.data(), 1, buffer, size, needed);
+        });
+        const auto& form = *reinterpret_cast<const FORM_INFO_1W*>(one.data());
+        EXPECT_EQ(row.width, form.Size.cx);
+        EXPECT_EQ(row.height, form.Size.cy);
+    }
+    WCHAR unknown[] = TEXT("Napkin");
+    DWORD needed = 0;
+    EXPECT_FALSE(GetFormW(Printer(), unknown, 1, nullptr, 0, &needed));
+    EXPECT_EQ(DWORD{ERROR_INVALID_FORM_NAME}, GetLastError());
+}
+
+TEST_F(SpoolerTest, RefusesWhatIsNotThere)
+{
+    UsePrinter();
+    WCHAR nowhere[] = TEXT("Nowhere");
+    HANDLE printer = nullptr;
+    EXPECT_FALSE(OpenPrinterW(nowhere, &printer, nullptr));
+    EXPECT_EQ(DWORD{ERROR_INVALID_PRINTER_NAME}, GetLastError());
+    DWORD needed = 0;
+    EXPECT_FALSE(GetPrinterW(nullptr, 2, nullptr, 0, &needed));
+    EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
+}
+
+// Without the memory spooler: what the system's own answers. The driver's files are no modules, so none is
+// loaded.
+TEST_F(SpoolerTest, InstallsPrintersLikeTheSystem)
+{
+    WCHAR driverName[] = TEXT("Tintwerk platform test driver"),
+          printerName[] = TEXT("Tintwerk platform test");
+    WCHAR path[] = TEXT("C:\\windows\\win.ini"), port[] = TEXT("FILE:"), processor[] = TEXT("winprint"),
+          datatype[] = TEXT("RAW");
+    DRIVER_INFO_3W driver{};
+    driver.cVersion = 3;
+    driver.pName = driverName;
+    driver.pDriverPath = driver.pDataFile = driver.pConfigFile = path;
+    ASSERT_TRUE(AddPrinterDriverExW(nullptr, 3, reinterpret_cast<LPBYTE>(&driver),
+                                    APD_COPY_ALL_FILES | APD_COPY_FROM_DIRECTORY))
+        << GetLastError();
+    PRINTER_INFO_2W printer{};
+    printer.pPrinterName = printerName;
+    printer.pDriverName = driverName;
+    printer.pPortName = port;
+    printer.pPrintProcessor = processor;
+    printer.pDatatype = datatype;
+    PrinterHandle handle(AddPrinterW(nullptr, 2, reinterpret_cast<LPBYTE>(&printer)));
+    ASSERT_TRUE(handle) << GetLastError();
+
+    const std::vector<BYTE> two = AskTwice([&](LPBYTE buffer, DWORD size, LPDWORD needed) {
+        return GetPrinterW(handle.Get(), 2, buffer, size, needed);
+    });
+    const auto& info = *reinterpret_cast<const PRINTER_INFO_2W*>(two.data());
+    EXPECT_EQ(Text(printerName), info.pPrinterName);
+    EXPECT_EQ(Text(driverName), info.pDriverName);
+    EXPECT_TRUE(Inside(two, info.pPrinterName) && Inside(two, info.pDriverName));
+    const std::vector<BYTE> six = AskTwice([&](LPBYTE buffer, DWORD size, LPDWORD needed) {
+        return GetPrinterW(handle.Get(), 6, buffer, size, needed);
+    });
+    EXPECT_EQ(sizeof(PRINTER_INFO_6), six.size());
+    const std::vector<BYTE> four = AskTwice([&](LPBYTE buffer, DWORD size, LPDWORD needed) {
+        return GetPrinterDriverW(handle.Get(), nullptr, 4, buffer, size, needed);
+    });
+    EXPECT_EQ(Text(driverName), reinterpret_cast<const DRIVER_INFO_4W*>(four.data())->pName);
+    EXPECT_TRUE(DeletePrinter(handle.Get()));
+}
+
+} // namespace
+} // namespace tintwerk

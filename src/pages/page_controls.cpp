@@ -1,0 +1,77 @@
+#include "src/pages/page_controls.h"
+
+#include "src/trace/trace.h"
+
+namespace tintwerk {
+
+namespace {
+
+constexpr int kBorderlessExpansionIds[] = {1228, 1227, 1229, 1217}; // "max", "min", caption, slider
+constexpr int kScreenParameterIds[] = {1146, 1274,                  // halftone shape
+                                       1292, 1244, 1250,            // LPI
+                                       1293, 1251, 1252};           // angle
+
+BOOL CALLBACK EnableChild(HWND child, LPARAM enable)
+{
+    EnableWindow(child, static_cast<BOOL>(enable));
+    return TRUE;
+}
+
+} // namespace
+
+void MarkControl(HWND control, ControlMark mark)
+{
+    SetWindowLongPtrW(control, GWLP_USERDATA, static_cast<LONG_PTR>(mark));
+}
+
+bool HasMark(HWND control, ControlMark mark)
+{
+    return control && GetWindowLongPtrW(control, GWLP_USERDATA) == static_cast<LONG_PTR>(mark);
+}
+
+HWND GetControlByID(HWND window, int id)
+{
+    const HWND control = GetDlgItem(window, id);
+    Trace(TEXT("GetControlByID : win=%d, id=%d, result=%d\n"), TraceNumber(window), id, TraceNumber(control));
+    return control;
+}
+
+void ShowControl(HWND page, int id, bool show)
+{
+    if (const HWND control = GetControlByID(page, id)) ShowWindow(control, show ? SW_SHOW : SW_HIDE);
+}
+
+void CheckControl(HWND checkBox, bool check)
+{
+    SendMessageW(checkBox, BM_SETCHECK, check ? BST_CHECKED : BST_UNCHECKED, 0);
+}
+
+void ShowBorderlessExpansion(const SheetContext& context, bool show)
+{
+    for (const int id : kBorderlessExpansionIds)
+        ShowControl(context.pages[0], id, show);
+}
+
+void ShowScreenParameters(HWND page, bool show)
+{
+    for (const int id : kScreenParameterIds) {
+        if (const HWND control = GetControlByID(page, id))
+            ShowWindow(control, show ? SW_SHOWNORMAL : SW_HIDE);
+    }
+}
+
+void EnableChildren(HWND page, bool enable)
+{
+    // Without a window the system would take all windows of the desktop.
+    if (page) EnumChildWindows(page, &EnableChild, enable);
+}
+
+RECT ClientRectInParent(HWND control)
+{
+    RECT area{};
+    GetClientRect(control, &area);
+    MapWindowPoints(control, GetParent(control), reinterpret_cast<POINT*>(&area), 2);
+    return area;
+}
+
+} // namespace tintwerk

@@ -1,0 +1,44 @@
+// Finding, marking, showing and enabling the controls of a page. Used by the embedding and the event handler.
+#pragma once
+
+#include "platform/win32.h"
+#include "src/records/sheet_context.h"
+
+namespace tintwerk {
+
+// What kind of control a bound one is, kept in its user data.
+enum class ControlMark : LONG_PTR
+{
+    Popup = 2009,
+    CheckBox = 2011,
+    NumberField = 2012,
+};
+
+void MarkControl(HWND control, ControlMark mark);
+bool HasMark(HWND control, ControlMark mark);
+
+// A window handle as the trace shows it.
+inline int TraceNumber(const void* handle)
+{
+    return static_cast<int>(reinterpret_cast<INT_PTR>(handle));
+}
+
+// The child control of a window, null when it has none with that id. Every look-up is traced.
+HWND GetControlByID(HWND window, int id);
+
+void ShowControl(HWND page, int id, bool show);
+void CheckControl(HWND checkBox, bool check);
+
+// The overprint slider and its captions, for borderless page sizes.
+void ShowBorderlessExpansion(const SheetContext& context, bool show);
+
+// Halftone shape, LPI and angle.
+void ShowScreenParameters(HWND page, bool show);
+
+// Every child window of a page; without a page nothing.
+void EnableChildren(HWND page, bool enable);
+
+// The client area of a control in its parent's coordinates.
+RECT ClientRectInParent(HWND control);
+
+} // namespace tintwerk

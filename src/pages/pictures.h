@@ -1,0 +1,24 @@
+// Bitmaps in the static controls of the pages, and the three of them that belong to the process. Every
+// function takes over the bitmap that it is given; a null one, or a control that shows no bitmaps, changes
+// nothing else.
+#pragma once
+
+#include "platform/win32.h"
+
+namespace tintwerk {
+
+// The control keeps the picture until ReleasePicture.
+void ShowPicture(HWND control, HBITMAP bitmap);
+void ReleasePicture(HWND control);
+
+// Slots of the process: the next picture for a slot, of whatever sheet, releases the former one.
+enum class PictureSlot
+{
+    A, // the OEM logo of the main page, or the second logo of the information page
+    B, // the product logo of the information page
+    C, // the product's picture on the information page
+};
+void ShowPicture(PictureSlot slot, HWND control, HBITMAP bitmap);
+void ReleasePictureSlots();
+
+} // namespace tintwerk

@@ -1,0 +1,325 @@
+// A page as it comes up: every control found, marked and set from what was read when the sheet opened.
+#include "src/pages/control_embedding.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "src/bindings/cartridges.h"
+#include "src/bindings/number_fields.h"
+#include "src/pages/cartridge_codes.h"
+#include "src/pages/page_controls.h"
+#include "src/pages/slider_controls.h"
+#include "tests/pages/open_sheet.h"
+#include "tests/support/temp_file.h"
+
+namespace tintwerk {
+namespace {
+
+class Embedding : public testing::Test
+{
+protected:
+    DebugLines trace;
+    OpenSheet sheet;
+};
+
+TEST_F(Embedding, BindsTheControlsOfEveryTableRow)
+{
+    for (int position = 0; position < kPageKinds; ++position)
+        sheet.Open(position);
+    const SheetContext& context = sheet.context;
+    for (int row = 0; row < kPopups; ++row) {
+        ASSERT_TRUE(context.popups.windows[row]) << row;
+        EXPECT_EQ(2009, GetWindowLongPtrW(context.popups.windows[row], GWLP_USERDATA)) << row;
+    }
+    for (const ControlBinding& slider : kSliderTable) {
+        const HWND window = context.sliders.windows[slider.index];
+        ASSERT_TRUE(window) << slider.keyword;
+        EXPECT_EQ(slider.minimum, SendMessageW(window, TBM_GETRANGEMIN, 0, 0)) << slider.keyword;
+        EXPECT_EQ(slider.maximum, SendMessageW(window, TBM_GETRANGEMAX, 0, 0)) << slider.keyword;
+        EXPECT_EQ(slider.labelId != 0, !TextOf(context.sliders.labels[slider.index]).empty())
+            << slider.keyword;
+        EXPECT_TRUE(IsBoundSlider(context, window));
+    }
+    for (int row = 0; row < kNumberFieldRows; ++row) {
+        EXPECT_EQ(2012, GetWindowLongPtrW(context.numberFields.edits[row], GWLP_USERDATA));
+        EXPECT_EQ(2012, GetWindowLongPtrW(context.numberFields.spins[row], GWLP_USERDATA));
+        EXPECT_EQ(context.numberFields.values[row],
+                  SendMessageW(context.numberFields.spins[row], UDM_GETPOS32, 0, 0));
+    }
+    for (int row = kCheckPreview; row < kCheckBoxRows; ++row)
+        EXPECT_EQ(2011, GetWindowLongPtrW(context.checkBoxes.windows[row], GWLP_USERDATA)) << row;
+    EXPECT_EQ(sheet.sheet, context.owner);
+    EXPECT_EQ(sheet.Page(kMain), context.pages[kMain]);
+    EXPECT_EQ(sheet.Page(kConsumption), GetParent(context.pages[kConsumption])) << "the pane";
+}
+
+TEST_F(Embedding, ShowsWhatThePpdSelects)
+{
+    sheet.Open(kMain);
+    sheet.Open(kColors);
+    sheet.Open(kScreenPrinting);
+    EXPECT_EQ(TEXT("[Photo_6]"), sheet.Chosen(kMain, 1073));
+    EXPECT_EQ(TEXT("[A4]"), sheet.Chosen(kMain, 1022));
+    EXPECT_EQ(TEXT("[photo_0]"), sheet.Chosen(kColors, 1111));
+    EXPECT_EQ(TEXT("50%"), TextOf(sheet.Control(kMain, 1093)));
+    EXPECT_EQ(TEXT("D65"), TextOf(sheet.Control(kColors, 1191)));
+    EXPECT_EQ(TEXT("45.5"), TextOf(sheet.Control(kScreenPrinting, 1244)));
+    EXPECT_EQ(TEXT("37.5"), TextOf(sheet.Control(kScreenPrinting, 1251)));
+    EXPECT_TRUE(Checked(sheet.Control(kMain, 12346)));
+    EXPECT_EQ(TEXT("Paper"), TextOf(sheet.Control(kMain, 1159))) << "and translates";
+}
+
+TEST_F(Embedding, ShowsBorderlessPrintingAsThePpdHasIt)
+{
+    struct
+    {
+        const char* pageSize;
+        bool checked, enabled;
+        const WCHAR* shownSize;
+    } const cases[] = {
+        {"A4", false, true, TEXT("[A4]")},
+        {"A4Borderless", true, true, TEXT("[A4]")},
+        {"Letter", false, false, TEXT("[Letter]")},
+        {"PhotoBorderless", true, false, TEXT("[PhotoBorderless]")},
+    };
+    for (const auto& row : cases) {
+        OpenSheet other;
+        other.core.features["PageSize"].selected = row.pageSize;
+        other.Open(kMain);
+        const HWND checkBox = other.Control(kMain, 1123);
+        EXPECT_EQ(row.checked, Checked(checkBox)) << row.pageSize;
+        EXPECT_EQ(row.enabled, Enabled(checkBox)) << row.pageSize;
+        EXPECT_EQ(row.shownSize, other.Chosen(kMain, 1022));
+        for (const int expansion : {1217, 1227, 1228, 1229})
+            EXPECT_EQ(row.checked, Shown(other.Control(kMain, expansion))) << row.pageSize << expansion;
+    }
+}
+
+TEST_F(Embedding, LeavesOutTheCartridgePopupOfASingleCartridge)
+{
+    for (const char* cartridges : {"Standard Special", "Standard", ""}) {
+        OpenSheet other;
+        other.core.Offer("halvCartridgeType", cartridges, "Standard");
+        other.Open(kMain);
+        const bool choice = other.core.features["halvCartridgeType"].options.size() > 1;
+        EXPECT_EQ(choice, Shown(other.Control(kMain, 1075))) << cartridges;
+        EXPECT_EQ(choice, Shown(other.Control(kMain, 1115))) << cartridges;
+        const RECT quality = ClientRectInParent(other.Control(kMain, 1072));
+        const RECT media = ClientRectInParent(other.Control(kMain, 1073));
+        EXPECT_EQ(!choice, quality.right == media.right) << cartridges;
+        EXPECT_EQ(media.bottom - media.top, quality.bottom - quality.top) << cartridges;
+        EXPECT_EQ(media.left, quality.left) << cartridges;
+    }
+}
+
+TEST_F(Embedding, HidesThePreviewBoxWithoutThePreviewFeature)
+{
+    sheet.core.features.erase("halvPreview");
+    sheet.Open(kMain);
+    EXPECT_FALSE(Shown(sheet.Control(kMain, 12346)));
+}
+
+TEST_F(Embedding, FindsAPostScriptInterpreterOnItsTwoPaths)
+{
+    static std::set<std::string> existing;
+    static decltype(&CreateFileA) original;
+    original = ReplaceFunction(
+        "CreateFileA",
+        +[](LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
+            DWORD flags, HANDLE pattern) WINAPI -> HANDLE {
+            const std::string name = path;
+            if (!name.ends_with("\\bin\\gs"))
+                return original(path, access, share, security, disposition, flags, pattern);
+            return existing.contains(name)
+                       ? original("nul.ink", GENERIC_WRITE, 7, nullptr, CREATE_ALWAYS, 0, nullptr)
+                       : INVALID_HANDLE_VALUE;
+        });
+    for (const std::string path : {"", "\\usr\\share\\tintwerk\\gs\\bin\\gs", "\\usr\\local\\bin\\gs"}) {
+        existing = {path};
+        trace.Take();
+        sheet.Open(kMain);
+        EXPECT_EQ(!path.empty(), sheet.context.postScriptInterpreterFound != FALSE) << path;
+        EXPECT_EQ(path.empty(), trace.Contains(TEXT("no Ghostscript available\n"))) << path;
+        DestroyWindow(sheet.Page(kMain));
+    }
+    RestoreFunction("CreateFileA");
+    DeleteFileA("nul.ink");
+}
+
+TEST_F(Embedding, ShowsTheCartridgesThatThePpdKnows)
+{
+    sheet.core.features["halvScreenmode"].selected = "b"; // on, with multi-black
+    sheet.Read();
+    lstrcpyW(sheet.context.options->cartridgeColors, TEXT("BK,G,C,??"));
+    sheet.Open(kScreenPrinting);
+    struct
+    {
+        int checkBox, icon, name;
+        bool shown, checked, picture;
+        const WCHAR* code;
+    } const cases[] = {
+        {1240, 1261, 1286, true, true, true, TEXT("BK")},  {1241, 1262, 1275, true, false, true, TEXT("G")},
+        {1242, 1263, 1276, false, false, false, TEXT("")}, // uses up "C"
+        {1243, 1264, 1277, true, true, false, TEXT("??")}, {1245, 1265, 1278, false, false, false, TEXT("")},
+    };
+    for (const auto& row : cases) {
+        for (const int id : {row.checkBox, row.icon, row.name}) {
+            EXPECT_EQ(row.shown, Shown(sheet.Control(kScreenPrinting, id))) << id;
+            EXPECT_TRUE(Enabled(sheet.Control(kScreenPrinting, id))) << id;
+        }
+        EXPECT_EQ(row.checked, Checked(sheet.Control(kScreenPrinting, row.checkBox))) << row.checkBox;
+        EXPECT_EQ(row.picture, Picture(sheet.Control(kScreenPrinting, row.icon)) != nullptr) << row.icon;
+        EXPECT_EQ(row.code, TextOf(sheet.Control(kScreenPrinting, row.name))) << row.name;
+    }
+}
+
+TEST(CartridgeCodes, AreUsedUpOnePerSlotAndTheLastOneForTheRest)
+{
+    struct
+    {
+        const WCHAR* list;
+        std::vector<Text> codes;
+    } const cases[] = {
+        {TEXT("BK,C,M"), {TEXT("BK"), TEXT("C"), TEXT("M"), TEXT("M"), TEXT("M")}},
+        {TEXT("BK,,M"), {TEXT("BK"), TEXT(""), TEXT("M"), TEXT("M")}},
+        {TEXT("BK,C,"), {TEXT("BK"), TEXT("C"), TEXT("C")}},
+        {TEXT("BK"), {TEXT("BK"), TEXT("BK")}},
+        {TEXT(","), {TEXT(""), TEXT("")}},
+        {TEXT(""), {TEXT(""), TEXT("")}},
+    };
+    for (const auto& row : cases) {
+        CartridgeCodes codes(row.list);
+        for (const Text& code : row.codes)
+            EXPECT_EQ(code, codes.Next());
+    }
+}
+
+TEST_F(Embedding, KeepsScreenPrintingAndColoursApart)
+{
+    struct
+    {
+        const char* mode;
+        bool on, multiBlack, parameters;
+    } const cases[] = {
+        {"off", false, false, true},
+        {"a", true, false, true},
+        {"b", true, true, true},
+        {"c", true, false, false}, // "App specified"
+    };
+    for (const auto& row : cases) {
+        OpenSheet other;
+        other.core.features["halvScreenmode"].selected = row.mode;
+        for (const auto& [position, control] :
+             {std::pair{kColors, 1111}, {kCorrection, 1296}, {kInkControl, 1401}}) {
+            other.Open(position);
+            EXPECT_EQ(!row.on, Enabled(other.Control(position, control))) << row.mode << control;
+        }
+        other.Open(kScreenPrinting);
+        EXPECT_EQ(row.on, Checked(other.Control(kScreenPrinting, 1118))) << row.mode;
+        EXPECT_TRUE(Enabled(other.Control(kScreenPrinting, 1118))) << row.mode;
+        EXPECT_EQ(row.on, Enabled(other.Control(kScreenPrinting, 1257))) << row.mode;
+        EXPECT_EQ(row.multiBlack, Checked(other.Control(kScreenPrinting, 1239))) << row.mode;
+        EXPECT_EQ(row.multiBlack, Enabled(other.Control(kScreenPrinting, 1240))) << row.mode;
+        for (const int parameter : {1146, 1274, 1292, 1244, 1250, 1293, 1251, 1252})
+            EXPECT_EQ(row.parameters, Shown(other.Control(kScreenPrinting, parameter)))
+                << row.mode << parameter;
+    }
+}
+
+TEST_F(Embedding, FillsTheConsumptionPaneFromThePrintersFile)
+{
+    const TempFile file("embedding.ink", "LastInk_K=200\nTotalInk_K=30000\nLastInk_C=100\n");
+    lstrcpyA(sheet.context.inkFilePath, file.path.c_str());
+    sheet.Open(kConsumption);
+    const HWND pane = sheet.context.pages[kConsumption];
+    EXPECT_EQ(TEXT("Black"), TextOf(GetDlgItem(pane, 3211)));
+    EXPECT_EQ(TEXT("2"), TextOf(GetDlgItem(pane, 3111)));
+    EXPECT_EQ(TEXT("3"), TextOf(GetDlgItem(pane, 3130)));
+    EXPECT_EQ(TEXT("Total:"), TextOf(GetDlgItem(pane, 1212)));
+    EXPECT_EQ(0x64000000, GetWindowLongPtrW(GetDlgItem(pane, 3011), GWLP_USERDATA));
+    EXPECT_EQ(0x3200FFFF, GetWindowLongPtrW(GetDlgItem(pane, 3012), GWLP_USERDATA));
+    EXPECT_FALSE(Shown(GetDlgItem(pane, 3213)));
+    EXPECT_EQ(GetDlgItem(pane, 3128), sheet.context.consumption.totals.numbers[9]);
+}
+
+TEST_F(Embedding, TracesItsSteps)
+{
+    sheet.core.features.clear();
+    sheet.Read();
+    trace.Take();
+    MyEmbedControls(kConsumptionPage | 0x100, sheet.context, nullptr);
+    const std::vector<Text> lines = trace.Take();
+    EXPECT_EQ(TEXT("UI:  \n!!!MyEmbedControls!!! - idx=264 - window=0\n\n"), lines.at(0));
+    EXPECT_EQ(TEXT("GetControlByID : win=0, id=3011, result=0\n"), lines.at(1));
+    EXPECT_EQ(TEXT("GetControlByID : win=0, id=3111, result=0\n"), lines.at(2));
+    EXPECT_EQ(TEXT("GetControlByID : win=0, id=3130, result=0\n"), lines.at(1 + 12 * 6));
+    EXPECT_EQ(TEXT("GetControlByID : win=0, id=1212, result=0\n"), lines.at(3 + 12 * 6));
+    EXPECT_EQ(TEXT("UI:  Inkdata-File not found:\n"), lines.at(4 + 12 * 6));
+    EXPECT_TRUE(trace.Lines().empty());
+    sheet.Open(kInkControl);
+    EXPECT_TRUE(trace.Contains(TEXT("UI:  Init popuplists - pageidx = 16\n")));
+}
+
+TEST_F(Embedding, ToleratesPagesWithoutTheirControls)
+{
+    for (int position = 0; position < kPageKinds; ++position) {
+        const HWND page = sheet.Open(position, 106); // the information page has none of them
+        ASSERT_TRUE(page);
+        for (const int event : {1022, 1072, 1073, 1075, 1111, 1118, 1123, 1239, 1257, 1273, 12342})
+            sheet.Command(position, event, CBN_SELENDOK);
+        sheet.Notify(position, 1223, TCN_SELCHANGE);
+        sheet.Notify(position, 0, PSN_APPLY);
+        DestroyWindow(page);
+    }
+    for (int position = 0; position < kPageKinds; ++position) {
+        for (const WORD dialog : kTemplates) {
+            sheet.Open(position, dialog); // controls of other classes under the same ids
+            DestroyWindow(sheet.Page(position));
+        }
+    }
+}
+
+TEST_F(Embedding, BindsAnewWhenAPageIsOpenedAgain)
+{
+    const HWND first = sheet.Open(kMain);
+    const HWND slider = sheet.Control(kMain, 1232);
+    const HWND second = sheet.Open(kMain);
+    DestroyWindow(first);
+    EXPECT_FALSE(IsWindow(slider));
+    EXPECT_EQ(second, sheet.context.pages[kMain]) << "the second page keeps its windows";
+    EXPECT_EQ(sheet.Control(kMain, 1232), sheet.context.sliders.windows[kSliderBrightness]);
+    DestroyWindow(second);
+    for (int row = 0; row < kPopups; ++row)
+        EXPECT_FALSE(sheet.context.popups.windows[row]) << row;
+    EXPECT_FALSE(sheet.context.sliders.windows[kSliderBrightness]);
+    EXPECT_FALSE(sheet.context.checkBoxes.borderless);
+    EXPECT_FALSE(sheet.context.pages[kMain]);
+    sheet.Open(kMain);
+    EXPECT_EQ(TEXT("50%"), TextOf(sheet.Control(kMain, 1093)));
+}
+
+TEST_F(Embedding, GivesBackEverythingThatItsPagesTook)
+{
+    sheet.core.features["halvScreenmode"].selected = "b";
+    sheet.Read();
+    lstrcpyW(sheet.context.options->cartridgeColors, TEXT("BK,C,M,Y"));
+    const auto open = [this] {
+        for (int position = 0; position < kPageKinds; ++position)
+            sheet.Open(position);
+        for (const HWND page : sheet.pages)
+            DestroyWindow(page);
+    };
+    open();
+    const DWORD gdi = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    const DWORD user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    HeapWatch heap;
+    for (int time = 0; time < 34; ++time) // some 200 pages
+        open();
+    EXPECT_EQ(gdi, GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS));
+    EXPECT_EQ(user, GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS));
+    EXPECT_EQ(0, heap.LiveBlocks());
+}
+
+} // namespace
+} // namespace tintwerk

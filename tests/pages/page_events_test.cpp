@@ -1,0 +1,215 @@
+// What the pages do at once when the user touches a control.
+#include "src/pages/page_events.h"
+
+#include <gtest/gtest.h>
+
+#include "src/features/popup_filling.h"
+#include "tests/pages/open_sheet.h"
+#include "tests/support/message_boxes.h"
+#include "tests/support/temp_file.h"
+
+namespace tintwerk {
+namespace {
+
+class PageEvents : public testing::Test
+{
+protected:
+    DebugLines trace;
+    OpenSheet sheet;
+};
+
+TEST_F(PageEvents, TheBorderlessBoxFollowsThePageSize)
+{
+    sheet.Open(kMain);
+    struct
+    {
+        const char* size;
+        int item; // of the popup, which hides A4's twin
+        bool shown, enabled;
+        int checked; // -1: as it was
+    } const cases[] = {
+        {"borderless only", 2, true, false, 1},
+        {"with a twin", 0, true, true, -1},
+        {"without a twin", 1, true, false, 0},
+        {"custom", 3, false, true, 0},
+    };
+    const HWND box = sheet.Control(kMain, 1123);
+    for (const bool before : {false, true}) {
+        for (const auto& row : cases) {
+            SendMessageW(box, BM_SETCHECK, before, 0);
+            trace.Take();
+            sheet.Choose(kMain, 1022, row.item);
+            const bool checked = row.checked < 0 ? before : row.checked != 0;
+            EXPECT_EQ(row.shown, Shown(box)) << row.size;
+            EXPECT_EQ(row.enabled, Enabled(box)) << row.size;
+            EXPECT_EQ(checked, Checked(box)) << row.size;
+            for (const int expansion : {1217, 1227, 1228, 1229})
+                EXPECT_EQ(checked, Shown(sheet.Control(kMain, expansion))) << row.size << expansion;
+            EXPECT_EQ(0, sheet.context.checkStates.borderless) << "waits for the apply";
+        }
+    }
+    EXPECT_EQ(0, sheet.core.Count("SetOptions"));
+}
+
+TEST_F(PageEvents, TheBorderlessBoxShowsItsExpansion)
+{
+    sheet.Open(kMain);
+    for (const bool borderless : {true, false}) {
+        sheet.Check(kMain, 1123, borderless);
+        EXPECT_EQ(borderless, sheet.context.checkStates.borderless != 0);
+        EXPECT_EQ(borderless, Shown(sheet.Control(kMain, 1217)));
+    }
+}
+
+TEST_F(PageEvents, ChoicesThatDecideOthersAreWrittenAtOnce)
+{
+    sheet.Open(kMain);
+    sheet.Open(kColors);
+    struct
+    {
+        int position, popup, item;
+        const char* feature;
+        const char* option;
+        PopupRow row;
+    } const cases[] = {
+        {kMain, 1072, 0, "Resolution", "360", kPopupResolution},
+        {kMain, 1073, 0, "MediaType", "Plain_0", kPopupMediaType},
+        {kMain, 1075, 1, "halvCartridgeType", "Special", kPopupCartridge},
+        {kColors, 1111, 1, "halvIntent", "photo_0", kPopupIntent},
+    };
+    for (const auto& row : cases) {
+        sheet.core.calls.clear();
+        sheet.Choose(row.position, row.popup, row.item);
+        EXPECT_EQ(row.option, sheet.core.features[row.feature].selected);
+        EXPECT_EQ(1, sheet.core.Count("SetOptions")) << row.feature;
+        EXPECT_EQ(2, sheet.core.Count("EnumConstrainedOptions")) << "media types and resolutions are checked";
+        EXPECT_EQ(row.option, std::string(FindSelected(PopupList(sheet.context, row.row),
+                                                       sheet.context.popups.selections[row.row])
+                                              ->keyword));
+    }
+}
+
+TEST_F(PageEvents, ANewMediaTypeRefillsThePopupsOfAnOpenColourPage)
+{
+    sheet.Open(kMain);
+    sheet.Choose(kMain, 1073, 0); // without colours page
+    sheet.Open(kColors);
+    EXPECT_EQ(2, SendMessageW(sheet.Control(kColors, 1111), CB_GETCOUNT, 0, 0))
+        << "the intent of mode 3 is left out";
+    sheet.Choose(kMain, 1073, 1);
+    EXPECT_EQ(3, SendMessageW(sheet.Control(kColors, 1111), CB_GETCOUNT, 0, 0));
+}
+
+TEST_F(PageEvents, WarnAboutAnIncompleteProfileOncePerChoice)
+{
+    MessageBoxes boxes;
+    sheet.Open(kMain);
+    sheet.Choose(kMain, 1073, 2);
+    ASSERT_EQ(1u, boxes.shown.size());
+    EXPECT_EQ(sheet.sheet, boxes.shown[0].owner);
+    EXPECT_EQ(TEXT("Attention:"), boxes.shown[0].caption);
+    sheet.Choose(kMain, 1072, 0);
+    EXPECT_EQ(1u, boxes.shown.size()) << "another popup";
+    sheet.Choose(kMain, 1073, 2);
+    EXPECT_EQ(2u, boxes.shown.size()) << "chosen again";
+    sheet.Choose(kMain, 1073, 1);
+    EXPECT_EQ(2u, boxes.shown.size()) << "a complete profile";
+}
+
+TEST_F(PageEvents, APopupWithoutAnOptionToWriteGoesBack)
+{
+    sheet.Open(kMain);
+    sheet.core.calls.clear();
+    sheet.Choose(kMain, 1073, -1);
+    EXPECT_TRUE(sheet.core.calls.empty());
+    EXPECT_EQ(0, sheet.context.popups.selections[kPopupMediaType]);
+    EXPECT_EQ(-1, SendMessageW(sheet.Control(kMain, 1073), CB_GETCURSEL, 0, 0));
+}
+
+TEST_F(PageEvents, TheColourModelChoosesTheColourSpacePopup)
+{
+    sheet.Open(kColors);
+    sheet.Choose(kColors, 1273, 1);
+    EXPECT_EQ(2, sheet.context.popups.selections[kPopupColorModel]);
+    EXPECT_FALSE(Shown(sheet.Control(kColors, 1113)));
+    EXPECT_TRUE(Shown(sheet.Control(kColors, 1112)));
+    sheet.Choose(kColors, 1273, 0);
+    EXPECT_TRUE(Shown(sheet.Control(kColors, 1113)));
+}
+
+TEST_F(PageEvents, TheHalftoneDecidesAboutItsParameters)
+{
+    sheet.core.features["halvScreenmode"].selected = "a";
+    sheet.Open(kScreenPrinting);
+    for (const int item : {1, 0, 2}) {
+        sheet.Choose(kScreenPrinting, 1257, item);
+        EXPECT_EQ(item == 0, Shown(sheet.Control(kScreenPrinting, 1244))) << item;
+        EXPECT_EQ(item == 0, Shown(sheet.Control(kScreenPrinting, 1274))) << item;
+    }
+}
+
+TEST_F(PageEvents, ScreenPrintingTakesTheColourPagesAway)
+{
+    for (int position = 0; position < kPageKinds; ++position)
+        sheet.Open(position);
+    sheet.sheetPages = {
+        nullptr, nullptr, sheet.Page(kColors), sheet.Page(kCorrection), nullptr, sheet.Page(kInkControl)};
+    for (const bool on : {true, false, true}) {
+        sheet.Check(kScreenPrinting, 1118, on);
+        EXPECT_EQ(on, Current().checkBoxes[kCheckScreenPrinting] != 0);
+        EXPECT_EQ(!on, Enabled(sheet.Control(kColors, 1111)));
+        EXPECT_EQ(!on, Enabled(sheet.Control(kCorrection, 1172)));
+        EXPECT_EQ(!on, Enabled(sheet.Control(kInkControl, 1401)));
+        EXPECT_TRUE(Enabled(sheet.Control(kMain, 1073)));
+        EXPECT_TRUE(Enabled(sheet.Control(kScreenPrinting, 1118))) << "the way back";
+        EXPECT_EQ(on, Enabled(sheet.Control(kScreenPrinting, 1257)));
+        EXPECT_FALSE(Enabled(sheet.Control(kScreenPrinting, 1240))) << "cartridges wait for multi-black";
+    }
+    for (const bool multiBlack : {true, false}) {
+        sheet.Check(kScreenPrinting, 1239, multiBlack);
+        for (const int cartridge : {1240, 1241, 1261, 1286})
+            EXPECT_EQ(multiBlack, Enabled(sheet.Control(kScreenPrinting, cartridge))) << cartridge;
+    }
+}
+
+TEST_F(PageEvents, SimulatingTheNextJobLeavesTheScreenPrintingModeAlone)
+{
+    Current().checkBoxes[kCheckScreenPrinting] = 1;
+    sheet.core.features.erase("halvScreenmode");
+    sheet.Read();
+    const int stored = Current().checkBoxes[kCheckScreenPrinting];
+    sheet.Open(kColors);
+    sheet.sheetPages[2] = sheet.Page(kColors);
+    sheet.Open(kConsumption);
+    const bool enabled = Enabled(sheet.Control(kColors, 1111));
+    for (const bool simulate : {true, false})
+        sheet.Check(kConsumption, 1118, simulate);
+    EXPECT_EQ(stored, Current().checkBoxes[kCheckScreenPrinting]);
+    EXPECT_EQ(enabled, Enabled(sheet.Control(kColors, 1111)));
+}
+
+TEST_F(PageEvents, ResetButtonZeroesTheCounters)
+{
+    MessageBoxes boxes;
+    const TempFile file("events.ink", "LastInk_K=200\n");
+    lstrcpyA(sheet.context.inkFilePath, file.path.c_str());
+    sheet.Open(kConsumption);
+    boxes.answer = IDCANCEL;
+    sheet.Command(kConsumption, 1214, BN_CLICKED);
+    EXPECT_EQ(TEXT("2"), TextOf(GetDlgItem(sheet.context.pages[kConsumption], 3111)));
+    boxes.answer = IDOK;
+    sheet.Command(kConsumption, 1214, BN_CLICKED);
+    EXPECT_EQ(TEXT("0"), TextOf(GetDlgItem(sheet.context.pages[kConsumption], 3111)));
+    EXPECT_EQ("[Tintwerk_Ink_Info]\r\n[Last]\r\nLastInk_K=0\r\n", file.Content());
+}
+
+TEST_F(PageEvents, DoNothingForOtherControls)
+{
+    sheet.Open(kMain);
+    trace.Take();
+    HandlePageEvent(sheet.context, 1023);
+    EXPECT_EQ(std::vector<Text>{TEXT("UI:  Handle event #1023\n")}, trace.Take());
+}
+
+} // namespace
+} // namespace tintwerk

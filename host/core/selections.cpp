@@ -6,27 +6,13 @@
 #include <fstream>
 #include <iterator>
 
+#include "host/ppd/ppd_text.h"
+
 namespace tintwerk {
 namespace {
 
 constexpr std::string_view kPrivateDevmode = "PrivateDevmode";
 constexpr std::size_t kMaxPrivateBytes = 64 * 1024;
-
-std::string_view Trim(std::string_view text)
-{
-    constexpr std::string_view kBlanks = " \t\r";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
-
-int HexDigit(char c)
-{
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
-}
 
 bool BytesFromHex(std::string_view digits, std::vector<unsigned char>& bytes)
 {
@@ -97,11 +83,11 @@ std::string Selections::Text() const
 {
     std::string text;
     for (const Line& line : lines_) {
-        if (!line.feature.empty())
-            text.append(line.feature).append(1, '=');
+        if (!line.feature.empty()) text.append(line.feature).append(1, '=');
         text.append(line.text).append(1, '\n');
     }
-    if (!privateDevmode_.empty()) text.append(kPrivateDevmode).append(1, '=').append(HexOf(privateDevmode_)).append(1, '\n');
+    if (!privateDevmode_.empty())
+        text.append(kPrivateDevmode).append(1, '=').append(HexOf(privateDevmode_)).append(1, '\n');
     return text;
 }
 

@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include "host/ppd/ppd_text.h"
+
 namespace tintwerk {
 namespace {
 
@@ -78,21 +80,13 @@ void AppendUtf8(std::string& text, char16_t code)
     }
 }
 
-int HexDigit(char c)
-{
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
-}
-
 // The bytes between "<" and ">": pairs of digits, blanks between them. False when it is anything else.
 bool AppendHex(std::string& bytes, std::string_view digits)
 {
     std::string result;
     int high = -1;
     for (const char c : digits) {
-        if (c == ' ' || c == '\t' || c == '\r' || c == '\n') continue;
+        if (IsBlank(c) || IsLineEnd(c)) continue;
         const int digit = HexDigit(c);
         if (digit < 0) return false;
         if (high < 0) {
@@ -130,14 +124,6 @@ bool IsAscii(std::string_view bytes)
 {
     return std::all_of(bytes.begin(), bytes.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-std::string_view Trim(std::string_view text)
-{
-    constexpr std::string_view kBlanks = " \t\r\n";
-    const std::size_t first = text.find_first_not_of(kBlanks);
-    if (first == std::string_view::npos) return {};
-    return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
 } // namespace
@@ -190,7 +176,7 @@ bool IsUtf8(std::string_view bytes)
 bool IsPlainPpdText(std::string_view raw)
 {
     if (raw.empty()) return true;
-    const auto blank = [](char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; };
+    const auto blank = [](char c) { return IsBlank(c) || IsLineEnd(c); };
     if (blank(raw.front()) || blank(raw.back())) return false;
     return std::all_of(raw.begin(), raw.end(),
                        [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '<'; });

@@ -22,6 +22,13 @@ public:
         return slots_[Locate(keyword, scope)].number;
     }
 
+    // Makes room for about so many keywords, which saves moving them while they arrive.
+    void Reserve(std::size_t count)
+    {
+        while (slots_.size() < count * 2)
+            Grow();
+    }
+
     // Stores a number unless the keyword has one already; returns the number that the keyword has now.
     std::uint32_t Insert(std::string_view keyword, std::uint32_t number, std::uint32_t scope = 0)
     {

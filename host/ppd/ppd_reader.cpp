@@ -4,31 +4,23 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <fstream>
 #include <iterator>
 
 #include "host/ppd/encoding.h"
+#include "host/ppd/ppd_scanner.h"
+#include "host/ppd/ppd_text.h"
 
 namespace tintwerk {
 namespace {
 
 constexpr std::size_t kMaxFileBytes = 32u << 20;
 constexpr std::size_t kMaxIncludeDepth = 8;
+constexpr std::size_t kMaxFiles = 100;
+constexpr std::size_t kMaxGroupDepth = 32;
+constexpr std::size_t kMaxLanguages = 200;
 constexpr std::size_t kMaxWarnings = 500;
-
-struct Failure
-{
-    PpdMessage message;
-};
-
-// One statement of a PPD: *main option/text: value
-struct Statement
-{
-    const char* at = nullptr; // its asterisk
-    std::string_view main, option, text, value;
-    bool hasText = false, hasValue = false, quoted = false;
-};
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 // The main keywords that mean something here; every other one is an option of a feature or is passed over.
 enum class Main : std::uint32_t
@@ -115,39 +107,9 @@ const KeywordTable& MainTable()
     return table;
 }
 
-bool IsBlank(char c)
-{
-    return c == ' ' || c == '\t';
-}
-bool IsLineEnd(char c)
-{
-    return c == '\n' || c == '\r';
-}
-
-std::string_view Trim(std::string_view text)
-{
-    while (!text.empty() && (IsBlank(text.front()) || IsLineEnd(text.front())))
-        text.remove_prefix(1);
-    while (!text.empty() && (IsBlank(text.back()) || IsLineEnd(text.back())))
-        text.remove_suffix(1);
-    return text;
-}
-
 std::string_view WithoutAsterisk(std::string_view keyword)
 {
     return keyword.starts_with('*') ? keyword.substr(1) : keyword;
-}
-
-// Takes the next blank-separated word off the front of a text; empty at its end.
-std::string_view NextWord(std::string_view& text)
-{
-    text = Trim(text);
-    std::size_t length = 0;
-    while (length < text.size() && !IsBlank(text[length]) && !IsLineEnd(text[length]))
-        ++length;
-    const std::string_view word = text.substr(0, length);
-    text.remove_prefix(length);
-    return word;
 }
 
 double Number(std::string_view word)
@@ -162,11 +124,6 @@ int Micrometres(double points)
 {
     const double length = points * 25400 / 72;
     return length > 0 && length < 1e9 ? static_cast<int>(std::lround(length)) : 0;
-}
-
-std::string Quoted(std::string_view text)
-{
-    return '"' + std::string(text) + '"';
 }
 
 std::string Statements(std::string_view main, std::string_view feature)
@@ -196,23 +153,16 @@ public:
 
     std::unique_ptr<Ppd> Read(std::string text)
     {
+        ppd_->optionTable_.Reserve(text.size() / 128);
         ReadFile(ppd_->fileName_, std::move(text));
-        if (!begun_) Fail(files_.front().begin, "\"*PPD-Adobe: \"4.3\"\" expected; the file is empty");
-        if (open_) Slip(EndOfText(), CloseStatement() + " expected before the end of the file");
+        if (!begun_) Fail(files_.front().EndOfText(), "\"*PPD-Adobe: \"4.3\"\" expected; the file is empty");
+        if (open_)
+            Slip(files_.front().EndOfText(), CloseStatement() + " expected before the end of the file");
         Finish();
         return std::move(ppd_);
     }
 
 private:
-    struct File
-    {
-        std::string name;
-        const char* begin;
-        const char* end;
-        bool loneReturns;    // lines may end with a carriage return alone
-        const char* counted; // where line counting stands, and the line there
-        unsigned line;
-    };
     struct OpenFeature
     {
         std::size_t feature;
@@ -239,33 +189,20 @@ private:
 
     PpdMessage At(const char* position, std::string text)
     {
-        for (auto file = files_.rbegin(); file != files_.rend(); ++file) {
-            if (position < file->begin || position > file->end) continue;
-            if (position < file->counted) {
-                file->counted = file->begin;
-                file->line = 1;
-            }
-            for (; file->counted < position; ++file->counted) {
-                const char c = *file->counted;
-                if (c == '\n' || (c == '\r' && (file->counted + 1 == file->end || file->counted[1] != '\n')))
-                    ++file->line;
-            }
-            return {file->name, file->line, std::move(text)};
+        for (PpdScanner& file : files_) {
+            if (file.Holds(position)) return file.At(position, std::move(text));
         }
         return {ppd_->fileName_, 0, std::move(text)};
     }
 
     [[noreturn]] void Fail(const char* position, std::string text)
     {
-        throw Failure{At(position, std::move(text))};
+        throw PpdFailure{At(position, std::move(text))};
     }
-    const char* EndOfText() const
+
+    void Warn(const char* position, std::string text)
     {
-        const File& file = files_.front();
-        const char* last = file.end;
-        while (last > file.begin && (IsLineEnd(last[-1]) || IsBlank(last[-1])))
-            --last;
-        return last;
+        if (ppd_->warnings_.size() < kMaxWarnings) ppd_->warnings_.push_back(At(position, std::move(text)));
     }
 
     // A fault whose meaning is clear: real files have it, a file under development should not.
@@ -275,158 +212,41 @@ private:
         Warn(position, std::move(text));
     }
 
-    void Warn(const char* position, std::string text)
-    {
-        if (ppd_->warnings_.size() < kMaxWarnings) ppd_->warnings_.push_back(At(position, std::move(text)));
-    }
-
-    // ---- files and lines
+    // ---- files
 
     void ReadFile(const std::string& name, std::string text)
     {
-        if (text.size() > kMaxFileBytes) throw Failure{{name, 0, "larger than 32 MB; no PPD is that large"}};
-        if (text.starts_with("\x1F\x8B")) throw Failure{{name, 0, "compressed; unpack it with gunzip first"}};
+        if (text.size() > kMaxFileBytes)
+            throw PpdFailure{{name, 0, "larger than 32 MB; no PPD is that large"}};
+        if (text.starts_with("\x1F\x8B"))
+            throw PpdFailure{{name, 0, "compressed; unpack it with gunzip first"}};
         while (!text.empty() &&
                (text.back() == '\0' || text.back() == '\x1A')) // what old systems end a file with
             text.pop_back();
         if (text.find('\0') != std::string::npos)
-            throw Failure{{name, 0, "holds zero bytes; a PPD is a text of 8-bit characters"}};
+            throw PpdFailure{{name, 0, "holds zero bytes; a PPD is a text of 8-bit characters"}};
 
-        const std::string& kept = ppd_->texts_.emplace_back(std::move(text));
-        File file{name, kept.data(), kept.data() + kept.size(), false, kept.data(), 1};
-        file.loneReturns = HasLoneReturns(file);
-        files_.push_back(file);
-        if (kept.starts_with("\xEF\xBB\xBF"))
-            Warn(file.begin, "a byte order mark stands before the first statement");
-
-        const std::size_t depth = active_.size();
-        active_.push_back(files_.size() - 1);
-        const char* const outerEnd = end_;
-        const bool outerReturns = loneReturns_;
-        end_ = file.end;
-        loneReturns_ = file.loneReturns;
-        ReadStatements(file.begin + (kept.starts_with("\xEF\xBB\xBF") ? 3 : 0));
-        end_ = outerEnd;
-        loneReturns_ = outerReturns;
-        active_.resize(depth);
-    }
-
-    static bool HasLoneReturns(const File& file)
-    {
-        for (const char* at = file.begin; at < file.end; ++at) {
-            at = static_cast<const char*>(std::memchr(at, '\r', file.end - at));
-            if (!at) return false;
-            if (at + 1 == file.end || at[1] != '\n') return true;
-        }
-        return false;
-    }
-
-    const char* LineEnd(const char* at) const
-    {
-        if (!loneReturns_) {
-            const void* found = at < end_ ? std::memchr(at, '\n', end_ - at) : nullptr;
-            return found ? static_cast<const char*>(found) : end_;
-        }
-        while (at < end_ && !IsLineEnd(*at))
-            ++at;
-        return at;
-    }
-
-    void ReadStatements(const char* at)
-    {
-        while (at < end_) {
-            if (IsLineEnd(*at) || IsBlank(*at)) {
-                ++at;
-            } else if (*at != '*') {
-                if (!begun_) Fail(at, "\"*PPD-Adobe: \"4.3\"\" expected as the first line of a PPD");
-                const char* const lineEnd = LineEnd(at);
-                Warn(at, "\"*\" expected at the start of " +
-                             Quoted(Trim(std::string_view(at, std::min<std::size_t>(lineEnd - at, 40)))) +
-                             "; the line is passed over");
-                at = lineEnd;
-            } else if (at + 1 < end_ && at[1] == '%') {
-                at = LineEnd(at);
-            } else {
-                Statement statement;
-                at = Scan(at, statement);
-                Handle(statement);
-            }
-        }
-    }
-
-    // Takes one statement apart; returns where the next line may begin.
-    const char* Scan(const char* at, Statement& statement)
-    {
-        statement.at = at++;
-        const char* start = at;
-        while (at < end_ && !IsBlank(*at) && !IsLineEnd(*at) && *at != ':' && *at != '/')
-            ++at;
-        statement.main = {start, static_cast<std::size_t>(at - start)};
-        while (at < end_ && IsBlank(*at))
-            ++at;
-        start = at;
-        while (at < end_ && *at != ':' && *at != '/' && !IsLineEnd(*at))
-            ++at;
-        statement.option = Trim({start, static_cast<std::size_t>(at - start)});
-        if (at < end_ && *at == '/') {
-            start = ++at;
-            while (at < end_ && *at != ':' && !IsLineEnd(*at))
-                ++at;
-            statement.text = {start, static_cast<std::size_t>(at - start)};
-            statement.hasText = true;
-        }
-        if (at == end_ || *at != ':') return at;
-        statement.hasValue = true;
-        ++at;
-        while (at < end_ && IsBlank(*at))
-            ++at;
-        if (at < end_ && *at == '"') return ScanQuoted(at, statement);
-        const char* const lineEnd = LineEnd(at);
-        statement.value = Trim({at, static_cast<std::size_t>(lineEnd - at)});
-        return lineEnd;
-    }
-
-    const char* ScanQuoted(const char* quote, Statement& statement)
-    {
-        const char* const start = quote + 1;
-        const auto* close = static_cast<const char*>(std::memchr(start, '"', end_ - start));
-        const char* const valueEnd = close ? close : end_;
-        // A statement inside the value means that its closing quote was forgotten: say so where it is missed.
-        for (const char* line = LineEnd(start); line < valueEnd; line = LineEnd(line)) {
-            ++line;
-            if (line < valueEnd && *line == '*' &&
-                BeginsStatement({line, static_cast<std::size_t>(valueEnd - line)}))
-                FailUnclosed(line, quote);
-        }
-        if (!close) Fail(quote, "the value that begins here has no closing quote");
-        statement.quoted = true;
-        statement.value = {start, static_cast<std::size_t>(close - start)};
-        return LineEnd(close);
-    }
-
-    static bool BeginsStatement(std::string_view line)
-    {
-        constexpr std::string_view kSigns[] = {"*End",        "*OpenUI",        "*CloseUI",
-                                               "*JCLOpenUI",  "*JCLCloseUI",    "*OpenGroup",
-                                               "*CloseGroup", "*UIConstraints", "*Default"};
-        return std::any_of(std::begin(kSigns), std::end(kSigns),
-                           [line](std::string_view sign) { return line.starts_with(sign); });
-    }
-
-    [[noreturn]] void FailUnclosed(const char* line, const char* quote)
-    {
-        const char* end = line;
-        while (end < end_ && !IsLineEnd(*end))
-            ++end;
-        const std::string begun = std::to_string(At(quote, {}).line);
-        Fail(line, "closing quote expected before " + Quoted({line, static_cast<std::size_t>(end - line)}) +
-                       " (the value begins at line " + begun + ")");
+        std::string_view kept = ppd_->texts_.emplace_back(std::move(text));
+        const bool marked = kept.starts_with(kByteOrderMark);
+        if (marked) kept.remove_prefix(kByteOrderMark.size());
+        PpdScanner& file = files_.emplace_back(name, kept);
+        if (marked) Warn(kept.data(), "a byte order mark stands before the first statement");
+        active_.push_back(&file);
+        for (PpdStatement statement; file.Next(statement);)
+            Handle(statement);
+        active_.pop_back();
     }
 
     // ---- statements
 
-    void Handle(const Statement& statement)
+    void Handle(const PpdStatement& statement)
     {
+        if (statement.stray) {
+            if (!begun_) Fail(statement.at, "\"*PPD-Adobe: \"4.3\"\" expected as the first line of a PPD");
+            Warn(statement.at,
+                 "\"*\" expected at the start of " + Quoted(statement.value) + "; the line is passed over");
+            return;
+        }
         // Most lines are options of the feature that is open.
         if (open_ && statement.main == ppd_->features_[open_->feature].keyword) {
             AddOption(open_->feature, statement);
@@ -451,12 +271,12 @@ private:
             AddTranslation(statement);
     }
 
-    static std::string_view DefaultOf(const Statement& statement)
+    static std::string_view DefaultOf(const PpdStatement& statement)
     {
         return Trim(statement.value.substr(0, statement.value.find('/')));
     }
 
-    void HandleMain(const MainRow& row, const Statement& statement)
+    void HandleMain(const MainRow& row, const PpdStatement& statement)
     {
         switch (row.main) {
         case Main::OpenUI:
@@ -504,7 +324,7 @@ private:
         return Statements(open_->jcl ? "*JCLCloseUI:" : "*CloseUI:", ppd_->features_[open_->feature].keyword);
     }
 
-    void OpenUI(const Statement& statement, bool jcl)
+    void OpenUI(const PpdStatement& statement, bool jcl)
     {
         const std::string_view keyword = WithoutAsterisk(statement.option);
         if (open_)
@@ -531,7 +351,7 @@ private:
         ppd_->features_.push_back(std::move(feature));
     }
 
-    PpdFeatureType TypeOf(const Statement& statement)
+    PpdFeatureType TypeOf(const PpdStatement& statement)
     {
         if (statement.value == "PickMany") return PpdFeatureType::PickMany;
         if (statement.value == "Boolean") return PpdFeatureType::Boolean;
@@ -541,7 +361,7 @@ private:
         return PpdFeatureType::PickOne;
     }
 
-    void CloseUI(const Statement& statement)
+    void CloseUI(const PpdStatement& statement)
     {
         std::string_view value = statement.hasValue ? statement.value : statement.option;
         value = WithoutAsterisk(Trim(value.substr(0, value.find('/'))));
@@ -554,22 +374,25 @@ private:
         open_.reset();
     }
 
-    static std::string_view GroupName(const Statement& statement)
+    static std::string_view GroupName(const PpdStatement& statement)
     {
         // "*OpenGroup: Name/Text", or sloppily "*OpenGroup Name/Text".
         const std::string_view name = statement.hasValue ? statement.value : statement.option;
         return Trim(name.substr(0, name.find('/')));
     }
 
-    void OpenGroup(const Statement& statement)
+    void OpenGroup(const PpdStatement& statement)
     {
         const std::string_view name = GroupName(statement);
+        if (groups_.size() == kMaxGroupDepth)
+            Fail(statement.at,
+                 "groups stand in one another more than " + std::to_string(kMaxGroupDepth) + " deep");
         const bool installable =
             name == "InstallableOptions" || (!groups_.empty() && groups_.back().installable);
         groups_.push_back({name, installable});
     }
 
-    void CloseGroup(const Statement& statement)
+    void CloseGroup(const PpdStatement& statement)
     {
         const std::string_view name = GroupName(statement);
         if (open_) {
@@ -586,7 +409,7 @@ private:
         groups_.erase(open.base() - 1, groups_.end());
     }
 
-    void Include(const Statement& statement)
+    void Include(const PpdStatement& statement)
     {
         std::string name(Trim(statement.value));
         if (name.starts_with('<') && name.ends_with('>')) name = name.substr(1, name.size() - 2);
@@ -595,9 +418,11 @@ private:
         if (active_.size() >= kMaxIncludeDepth)
             Fail(statement.at,
                  "files include one another more than " + std::to_string(kMaxIncludeDepth) + " deep");
+        if (files_.size() >= kMaxFiles)
+            Fail(statement.at, "more than " + std::to_string(kMaxFiles) + " files are included");
         const std::string path = BesideOf(ppd_->fileName_, name);
-        for (const std::size_t file : active_) {
-            if (files_[file].name == path) Fail(statement.at, Quoted(name) + " includes itself");
+        for (const PpdScanner* file : active_) {
+            if (file->Name() == path) Fail(statement.at, Quoted(name) + " includes itself");
         }
         std::optional<std::string> text = includer_ ? includer_(name) : std::nullopt;
         if (!text) Fail(statement.at, "the included file " + Quoted(name) + " cannot be read");
@@ -610,7 +435,7 @@ private:
         return folder == std::string::npos ? name : file.substr(0, folder + 1) + name;
     }
 
-    void AddOption(std::size_t number, const Statement& statement)
+    void AddOption(std::size_t number, const PpdStatement& statement)
     {
         if (statement.option.empty() || !statement.hasValue) {
             Warn(statement.at, "an option keyword and \":\" expected after " +
@@ -631,14 +456,15 @@ private:
     }
 
     // "*de.Translation MediaType/Papiersorte: """ and "*de.MediaType Glossy/Glanz: """.
-    void AddTranslation(const Statement& statement)
+    void AddTranslation(const PpdStatement& statement)
     {
         const std::size_t stop = statement.main.find('.');
         if (stop == std::string_view::npos || !IsLanguage(statement.main.substr(0, stop))) return;
         const std::string_view tag = statement.main.substr(0, stop);
         if (tag != lastLanguage_) {
             lastLanguage_ = tag;
-            if (std::find(ppd_->languages_.begin(), ppd_->languages_.end(), tag) == ppd_->languages_.end())
+            if (ppd_->languages_.size() < kMaxLanguages &&
+                std::find(ppd_->languages_.begin(), ppd_->languages_.end(), tag) == ppd_->languages_.end())
                 ppd_->languages_.emplace_back(tag);
         }
         const bool exact = tag == language_;
@@ -894,10 +720,9 @@ private:
     std::string language_;
     bool strict_;
     const PpdIncluder& includer_;
-    std::deque<File> files_;
-    std::vector<std::size_t> active_; // the files that are being read, each included by the one before it
-    const char* end_ = nullptr;       // of the file that is being read
-    bool loneReturns_ = false;
+    std::deque<PpdScanner> files_;
+    std::vector<const PpdScanner*>
+        active_; // the files that are being read, each included by the one before it
     bool begun_ = false;
     PpdEncoding encoding_ = PpdEncoding::Unknown;
     std::optional<OpenFeature> open_;
@@ -918,7 +743,7 @@ PpdResult ReadPpdText(std::string text, const std::string& name, const PpdReadOp
     PpdResult result;
     try {
         result.ppd = PpdReader(name, options, includer).Read(std::move(text));
-    } catch (Failure& failure) {
+    } catch (PpdFailure& failure) {
         result.error = std::move(failure.message);
     }
     return result;

@@ -40,6 +40,14 @@ std::vector<std::string> Warnings(const PpdResult& result)
     return lines;
 }
 
+std::string Repeated(const std::string& text, int times)
+{
+    std::string repeated;
+    while (times-- > 0)
+        repeated += text;
+    return repeated;
+}
+
 constexpr char kOneFeature[] =
     "*OpenUI *Gloss/Gloss: PickOne\n*DefaultGloss: High\n*Gloss Low/Low Gloss: \"0\"\n"
     "*Gloss High: \"1\"\n*CloseUI: *Gloss\n";
@@ -69,6 +77,7 @@ TEST(PpdReader, TellsOneClearErrorWithItsLine)
         {magic + "*OpenUI: PickOne\n", "x.ppd:2: the keyword of a feature expected after \"*OpenUI\""},
         {magic + "*Include: \"../other.ppd\"\n",
          "x.ppd:2: the name of a file in the PPD's folder expected, not \"../other.ppd\""},
+        {magic + Repeated("*OpenGroup: A\n", 33), "x.ppd:34: groups stand in one another more than 32 deep"},
         {magic + "*Include: \"other.ppd\"\n", "x.ppd:2: the included file \"other.ppd\" cannot be read"},
     };
     for (const auto& row : cases) {
@@ -372,6 +381,9 @@ TEST(PpdReader, IncludesFilesOfItsFolderWithoutLoops)
     };
     for (int i = 0; i < 20; ++i)
         files["deep" + std::to_string(i)] = "*Include: \"deep" + std::to_string(i + 1) + "\"\n";
+    for (int i = 0; i < 200; ++i)
+        files["fan.ppd"] += "*Include: \"leaf.ppd\"\n";
+    files["leaf.ppd"] = "*% nothing\n";
     const PpdIncluder includer = [&files](const std::string& name) -> std::optional<std::string> {
         const auto file = files.find(name);
         return file == files.end() ? std::nullopt : std::optional(file->second);
@@ -391,6 +403,7 @@ TEST(PpdReader, IncludesFilesOfItsFolderWithoutLoops)
     EXPECT_EQ("dir/self.ppd:1: \"self.ppd\" includes itself", read("self.ppd").error.Full());
     EXPECT_EQ("dir/b.ppd:2: \"a.ppd\" includes itself", read("a.ppd").error.Full());
     EXPECT_EQ("dir/deep6:1: files include one another more than 8 deep", read("deep0").error.Full());
+    EXPECT_EQ("dir/fan.ppd:99: more than 100 files are included", read("fan.ppd").error.Full());
 }
 
 TEST(PpdReader, SurvivesEveryCutOfAFile)

@@ -1,0 +1,56 @@
+// Small text operations that the readers of PPDs and of selections share.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tintwerk {
+
+inline bool IsBlank(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+inline bool IsLineEnd(char c)
+{
+    return c == '\n' || c == '\r';
+}
+
+// Without blanks and line ends at both ends.
+inline std::string_view Trim(std::string_view text)
+{
+    while (!text.empty() && (IsBlank(text.front()) || IsLineEnd(text.front())))
+        text.remove_prefix(1);
+    while (!text.empty() && (IsBlank(text.back()) || IsLineEnd(text.back())))
+        text.remove_suffix(1);
+    return text;
+}
+
+// Takes the next blank-separated word off the front of a text; empty at its end.
+inline std::string_view NextWord(std::string_view& text)
+{
+    text = Trim(text);
+    std::size_t length = 0;
+    while (length < text.size() && !IsBlank(text[length]) && !IsLineEnd(text[length]))
+        ++length;
+    const std::string_view word = text.substr(0, length);
+    text.remove_prefix(length);
+    return word;
+}
+
+inline std::string Quoted(std::string_view text)
+{
+    std::string quoted(1, '"');
+    return quoted.append(text).append(1, '"');
+}
+
+// The value of a hexadecimal digit, or -1.
+inline int HexDigit(char c)
+{
+    if (c >= '0' && c <= '9') return c - '0';
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+    return -1;
+}
+
+} // namespace tintwerk

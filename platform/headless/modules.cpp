@@ -65,6 +65,23 @@ HANDLE NewActivationContext(PCACTCTXW context)
     return new ActivationContext;
 }
 
+DWORD FileNameOf(HMODULE module, LPWSTR path, DWORD size)
+{
+    std::string file = ProgramPath();
+    if (module == Handle(pluginModule)) file = file.substr(0, file.rfind('/') + 1) + "PSTWUI.DLL";
+    const std::basic_string<WCHAR> wide = Wide(file);
+    if (size == 0 || wide.size() >= size) {
+        std::copy_n(wide.begin(), size, path);
+        if (size > 0) path[size - 1] = 0;
+        SetLastError(ERROR_INSUFFICIENT_BUFFER);
+        return size;
+    }
+    *std::ranges::copy(wide, path).out = 0;
+    SetLastError(ERROR_SUCCESS);
+    return static_cast<DWORD>(wide.size());
+}
+
+Hookable<FileNameOf> getModuleFileName{"GetModuleFileNameW"};
 Hookable<SystemVersion> getVersion{"GetVersionExW"};
 Hookable<NewActivationContext> createActivationContext{"CreateActCtxW"};
 
@@ -90,18 +107,7 @@ HMODULE GetModuleHandleW(LPCWSTR name)
 
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size)
 {
-    std::string file = ProgramPath();
-    if (module == PluginHandle()) file = file.substr(0, file.rfind('/') + 1) + "PSTWUI.DLL";
-    const std::basic_string<WCHAR> wide = Wide(file);
-    if (size == 0 || wide.size() >= size) {
-        std::copy_n(wide.begin(), size, path);
-        if (size > 0) path[size - 1] = 0;
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        return size;
-    }
-    *std::ranges::copy(wide, path).out = 0;
-    SetLastError(ERROR_SUCCESS);
-    return static_cast<DWORD>(wide.size());
+    return getModuleFileName(module, path, size);
 }
 
 BOOL GetVersionExW(LPOSVERSIONINFOW information)

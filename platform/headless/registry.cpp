@@ -133,6 +133,13 @@ LSTATUS QueryValue(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE
     return ERROR_SUCCESS;
 }
 
+LSTATUS CloseOpenKey(HKEY key)
+{
+    const bool predefined = key == HKEY_LOCAL_MACHINE || key == HKEY_CURRENT_USER;
+    return predefined || TheRegistry().open.Close(key) ? ERROR_SUCCESS : ERROR_INVALID_HANDLE;
+}
+
+Hookable<CloseOpenKey> closeKey{"RegCloseKey"};
 Hookable<OpenSubKey> openKey{"RegOpenKeyExA"};
 Hookable<QueryValue> queryValue{"RegQueryValueExA"};
 
@@ -174,8 +181,7 @@ LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR, DWORD 
 
 LSTATUS RegCloseKey(HKEY key)
 {
-    const bool predefined = key == HKEY_LOCAL_MACHINE || key == HKEY_CURRENT_USER;
-    return predefined || TheRegistry().open.Close(key) ? ERROR_SUCCESS : ERROR_INVALID_HANDLE;
+    return closeKey(key);
 }
 
 LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)

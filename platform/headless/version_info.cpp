@@ -111,18 +111,7 @@ struct Block
     }
 };
 
-} // namespace
-
-DWORD GetFileVersionInfoSizeW(LPCWSTR path, LPDWORD ignored)
-{
-    return getVersionSize(path, ignored);
-}
-BOOL GetFileVersionInfoW(LPCWSTR path, DWORD ignored, DWORD size, LPVOID data)
-{
-    return getVersionData(path, ignored, size, data);
-}
-
-BOOL VerQueryValueW(LPCVOID data, LPCWSTR subBlock, LPVOID* value, PUINT length)
+BOOL QueryBlock(LPCVOID data, LPCWSTR subBlock, LPVOID* value, PUINT length)
 {
     const auto* const bytes = static_cast<const BYTE*>(data);
     if (!bytes) return FALSE;
@@ -139,4 +128,22 @@ BOOL VerQueryValueW(LPCVOID data, LPCWSTR subBlock, LPVOID* value, PUINT length)
     *value = const_cast<BYTE*>(block.bytes.data()) + block.value;
     if (length) *length = block.valueLength;
     return TRUE;
+}
+
+Hookable<QueryBlock> queryBlock{"VerQueryValueW"};
+
+} // namespace
+
+DWORD GetFileVersionInfoSizeW(LPCWSTR path, LPDWORD ignored)
+{
+    return getVersionSize(path, ignored);
+}
+BOOL GetFileVersionInfoW(LPCWSTR path, DWORD ignored, DWORD size, LPVOID data)
+{
+    return getVersionData(path, ignored, size, data);
+}
+
+BOOL VerQueryValueW(LPCVOID block, LPCWSTR subBlock, LPVOID* value, PUINT length)
+{
+    return queryBlock(block, subBlock, value, length);
 }

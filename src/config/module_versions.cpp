@@ -5,6 +5,8 @@
 #include <iterator>
 
 #include "platform/owners.h"
+#include "src/records/spooler_record.h"
+#include "src/trace/trace.h"
 
 namespace tintwerk {
 
@@ -47,19 +49,6 @@ void TakeModule(const WCHAR* path, DriverVersions* versions)
         GetFileVersionText(path, versions->renderingPlugin);
 }
 
-// The printer driver's description in one block of the process heap; null when the spooler does not give it.
-HeapBlock<DRIVER_INFO_4W> ReadDriver(HANDLE printer)
-{
-    DWORD needed = 0;
-    GetPrinterDriverW(printer, nullptr, kDriverLevel, nullptr, 0, &needed);
-    if (needed == 0) return {};
-    HeapBlock<DRIVER_INFO_4W> driver(GetProcessHeap(), std::max<SIZE_T>(needed, sizeof(DRIVER_INFO_4W)));
-    if (!driver || !GetPrinterDriverW(printer, nullptr, kDriverLevel, reinterpret_cast<LPBYTE>(driver.Get()),
-                                      needed, &needed))
-        return {};
-    return driver;
-}
-
 // The text of the file version in the resource's first language; null when it has none.
 const WCHAR* FileVersion(const void* resource, UINT* units)
 {
@@ -89,14 +78,17 @@ int GetDriverVersions(HANDLE printer, DriverVersions* versions)
     for (WCHAR* const version :
          {versions->coreUi, versions->coreDriver, versions->plugin, versions->renderingPlugin})
         lstrcpyW(version, kUnknown);
-    const HeapBlock<DRIVER_INFO_4W> driver = ReadDriver(printer);
+    const SpoolerRecord<DRIVER_INFO_4W> driver([printer](LPBYTE buffer, DWORD size, DWORD* needed) {
+        return GetPrinterDriverW(printer, nullptr, kDriverLevel, buffer, size, needed);
+    });
     if (!driver) return 0;
 
-    const auto orEmpty = [](const WCHAR* path) { return path ? path : TEXT(""); };
-    CopyDataFileName(orEmpty(driver->pDataFile), versions);
-    GetFileVersionText(orEmpty(driver->pDriverPath), versions->coreDriver);
-    GetFileVersionText(orEmpty(driver->pConfigFile), versions->coreUi);
-    for (const WCHAR* path = orEmpty(driver->pDependentFiles); *path; path += lstrlenW(path) + 1)
+    const auto text = [&driver](const WCHAR* field) { return OrEmpty(driver.Text(field)); };
+    CopyDataFileName(text(driver->pDataFile), versions);
+    GetFileVersionText(text(driver->pDriverPath), versions->coreDriver);
+    GetFileVersionText(text(driver->pConfigFile), versions->coreUi);
+    const WCHAR* path = text(driver->pDependentFiles);
+    for (; *path; path = text(path + lstrlenW(path) + 1))
         TakeModule(path, versions);
     return 1;
 }

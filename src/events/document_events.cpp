@@ -1,0 +1,67 @@
+#include "src/events/document_events.h"
+
+#include <cstddef>
+#include <cstring>
+
+#include "src/events/job_start.h"
+#include "src/trace/trace.h"
+
+namespace tintwerk {
+
+namespace {
+
+constexpr DWORD kWantedEvents[] = {DOCUMENTEVENT_STARTDOCPRE, DOCUMENTEVENT_STARTDOCPOST};
+constexpr UINT kWantedCount = 2;
+
+// The spooler counts in cElementsAllocated the events for which it has room behind the record.
+void FillFilter(void* out, ULONG outSize)
+{
+    if (!out || outSize < offsetof(DOCEVENT_FILTER, aDocEventCall)) return;
+    auto& filter = *static_cast<DOCEVENT_FILTER*>(out);
+    Trace(TEXT("elementsReturned=%d\r\n"), static_cast<int>(filter.cElementsReturned));
+    if (filter.cElementsAllocated < kWantedCount) return;
+    filter.cElementsReturned = kWantedCount;
+    std::memcpy(static_cast<BYTE*>(out) + offsetof(DOCEVENT_FILTER, aDocEventCall), kWantedEvents,
+                sizeof kWantedEvents);
+}
+
+// A job without its number counts as job 0.
+DWORD JobId(const void* in, ULONG inSize)
+{
+    DWORD id = 0;
+    if (in && inSize >= sizeof id) std::memcpy(&id, in, sizeof id);
+    return id;
+}
+
+bool Handle(HANDLE printer, INT event, ULONG inSize, const void* in, ULONG outSize, void* out,
+            IPrintCoreHelperPS* helper)
+{
+    switch (event) {
+    case DOCUMENTEVENT_CREATEDCPRE:
+    case DOCUMENTEVENT_STARTDOCPRE:
+        return true;
+    case DOCUMENTEVENT_STARTDOCPOST:
+        HandleJobStart(printer, JobId(in, inSize), helper);
+        return true;
+    case DOCUMENTEVENT_QUERYFILTER:
+        FillFilter(out, outSize);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+HRESULT HandleDocumentEvent(HANDLE printer, HDC, INT event, ULONG inSize, PVOID in, ULONG outSize, PVOID out,
+                            PINT result, IPrintCoreHelperPS* helper)
+{
+    Trace(TEXT("UI:  IOemUI: DocumentEvent entry. iEsc=%d\r\n"), event);
+    INT unwanted = DOCUMENTEVENT_UNSUPPORTED;
+    INT& outcome = result ? *result : unwanted;
+    outcome = DOCUMENTEVENT_UNSUPPORTED;
+    if (Handle(printer, event, inSize, in, outSize, out, helper)) outcome = DOCUMENTEVENT_SUCCESS;
+    return S_OK;
+}
+
+} // namespace tintwerk

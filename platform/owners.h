@@ -46,11 +46,22 @@ private:
     Handle handle_ = Null;
 };
 
-using RegistryKey = Owned<HKEY, [](HKEY key) { RegCloseKey(key); }>;
-using BitmapHandle = Owned<HBITMAP, [](HBITMAP bitmap) { DeleteObject(bitmap); }>;
-using BrushHandle = Owned<HBRUSH, [](HBRUSH brush) { DeleteObject(brush); }>;
-using KernelHandle = Owned<HANDLE, [](HANDLE handle) { CloseHandle(handle); }>;
-using PrinterHandle = Owned<HANDLE, [](HANDLE printer) { ClosePrinter(printer); }>;
+// Named functions, not lambdas: an owner may be a member of a class that several files see.
+namespace closers {
+inline void Key(HKEY key) { RegCloseKey(key); }
+inline void Bitmap(HBITMAP bitmap) { DeleteObject(bitmap); }
+inline void Brush(HBRUSH brush) { DeleteObject(brush); }
+inline void Kernel(HANDLE handle) { CloseHandle(handle); }
+inline void Printer(HANDLE printer) { ClosePrinter(printer); }
+inline void Heap(HANDLE heap) { HeapDestroy(heap); }
+} // namespace closers
+
+using RegistryKey = Owned<HKEY, &closers::Key>;
+using BitmapHandle = Owned<HBITMAP, &closers::Bitmap>;
+using BrushHandle = Owned<HBRUSH, &closers::Brush>;
+using KernelHandle = Owned<HANDLE, &closers::Kernel>;
+using PrinterHandle = Owned<HANDLE, &closers::Printer>;
+using HeapHandle = Owned<HANDLE, &closers::Heap>;
 
 // Selects an object into a device context and puts the previous one back.
 class SelectedObject

@@ -3,15 +3,13 @@
 #include <algorithm>
 #include <ostream>
 
-#include "src/resources/version.h"
-
 namespace tintwerk {
 
 namespace {
 
 std::vector<Command> Commands()
 {
-    return {PreferencesCommand()};
+    return {PreferencesCommand(), PropertiesCommand()};
 }
 
 void PrintOverview(std::ostream& out, std::span<const Command> commands)
@@ -53,7 +51,7 @@ int RunProgram(std::span<const std::string> arguments, Output& output)
         return kExitSuccess;
     }
     if (first == "--version") {
-        output.out << "tintwerk " << kVersionText << "\n";
+        output.out << "tintwerk " << TINTWERK_VERSION << "\n";
         return kExitSuccess;
     }
     if (first.empty()) {

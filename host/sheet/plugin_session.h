@@ -49,7 +49,7 @@ private:
     CoreDriver& core_;
     Selections& selections_;
     PluginModule module_;
-    Owned<HANDLE, [](HANDLE heap) { HeapDestroy(heap); }> heap_;
+    HeapHandle heap_;
     ComPtr<IPrintOemUI2> plugin_;
     DWORD signature_ = 0;
     DWORD version_ = 0;

@@ -5,7 +5,6 @@
 
 #include "host/sheet/pictograms.h"
 #include "host/sheet/standard_texts.h"
-#include "platform/owners.h"
 
 namespace tintwerk {
 
@@ -425,8 +424,10 @@ bool OptionItemsPage::Apply()
 void OptionItemsPage::DrawPicture(const DRAWITEMSTRUCT& draw) const
 {
     const int item = static_cast<int>(draw.CtlID) - kPictureId;
-    const BrushHandle background(CreateSolidBrush(GetSysColor(COLOR_BTNFACE)));
-    FillRect(draw.hDC, &draw.rcItem, background.Get());
+    // The page's own background, whatever the theme makes of it.
+    auto* background = reinterpret_cast<HBRUSH>(SendMessageW(window_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(draw.hDC),
+                                                             reinterpret_cast<LPARAM>(draw.hwndItem)));
+    FillRect(draw.hDC, &draw.rcItem, background ? background : GetSysColorBrush(COLOR_BTNFACE));
     if (item < 0 || item >= ItemCount() || Item(item).Sel < 0 || Item(item).Sel >= OptionCount(item)) return;
     DrawPictogram(draw.hDC, draw.rcItem, Item(item).pOptType->pOptParam[Item(item).Sel].IconID);
 }

@@ -100,6 +100,8 @@ LONG CALLBACK PropertySheet::Callback(PPROPSHEETUI_INFO info, LPARAM lParam)
 // The plug-in gets the sheet's information with a sheet function and user data of its own.
 LONG PropertySheet::Call(PROPSHEETUI_INFO& info, LPARAM lParam)
 {
+    // Newer systems ask something before the sheet begins; the core driver's plug-ins know the classic reasons only.
+    if (info.Reason > PROPSHEETUI_REASON_GET_ICON) return 1;
     systemFunction_ = info.pfnComPropSheet;
     PROPSHEETUI_INFO forPlugin = info;
     forPlugin.pfnComPropSheet = SheetFunction;

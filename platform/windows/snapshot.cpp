@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <span>
 #include <vector>
 
 #include <wincodec.h>
@@ -47,6 +48,30 @@ std::string CopyPixels(HWND window, int width, int height, Pixels& pixels)
     }
     ReleaseDC(window, source);
     return problem;
+}
+
+bool IsOneColour(std::span<const std::uint32_t> pixels)
+{
+    return std::ranges::all_of(pixels, [&](std::uint32_t pixel) { return ((pixel ^ pixels[0]) & 0xFFFFFF) == 0; });
+}
+
+// Where the desktop draws the frame, the window itself has none: only its inside makes a picture.
+void CutForeignFrame(HWND window, const RECT& place, int& width, int& height, Pixels& pixels)
+{
+    RECT inside{};
+    GetClientRect(window, &inside);
+    MapWindowPoints(window, nullptr, reinterpret_cast<POINT*>(&inside), 2);
+    OffsetRect(&inside, -place.left, -place.top);
+    if (inside.top <= 0 || inside.left < 0 || inside.right > width || inside.bottom > height) return;
+    if (!IsOneColour(std::span(pixels).first(static_cast<std::size_t>(inside.top) * width))) return;
+    Pixels cut;
+    for (LONG row = inside.top; row < inside.bottom; ++row) {
+        const auto first = pixels.begin() + static_cast<std::ptrdiff_t>(row) * width;
+        cut.insert(cut.end(), first + inside.left, first + inside.right);
+    }
+    pixels = std::move(cut);
+    width = static_cast<int>(inside.right - inside.left);
+    height = static_cast<int>(inside.bottom - inside.top);
 }
 
 HRESULT WritePng(const std::filesystem::path& file, int width, int height, Pixels& pixels)
@@ -95,9 +120,8 @@ std::string SaveWindowPicture(HWND window, const std::filesystem::path& file)
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     Pixels pixels;
     if (const std::string problem = CopyPixels(window, width, height, pixels); !problem.empty()) return problem;
-    const auto colour = [](std::uint32_t pixel) { return pixel & 0xFFFFFF; };
-    if (std::ranges::all_of(pixels, [&](std::uint32_t pixel) { return colour(pixel) == colour(pixels[0]); }))
-        return "the window shows nothing but one colour";
+    CutForeignFrame(window, place, width, height, pixels);
+    if (IsOneColour(pixels)) return "the window shows nothing but one colour";
 
     const HRESULT initialized = CoInitialize(nullptr);
     const HRESULT result = WritePng(file, width, height, pixels);

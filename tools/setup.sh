@@ -96,8 +96,8 @@ use_display() {
   if [ -n "${DISPLAY:-}" ]; then
     local number=${DISPLAY#*:}
     case $DISPLAY in
-    :*) [ -S "/tmp/.X11-unix/X${number%%.*}" ] && return ;;
-    *) return ;;
+    :*) [ -S "/tmp/.X11-unix/X${number%%.*}" ] && frames_by Y && return ;;
+    *) frames_by Y && return ;;
     esac
   fi
   export TINTWERK_VIRTUAL_DISPLAY=1
@@ -112,10 +112,14 @@ use_display() {
   DISPLAY=:$(tr -d '\n' <"$ready")
   rm -f "$ready"
   export DISPLAY
-  # Nobody manages windows there: Wine draws their frames itself.
-  [ -e build/wine-prefix/.framed ] ||
-    HOME=$PWD/build/home wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null 2>&1 8>&- &&
-    touch build/wine-prefix/.framed
+  frames_by N
+}
+
+# frames_by Y|N: whether the desktop's window manager draws the frames of windows, or Wine itself where there is none.
+frames_by() {
+  [ "$(cat build/wine-prefix/.frames 2>/dev/null)" = "$1" ] && return
+  HOME=$PWD/build/home wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d "$1" /f >/dev/null 2>&1 8>&-
+  printf '%s' "$1" >build/wine-prefix/.frames
 }
 
 leave_display() {

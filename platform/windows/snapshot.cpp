@@ -113,8 +113,8 @@ std::string SaveWindowPicture(HWND window, const std::filesystem::path& file)
 {
     RECT place{};
     if (!IsWindowVisible(window) || !GetWindowRect(window, &place)) return "no window is open";
-    const int width = static_cast<int>(place.right - place.left);
-    const int height = static_cast<int>(place.bottom - place.top);
+    int width = static_cast<int>(place.right - place.left);
+    int height = static_cast<int>(place.bottom - place.top);
     if (width <= 0 || height <= 0) return "the window has no size";
 
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);

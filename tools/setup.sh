@@ -39,7 +39,7 @@ install_packages() {
 with_progress() {
   local what=$1 log=$2 start=$SECONDS status=0 last='' line
   shift 2
-  "$@" >"$log" 2>&1 </dev/null &
+  "$@" >"$log" 2>&1 </dev/null 8>&- &
   local child=$!
   while kill -0 "$child" 2>/dev/null; do
     sleep 0.2

@@ -14,7 +14,8 @@ namespace {
 
 } // namespace
 
-Arguments::Arguments(std::span<const std::string> words, std::span<const OptionRow> options, std::string_view command)
+Arguments::Arguments(std::span<const std::string> words, std::span<const OptionRow> options,
+                     std::string_view command)
     : command_(command)
 {
     bool onlyOperands = false;
@@ -34,14 +35,16 @@ Arguments::Arguments(std::span<const std::string> words, std::span<const OptionR
         const std::string_view name = word.substr(2, equals == std::string_view::npos ? equals : equals - 2);
         const auto row = std::ranges::find(options, name, &OptionRow::name);
         if (row == options.end())
-            Misused("--" + std::string(name) + ": no such option; tintwerk " + command_ + " --help lists them");
+            Misused("--" + std::string(name) + ": no such option; tintwerk " + command_ +
+                    " --help lists them");
         GivenOption given{std::string(name), ""};
         if (row->value.empty() && equals != std::string_view::npos)
             Misused("--" + given.name + ": takes no value");
         if (!row->value.empty()) {
             if (equals == std::string_view::npos && i + 1 == words.size())
                 Misused("--" + given.name + ": its value is missing (" + std::string(row->value) + ")");
-            given.value = equals == std::string_view::npos ? words[++i] : std::string(word.substr(equals + 1));
+            given.value =
+                equals == std::string_view::npos ? words[++i] : std::string(word.substr(equals + 1));
         }
         options_.push_back(std::move(given));
     }
@@ -65,7 +68,8 @@ std::string Arguments::Required(std::string_view option) const
 {
     const std::string value = Value(option);
     if (value.empty())
-        Misused("--" + std::string(option) + " is missing; tintwerk " + command_ + " --help shows how it is called");
+        Misused("--" + std::string(option) + " is missing; tintwerk " + command_ +
+                " --help shows how it is called");
     return value;
 }
 
@@ -76,8 +80,8 @@ int Arguments::Number(std::string_view option, int fallback, int minimum, int ma
     int number = 0;
     const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
     if (error != std::errc() || end != value.data() + value.size() || number < minimum || number > maximum)
-        Misused("--" + std::string(option) + " " + value + ": a whole number from " + std::to_string(minimum) + " to " +
-                std::to_string(maximum) + " is accepted");
+        Misused("--" + std::string(option) + " " + value + ": a whole number from " +
+                std::to_string(minimum) + " to " + std::to_string(maximum) + " is accepted");
     return number;
 }
 
@@ -99,7 +103,8 @@ std::string OptionLines(std::span<const OptionRow> options)
     for (const OptionRow& row : options) {
         std::string line = "  --" + std::string(row.name);
         if (!row.value.empty()) line += " " + std::string(row.value);
-        line += line.size() + 1 < kColumn ? std::string(kColumn - line.size(), ' ') : "\n" + std::string(kColumn, ' ');
+        line += line.size() + 1 < kColumn ? std::string(kColumn - line.size(), ' ')
+                                          : "\n" + std::string(kColumn, ' ');
         for (const char c : row.help) {
             line += c;
             if (c == '\n') line += std::string(kColumn, ' ');

@@ -42,7 +42,8 @@ class Arguments
 {
 public:
     // Throws a CommandError that says what is wrong and what is accepted.
-    Arguments(std::span<const std::string> words, std::span<const OptionRow> options, std::string_view command);
+    Arguments(std::span<const std::string> words, std::span<const OptionRow> options,
+              std::string_view command);
 
     bool Has(std::string_view option) const;
     // The value of the option's last appearance; the fallback without one.
@@ -52,10 +53,14 @@ public:
     // A whole number within the limits; throws for anything else.
     int Number(std::string_view option, int fallback, int minimum, int maximum) const;
     // One of the values; throws for anything else.
-    std::string OneOf(std::string_view option, std::string_view fallback, std::span<const std::string_view> values) const;
+    std::string OneOf(std::string_view option, std::string_view fallback,
+                      std::span<const std::string_view> values) const;
 
     std::span<const GivenOption> Options() const { return options_; }
-    std::span<const std::string> Operands() const { return operands_; } // what stands there without an option's name
+    std::span<const std::string> Operands() const
+    {
+        return operands_;
+    } // what stands there without an option's name
 
 private:
     std::string command_;

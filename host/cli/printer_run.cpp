@@ -1,13 +1,14 @@
 #include "host/cli/printer_run.h"
 
 #include <array>
+#include <cstdio>
 #include <cstring>
 #include <ostream>
 
+#include "host/cli/product_registry.h"
 #include "platform/debug_sink.h"
 #include "platform/environment.h"
 #include "platform/memory_spooler.h"
-#include "src/config/registry_values.h"
 #include "src/records/private_devmode.h"
 
 namespace tintwerk {
@@ -33,22 +34,9 @@ void PretendWindowsVersion(const std::string& text)
     int length = 0;
     const int read = std::sscanf(text.c_str(), "%u.%u%n.%u%n", &major, &minor, &length, &build, &length);
     if (read < 2 || static_cast<std::size_t>(length) != text.size() || major == 0)
-        throw CommandError(kExitUsage, "--windows-version " + text + ": \"major.minor\" expected, such as 6.1 or 10.0");
+        throw CommandError(kExitUsage,
+                           "--windows-version " + text + ": \"major.minor\" expected, such as 6.1 or 10.0");
     SetWindowsVersion(major, minor, build);
-}
-
-void WriteConfigDirectory(const std::string& directory)
-{
-    if (directory.size() > 254)
-        throw CommandError(kExitUsage, "--config-dir: at most 254 bytes are accepted");
-    RegistryKey key;
-    const LSTATUS created =
-        RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, nullptr, REG_OPTION_NON_VOLATILE,
-                        KEY_SET_VALUE | KEY_WOW64_64KEY, nullptr, key.Receive(), nullptr);
-    if (created != ERROR_SUCCESS ||
-        RegSetValueExA(key.Get(), "ConfigDir", 0, REG_SZ, reinterpret_cast<const BYTE*>(directory.c_str()),
-                       static_cast<DWORD>(directory.size() + 1)) != ERROR_SUCCESS)
-        throw CommandError(kExitFailed, "the configuration directory cannot be written to the registry");
 }
 
 WideString ModulePath(HMODULE module)
@@ -71,12 +59,20 @@ std::string Utf8FromPath(const std::filesystem::path& path)
     return std::string(text.begin(), text.end());
 }
 
+WideString ProgramFolder()
+{
+    const WideString program = ModulePath(nullptr);
+    const std::size_t end = program.find_last_of(TEXT("\\/"));
+    return program.substr(0, end == WideString::npos ? 0 : end);
+}
+
 std::vector<OptionRow> PrinterOptions()
 {
     return {
         {"ppd", "FILE", "the printer's PPD file"},
         {"printer", "NAME", "the printer's name (default: the PPD's)"},
-        {"driver", "NAME", "the driver's name, whose last four characters may be the printer's\nnumber (default: the PPD's)"},
+        {"driver", "NAME",
+         "the driver's name, whose last four characters may be the printer's\nnumber (default: the PPD's)"},
         {"store", "DIR", "folder in which selections are kept (default: tintwerk-store)"},
         {"language", "en|de", "language of the pages, whatever the PPD says"},
         {"gui-mode", "N", "GUI mode from 0 to 99, whatever the PPD says"},
@@ -86,16 +82,19 @@ std::vector<OptionRow> PrinterOptions()
     };
 }
 
-PrinterRun::PrinterRun(const Arguments& arguments, Output& output) : output_(output), traces_(arguments.Has("trace"))
+PrinterRun::PrinterRun(const Arguments& arguments, Output& output)
+    : output_(output), traces_(arguments.Has("trace"))
 {
     if (!arguments.Operands().empty())
-        throw CommandError(kExitUsage, arguments.Operands()[0] + ": options begin with two dashes (the PPD goes to --ppd)");
+        throw CommandError(kExitUsage, arguments.Operands()[0] +
+                                           ": options begin with two dashes (the PPD goes to --ppd)");
     Read(arguments);
     SetSurroundings(arguments);
     name_ = WideFromUtf8(arguments.Value("printer", ppd_->PrinterName()));
     if (name_.empty()) throw CommandError(kExitUsage, "--printer: the name is empty");
 
-    storeFile_ = PathFromUtf8(arguments.Value("store", kDefaultStore)) / PathFromUtf8(SelectionsFileName(Utf8FromWide(name_)));
+    storeFile_ = PathFromUtf8(arguments.Value("store", kDefaultStore)) /
+                 PathFromUtf8(SelectionsFileName(Utf8FromWide(name_)));
     selections_ = Selections::Load(storeFile_);
     for (const PpdMessage& warning : selections_.Warnings())
         output_.err << "tintwerk: " << warning.Full() << "\n";
@@ -141,7 +140,7 @@ void PrinterRun::Read(const Arguments& arguments)
 void PrinterRun::SetSurroundings(const Arguments& arguments)
 {
     if (arguments.Has("windows-version")) PretendWindowsVersion(arguments.Value("windows-version"));
-    if (arguments.Has("config-dir")) WriteConfigDirectory(arguments.Value("config-dir"));
+    if (arguments.Has("config-dir")) WriteProductValue("ConfigDir", arguments.Value("config-dir"));
 }
 
 // A printer that is not installed, as the spooler would describe it.
@@ -155,30 +154,33 @@ void PrinterRun::AddToSpooler(const Arguments& arguments)
     driver.dataFile = WideFromUtf8(ppdFile_);
     driver.driverPath = program; // this program plays both halves of the core driver
     driver.configFile = program;
-    const std::size_t folder = program.find_last_of(TEXT("\\/"));
-    driver.dependentFiles.push_back(program.substr(0, folder == WideString::npos ? 0 : folder) + TEXT("\\PSTWUI.DLL"));
+    driver.dependentFiles.push_back(ProgramFolder() + TEXT("\\PSTWUI.DLL"));
     spooler.SetDriver(driver);
 
     MemorySpooler::Printer printer;
     printer.name = name_;
     printer.driverName = driver.name;
-    printer.attributes = PRINTER_ATTRIBUTE_LOCAL | (arguments.Has("offline") ? PRINTER_ATTRIBUTE_WORK_OFFLINE : 0);
+    printer.attributes =
+        PRINTER_ATTRIBUTE_LOCAL | (arguments.Has("offline") ? PRINTER_ATTRIBUTE_WORK_OFFLINE : 0);
     spooler.SetPrinter(printer);
 
     // The core driver makes a form of every page size, under the name that people see.
     for (const PpdForm& form : ppd_->Forms()) {
-        spooler.SetForm(WideFromUtf8(form.text), {{form.width, form.height},
-                                                  {form.left, form.height - form.top, form.right, form.height - form.bottom},
-                                                  FORM_PRINTER});
+        spooler.SetForm(WideFromUtf8(form.text),
+                        {{form.width, form.height},
+                         {form.left, form.height - form.top, form.right, form.height - form.bottom},
+                         FORM_PRINTER});
     }
     if (!OpenPrinterW(name_.data(), printer_.Receive(), nullptr))
-        throw CommandError(kExitFailed, "the printer does not open (error " + std::to_string(GetLastError()) + ")");
+        throw CommandError(kExitFailed,
+                           "the printer does not open (error " + std::to_string(GetLastError()) + ")");
 }
 
 PluginSession& PrinterRun::StartPlugin()
 {
     session_ = std::make_unique<PluginSession>(*core_, selections_);
-    if (const std::string problem = session_->Start(); !problem.empty()) throw CommandError(kExitFailed, problem);
+    if (const std::string problem = session_->Start(); !problem.empty())
+        throw CommandError(kExitFailed, problem);
     firstApplyCount_ = keptApplyCount_ = ApplyCount();
     return *session_;
 }
@@ -223,7 +225,8 @@ std::vector<SelectionChange> PrinterRun::Changes() const
     std::vector<SelectionChange> changes;
     for (std::size_t i = 0; i < firstSelections_.size() && i < keptSelections_.size(); ++i) {
         if (firstSelections_[i].second != keptSelections_[i].second)
-            changes.push_back({firstSelections_[i].first, firstSelections_[i].second, keptSelections_[i].second});
+            changes.push_back(
+                {firstSelections_[i].first, firstSelections_[i].second, keptSelections_[i].second});
     }
     return changes;
 }

@@ -1,5 +1,5 @@
-// The printer that a command speaks of: its PPD, the selections kept for it, the core driver stand-in and a spooler that
-// knows it, set up from the command line. Used by every command that runs the plug-in.
+// The printer that a command speaks of: its PPD, the selections kept for it, the core driver stand-in and a
+// spooler that knows it, set up from the command line. Used by every command that runs the plug-in.
 #pragma once
 
 #include <filesystem>
@@ -69,7 +69,8 @@ private:
     PpdReadOptions readOptions_;
     std::filesystem::path storeFile_;
     Selections selections_;
-    std::vector<std::pair<std::string, std::string>> setAside_; // kept selections that this run pretends otherwise
+    std::vector<std::pair<std::string, std::string>>
+        setAside_; // kept selections that this run pretends otherwise
     std::unique_ptr<CoreDriver> core_;
     std::unique_ptr<PluginSession> session_;
     WideString name_;
@@ -81,6 +82,9 @@ private:
     std::vector<std::pair<std::string, std::string>> firstSelections_;
     std::vector<std::pair<std::string, std::string>> keptSelections_;
 };
+
+// The folder of this program, without a separator at its end.
+WideString ProgramFolder();
 
 // UTF-8 to a path and back, on every platform.
 std::filesystem::path PathFromUtf8(const std::string& text);

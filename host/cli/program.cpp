@@ -9,12 +9,14 @@ namespace {
 
 std::vector<Command> Commands()
 {
-    return {PreferencesCommand(), PropertiesCommand()};
+    return {PreferencesCommand(), PropertiesCommand(), PrintCommand(), FeaturesCommand(),
+            InkCommand(),         DevmodeCommand(),    CheckCommand()};
 }
 
 void PrintOverview(std::ostream& out, std::span<const Command> commands)
 {
-    out << "tintwerk opens the pages of the Tintwerk printer driver for any PPD.\n\nUsage: tintwerk COMMAND ...\n\n";
+    out << "tintwerk opens the pages of the Tintwerk printer driver for any PPD.\n\nUsage: tintwerk COMMAND "
+           "...\n\n";
     for (const Command& command : commands) {
         std::string line = "  " + std::string(command.name);
         line.resize(15, ' ');

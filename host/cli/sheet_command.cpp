@@ -50,8 +50,9 @@ public:
         const int limit = arguments_.Number("time-limit", kScriptSeconds, 1, 86400);
         const bool scripted = !steps.empty() || json_;
         if (!scripted && !WindowsAreVisible())
-            throw CommandError(kExitUsage, "there is no display on which you could see the window; give steps "
-                                           "(--page, --set, --tour DIR ...) or --json");
+            throw CommandError(kExitUsage,
+                               "there is no display on which you could see the window; give steps "
+                               "(--page, --set, --tour DIR ...) or --json");
         PrinterRun printer(arguments_, output_);
         printer.Core().Calls().Record(json_);
         PluginSession& session = printer.StartPlugin();
@@ -62,8 +63,8 @@ public:
         if (scripted) {
             const Watchdog watchdog(limit, "the script took longer than " + std::to_string(limit) +
                                                " s (--time-limit); the run was ended");
-            ScriptSettings settings{steps, static_cast<UINT>(pace), confirms, [this](const std::string& line) { Tell(line); },
-                                    nullptr};
+            ScriptSettings settings{steps, static_cast<UINT>(pace), confirms,
+                                    [this](const std::string& line) { Tell(line); }, nullptr};
             if (json_) settings.beforeClosing = [this](ScriptPlayer& player) { report_.Describe(player); };
             ScriptPlayer player(sheet, std::move(settings));
             outcome = sheet.Run();
@@ -98,7 +99,8 @@ private:
     void TellChanges(const PrinterRun& printer)
     {
         if (!printer.Kept()) {
-            if (kind_ == SheetKind::Preferences) output_.out << "nothing was applied; the selections stay as they were\n";
+            if (kind_ == SheetKind::Preferences)
+                output_.out << "nothing was applied; the selections stay as they were\n";
             return;
         }
         for (const SelectionChange& change : printer.Changes())
@@ -122,8 +124,10 @@ std::vector<OptionRow> SheetOptions()
 {
     std::vector<OptionRow> options = PrinterOptions();
     const std::vector<OptionRow> steps = {
-        {"page", "PAGE", "brings a page to the front: main, layout, colors, correction,\nconsumption, ink, screen, advanced"},
-        {"set", "FEATURE=N", "moves a slider to a position, or types into a number field:\n--set halvBrightness=2"},
+        {"page", "PAGE",
+         "brings a page to the front: main, layout, colors, correction,\nconsumption, ink, screen, advanced"},
+        {"set", "FEATURE=N",
+         "moves a slider to a position, or types into a number field:\n--set halvBrightness=2"},
         {"choose", "FEATURE=OPTION", "picks an option of a popup or an option item: --choose PageSize=A4"},
         {"check", "FEATURE[=on|off]", "switches a check box: --check halvPreview"},
         {"press", "TEXT", "presses a button of the page in front, by its text or number"},
@@ -149,18 +153,25 @@ int RunSheetCommand(SheetKind kind, const Arguments& arguments, Output& output)
 
 Command PreferencesCommand()
 {
-    return {"preferences", "opens the printing preferences", "tintwerk preferences --ppd FILE [OPTION ...] [STEP ...]",
-            "Steps are done in the order in which they stand, on the real controls of the sheet. Without any step the window\n"
+    return {"preferences",
+            "opens the printing preferences",
+            "tintwerk preferences --ppd FILE [OPTION ...] [STEP ...]",
+            "Steps are done in the order in which they stand, on the real controls of the sheet. Without any "
+            "step the window\n"
             "stays open until you close it.\n",
-            SheetOptions(), [](const Arguments& arguments, Output& output) {
+            SheetOptions(),
+            [](const Arguments& arguments, Output& output) {
                 return RunSheetCommand(SheetKind::Preferences, arguments, output);
             }};
 }
 
 Command PropertiesCommand()
 {
-    return {"properties", "opens the printer properties (the driver's information page)",
-            "tintwerk properties --ppd FILE [OPTION ...] [STEP ...]", "", SheetOptions(),
+    return {"properties",
+            "opens the printer properties (the driver's information page)",
+            "tintwerk properties --ppd FILE [OPTION ...] [STEP ...]",
+            "",
+            SheetOptions(),
             [](const Arguments& arguments, Output& output) {
                 return RunSheetCommand(SheetKind::Properties, arguments, output);
             }};

@@ -1,4 +1,5 @@
-// What "preferences" and "properties" share: open a sheet, by hand or from a script, and tell what came of it.
+// What "preferences" and "properties" share: open a sheet, by hand or from a script, and tell what came of
+// it.
 #pragma once
 
 #include "host/cli/program.h"

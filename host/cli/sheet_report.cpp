@@ -38,13 +38,20 @@ DWORD TabBitOf(const SheetPage& page)
 {
     if (!page.name || page.dialog == 0) return 0;
     switch (*page.name) {
-    case PageName::Main: return kMainPage;
-    case PageName::Colors: return kColorPage;
-    case PageName::Correction: return kCorrectionPage;
-    case PageName::Consumption: return kConsumptionPage;
-    case PageName::Ink: return kInkControlPage;
-    case PageName::Screen: return kScreenPrintingPage;
-    default: return 0;
+    case PageName::Main:
+        return kMainPage;
+    case PageName::Colors:
+        return kColorPage;
+    case PageName::Correction:
+        return kCorrectionPage;
+    case PageName::Consumption:
+        return kConsumptionPage;
+    case PageName::Ink:
+        return kInkControlPage;
+    case PageName::Screen:
+        return kScreenPrintingPage;
+    default:
+        return 0;
     }
 }
 
@@ -92,7 +99,9 @@ struct SheetReport::Pages
     Json json = Json::array();
 };
 
-SheetReport::SheetReport() : pages_(std::make_unique<Pages>()) {}
+SheetReport::SheetReport() : pages_(std::make_unique<Pages>())
+{
+}
 SheetReport::~SheetReport() = default;
 
 void SheetReport::Describe(ScriptPlayer& player)
@@ -128,7 +137,8 @@ void SheetReport::Write(std::ostream& out, SheetKind kind, PrinterRun& printer, 
     json["selections_file"] = printer.Kept() ? Json(Utf8FromPath(printer.StoreFile())) : Json();
     json["changes"] = Json::array();
     for (const SelectionChange& change : printer.Changes())
-        json["changes"].push_back({{"feature", change.feature}, {"before", change.before}, {"after", change.after}});
+        json["changes"].push_back(
+            {{"feature", change.feature}, {"before", change.before}, {"after", change.after}});
     const auto [before, after] = printer.ApplyCounts();
     json["apply_count"] = {{"before", before}, {"after", after}};
     json["selections"] = Json::object();

@@ -1,5 +1,5 @@
-// The JSON report of a sheet: what stands on its pages, what was selected, what changed, what the plug-in asked the core
-// driver. docs/json.md describes it.
+// The JSON report of a sheet: what stands on its pages, what was selected, what changed, what the plug-in
+// asked the core driver. docs/json.md describes it.
 #pragma once
 
 #include <iosfwd>

@@ -1,4 +1,5 @@
-// Ends the program when something takes too long: a script whose sheet never opens or never closes must not hang.
+// Ends the program when something takes too long: a script whose sheet never opens or never closes must not
+// hang.
 #pragma once
 
 #include <condition_variable>

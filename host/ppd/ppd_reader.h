@@ -22,7 +22,8 @@ struct PpdReadOptions
     std::string language;
     // Refuses what readers usually put up with: a feature that is not closed before the next one.
     bool strict = false;
-    // Feature and option: the option becomes the feature's first one and its default, as if the file had it so.
+    // Feature and option: the option becomes the feature's first one and its default, as if the file had it
+    // so.
     std::vector<std::pair<std::string, std::string>> pretended;
 };
 

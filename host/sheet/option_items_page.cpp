@@ -76,12 +76,14 @@ LONG OptionItemsPage::Check(const COMPROPSHEETUI* description)
     return 0;
 }
 
-OptionItemsPage::OptionItemsPage(const COMPROPSHEETUI& description, bool german, void (*applied)(void*), void* context)
+OptionItemsPage::OptionItemsPage(const COMPROPSHEETUI& description, bool german, void (*applied)(void*),
+                                 void* context)
     : description_(description), german_(german),
       isDocumentPage_(description.pDlgPage == CPSUI_PDLGPAGE_DOCPROP), applied_(applied), context_(context)
 {
-    title_ = isDocumentPage_ ? TEXT("Layout")
-                             : OptionText(reinterpret_cast<const WCHAR*>(ULONG_PTR{IDS_CPSUI_ADVANCED}), german);
+    title_ = isDocumentPage_
+                 ? TEXT("Layout")
+                 : OptionText(reinterpret_cast<const WCHAR*>(ULONG_PTR{IDS_CPSUI_ADVANCED}), german);
     BuildTemplate();
     page_.dwSize = sizeof page_;
     page_.dwFlags = PSP_DLGINDIRECT | PSP_USETITLE;
@@ -122,7 +124,8 @@ bool OptionItemsPage::HasPicture(int item) const
     return false;
 }
 
-// --- The controls ----------------------------------------------------------------------------------------------------
+// --- The controls
+// ----------------------------------------------------------------------------------------------------
 
 void OptionItemsPage::AddControl(DWORD style, WORD windowClass, WORD id, const WCHAR* text)
 {
@@ -153,7 +156,8 @@ void OptionItemsPage::BuildTemplate()
     template_.push_back(0);
 
     if (!isDocumentPage_)
-        AddControl(SS_LEFT | SS_NOPREFIX, kStaticClass, kHeadingId, OptionText(description_.pOptItemName, german_));
+        AddControl(SS_LEFT | SS_NOPREFIX, kStaticClass, kHeadingId,
+                   OptionText(description_.pOptItemName, german_));
     for (int i = 0; i < ItemCount(); ++i) {
         const bool framed = IsHeader(Item(i)) || isDocumentPage_;
         const WORD label = static_cast<WORD>(kLabelId + i);
@@ -169,9 +173,11 @@ void OptionItemsPage::BuildTemplate()
         }
         for (int option = 0; option < OptionCount(i); ++option) {
             AddControl(BS_AUTORADIOBUTTON | (option == 0 ? WS_TABSTOP | WS_GROUP : 0), kButtonClass,
-                       static_cast<WORD>(kRadioId + kMostRadios * i + option), OptionTextOf(i, option).c_str());
+                       static_cast<WORD>(kRadioId + kMostRadios * i + option),
+                       OptionTextOf(i, option).c_str());
         }
-        if (HasPicture(i)) AddControl(SS_OWNERDRAW, kStaticClass, static_cast<WORD>(kPictureId + i), TEXT(""));
+        if (HasPicture(i))
+            AddControl(SS_OWNERDRAW, kStaticClass, static_cast<WORD>(kPictureId + i), TEXT(""));
     }
     dialog.cdit = controls_;
     std::memcpy(template_.data(), &dialog, sizeof dialog);
@@ -190,7 +196,8 @@ void OptionItemsPage::Fill()
     }
 }
 
-// --- Where they stand --------------------------------------------------------------------------------------------------
+// --- Where they stand
+// --------------------------------------------------------------------------------------------------
 
 void OptionItemsPage::Place(int id, int x, int y, int width, int height)
 {
@@ -288,7 +295,8 @@ void OptionItemsPage::Arrange()
     arranging_ = false;
 }
 
-// --- Scrolling -----------------------------------------------------------------------------------------------------------
+// --- Scrolling
+// -----------------------------------------------------------------------------------------------------------
 
 void OptionItemsPage::SetScrollRange(int height)
 {
@@ -323,15 +331,23 @@ void OptionItemsPage::Scroll(int code)
     GetScrollInfo(window_, SB_VERT, &info);
     const int line = Pixels(window_, kRow, true);
     switch (code) {
-    case SB_LINEUP: return ScrollTo(scrolled_ - line);
-    case SB_LINEDOWN: return ScrollTo(scrolled_ + line);
-    case SB_PAGEUP: return ScrollTo(scrolled_ - static_cast<int>(info.nPage));
-    case SB_PAGEDOWN: return ScrollTo(scrolled_ + static_cast<int>(info.nPage));
+    case SB_LINEUP:
+        return ScrollTo(scrolled_ - line);
+    case SB_LINEDOWN:
+        return ScrollTo(scrolled_ + line);
+    case SB_PAGEUP:
+        return ScrollTo(scrolled_ - static_cast<int>(info.nPage));
+    case SB_PAGEDOWN:
+        return ScrollTo(scrolled_ + static_cast<int>(info.nPage));
     case SB_THUMBTRACK:
-    case SB_THUMBPOSITION: return ScrollTo(info.nTrackPos);
-    case SB_TOP: return ScrollTo(0);
-    case SB_BOTTOM: return ScrollTo(height_);
-    default: return;
+    case SB_THUMBPOSITION:
+        return ScrollTo(info.nTrackPos);
+    case SB_TOP:
+        return ScrollTo(0);
+    case SB_BOTTOM:
+        return ScrollTo(height_);
+    default:
+        return;
     }
 }
 
@@ -349,7 +365,8 @@ void OptionItemsPage::Reveal(HWND control)
         ScrollTo(scrolled_ + static_cast<int>(place.bottom - client.bottom) + margin);
 }
 
-// --- What the user does ------------------------------------------------------------------------------------------------
+// --- What the user does
+// ------------------------------------------------------------------------------------------------
 
 void OptionItemsPage::Select(int item, int option)
 {
@@ -382,7 +399,8 @@ void OptionItemsPage::OnCommand(int id, int code)
     if (id < kComboId || id >= kComboId + ItemCount()) return;
     const HWND combo = GetDlgItem(window_, id);
     if (code == CBN_SETFOCUS) Reveal(combo);
-    if (code == CBN_SELCHANGE) Select(id - kComboId, static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)));
+    if (code == CBN_SELCHANGE)
+        Select(id - kComboId, static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)));
 }
 
 bool OptionItemsPage::Choose(int item, int option)
@@ -394,7 +412,8 @@ bool OptionItemsPage::Choose(int item, int option)
     }
     const HWND combo = GetDlgItem(window_, kComboId + item);
     SendMessageW(combo, CB_SETCURSEL, option, 0);
-    SendMessageW(window_, WM_COMMAND, MAKEWPARAM(kComboId + item, CBN_SELCHANGE), reinterpret_cast<LPARAM>(combo));
+    SendMessageW(window_, WM_COMMAND, MAKEWPARAM(kComboId + item, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(combo));
     return true;
 }
 
@@ -425,8 +444,9 @@ void OptionItemsPage::DrawPicture(const DRAWITEMSTRUCT& draw) const
 {
     const int item = static_cast<int>(draw.CtlID) - kPictureId;
     // The page's own background, whatever the theme makes of it.
-    auto* background = reinterpret_cast<HBRUSH>(SendMessageW(window_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(draw.hDC),
-                                                             reinterpret_cast<LPARAM>(draw.hwndItem)));
+    auto* background =
+        reinterpret_cast<HBRUSH>(SendMessageW(window_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(draw.hDC),
+                                              reinterpret_cast<LPARAM>(draw.hwndItem)));
     FillRect(draw.hDC, &draw.rcItem, background ? background : GetSysColorBrush(COLOR_BTNFACE));
     if (item < 0 || item >= ItemCount() || Item(item).Sel < 0 || Item(item).Sel >= OptionCount(item)) return;
     DrawPictogram(draw.hDC, draw.rcItem, Item(item).pOptType->pOptParam[Item(item).Sel].IconID);
@@ -435,7 +455,8 @@ void OptionItemsPage::DrawPicture(const DRAWITEMSTRUCT& draw) const
 INT_PTR CALLBACK OptionItemsPage::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
 {
     if (message == WM_INITDIALOG) {
-        auto* const self = reinterpret_cast<OptionItemsPage*>(reinterpret_cast<const PROPSHEETPAGEW*>(lParam)->lParam);
+        auto* const self =
+            reinterpret_cast<OptionItemsPage*>(reinterpret_cast<const PROPSHEETPAGEW*>(lParam)->lParam);
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
         self->window_ = window;
         self->Fill();
@@ -452,7 +473,8 @@ INT_PTR CALLBACK OptionItemsPage::Procedure(HWND window, UINT message, WPARAM wP
         if (lParam == 0) self->Scroll(LOWORD(wParam));
         return FALSE;
     case WM_MOUSEWHEEL:
-        self->ScrollTo(self->scrolled_ - static_cast<short>(HIWORD(wParam)) * Pixels(window, kRow, true) * 3 / 120);
+        self->ScrollTo(self->scrolled_ -
+                       static_cast<short>(HIWORD(wParam)) * Pixels(window, kRow, true) * 3 / 120);
         return TRUE;
     case WM_COMMAND:
         self->OnCommand(LOWORD(wParam), HIWORD(wParam));
@@ -462,7 +484,8 @@ INT_PTR CALLBACK OptionItemsPage::Procedure(HWND window, UINT message, WPARAM wP
         return TRUE;
     case WM_NOTIFY:
         if (reinterpret_cast<const NMHDR*>(lParam)->code == PSN_APPLY) {
-            SetWindowLongPtrW(window, DWLP_MSGRESULT, self->Apply() ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE);
+            SetWindowLongPtrW(window, DWLP_MSGRESULT,
+                              self->Apply() ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE);
             return TRUE;
         }
         return FALSE;

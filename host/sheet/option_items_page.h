@@ -1,6 +1,6 @@
-// A page of option items, drawn by the host where the system's common property sheet UI leaves them to its caller: the
-// standard document items as boxes with radio buttons, a list of items as groups of labelled combo boxes. Choices go into
-// the items; PSN_APPLY tells the owner of the items as the system does.
+// A page of option items, drawn by the host where the system's common property sheet UI leaves them to its
+// caller: the standard document items as boxes with radio buttons, a list of items as groups of labelled
+// combo boxes. Choices go into the items; PSN_APPLY tells the owner of the items as the system does.
 #pragma once
 
 #include <optional>
@@ -19,7 +19,8 @@ public:
     // 0 when the description can be shown, otherwise the system's own error number (ERR_CPSUI_...).
     static LONG Check(const COMPROPSHEETUI* description);
 
-    // The description must have passed Check; its items must outlive the page. Applied is called after each apply.
+    // The description must have passed Check; its items must outlive the page. Applied is called after each
+    // apply.
     OptionItemsPage(const COMPROPSHEETUI& description, bool german, void (*applied)(void*), void* context);
     OptionItemsPage(const OptionItemsPage&) = delete;
     OptionItemsPage& operator=(const OptionItemsPage&) = delete;

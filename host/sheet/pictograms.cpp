@@ -50,13 +50,20 @@ constexpr std::array<Bar, 9> kShortEdge{{
 std::span<const Bar> Picture(ULONG_PTR icon)
 {
     switch (icon) {
-    case IDI_CPSUI_PORTRAIT: return kPortrait;
-    case IDI_CPSUI_LANDSCAPE: return kLandscape;
-    case IDI_CPSUI_ROT_LAND: return kRotatedLandscape;
-    case IDI_CPSUI_DUPLEX_NONE: return kOneSided;
-    case IDI_CPSUI_DUPLEX_VERT: return kLongEdge;
-    case IDI_CPSUI_DUPLEX_HORZ: return kShortEdge;
-    default: return {};
+    case IDI_CPSUI_PORTRAIT:
+        return kPortrait;
+    case IDI_CPSUI_LANDSCAPE:
+        return kLandscape;
+    case IDI_CPSUI_ROT_LAND:
+        return kRotatedLandscape;
+    case IDI_CPSUI_DUPLEX_NONE:
+        return kOneSided;
+    case IDI_CPSUI_DUPLEX_VERT:
+        return kLongEdge;
+    case IDI_CPSUI_DUPLEX_HORZ:
+        return kShortEdge;
+    default:
+        return {};
     }
 }
 

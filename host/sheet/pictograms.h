@@ -1,4 +1,5 @@
-// Small pictures for the standard document items, for the icon numbers of the system's common property sheet UI.
+// Small pictures for the standard document items, for the icon numbers of the system's common property sheet
+// UI.
 #pragma once
 
 #include "platform/win32.h"

@@ -20,7 +20,9 @@ std::string WithResult(const char* what, HRESULT result)
 
 } // namespace
 
-PluginSession::PluginSession(CoreDriver& core, Selections& selections) : core_(core), selections_(selections) {}
+PluginSession::PluginSession(CoreDriver& core, Selections& selections) : core_(core), selections_(selections)
+{
+}
 
 // The plug-in lets go of the helpers before its module goes.
 PluginSession::~PluginSession()
@@ -40,7 +42,8 @@ std::string PluginSession::Start()
 std::string PluginSession::Create()
 {
     if (!module_)
-        return "PSTWUI.DLL does not load (error " + std::to_string(GetLastError()) + "); it belongs beside this program";
+        return "PSTWUI.DLL does not load (error " + std::to_string(GetLastError()) +
+               "); it belongs beside this program";
     ComPtr<IClassFactory> factory;
     HRESULT result =
         module_.GetClassObject(kPluginClass, IID_IClassFactory, reinterpret_cast<void**>(factory.Receive()));

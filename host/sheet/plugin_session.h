@@ -1,5 +1,5 @@
-// The plug-in as the core driver holds it: loaded and created through its COM entry points, given the helpers and a heap,
-// with its private part of the DEVMODE. Used by the host's sheets and print jobs.
+// The plug-in as the core driver holds it: loaded and created through its COM entry points, given the helpers
+// and a heap, with its private part of the DEVMODE. Used by the host's sheets and print jobs.
 #pragma once
 
 #include <string>
@@ -21,7 +21,8 @@ public:
     PluginSession(const PluginSession&) = delete;
     PluginSession& operator=(const PluginSession&) = delete;
 
-    // Everything that the core driver does before it shows or prints anything. Returns an empty text, or what went wrong.
+    // Everything that the core driver does before it shows or prints anything. Returns an empty text, or what
+    // went wrong.
     std::string Start();
 
     IPrintOemUI2& Plugin() { return *plugin_.Get(); }

@@ -53,8 +53,8 @@ BOOL CALLBACK FindSheet(HWND window, LPARAM found)
 
 } // namespace
 
-PropertySheet::PropertySheet(PluginSession& session, SheetKind kind, const WideString& printer, HANDLE printerHandle,
-                             bool german, std::function<void()> applied)
+PropertySheet::PropertySheet(PluginSession& session, SheetKind kind, const WideString& printer,
+                             HANDLE printerHandle, bool german, std::function<void()> applied)
     : session_(session), kind_(kind), printer_(printer), german_(german), applied_(std::move(applied))
 {
     devmode_ = session.WholeDevmode(printer_.c_str());
@@ -76,11 +76,13 @@ SheetOutcome PropertySheet::Run()
     PropertySheet* const outer = running;
     running = this;
     DWORD result = CPSUI_CANCEL;
-    const LONG shown = CommonPropertySheetUIW(nullptr, Callback, reinterpret_cast<LPARAM>(&parameters_), &result);
+    const LONG shown =
+        CommonPropertySheetUIW(nullptr, Callback, reinterpret_cast<LPARAM>(&parameters_), &result);
     running = outer;
     SheetOutcome outcome{result == CPSUI_OK, problem_};
     if (shown < 0 && outcome.problem.empty())
-        outcome.problem = "the property sheet could not be shown (system answer " + std::to_string(shown) + ")";
+        outcome.problem =
+            "the property sheet could not be shown (system answer " + std::to_string(shown) + ")";
     return outcome;
 }
 
@@ -100,14 +102,16 @@ LONG CALLBACK PropertySheet::Callback(PPROPSHEETUI_INFO info, LPARAM lParam)
 // The plug-in gets the sheet's information with a sheet function and user data of its own.
 LONG PropertySheet::Call(PROPSHEETUI_INFO& info, LPARAM lParam)
 {
-    // Newer systems ask something before the sheet begins; the core driver's plug-ins know the classic reasons only.
+    // Newer systems ask something before the sheet begins; the core driver's plug-ins know the classic
+    // reasons only.
     if (info.Reason > PROPSHEETUI_REASON_GET_ICON) return 1;
     systemFunction_ = info.pfnComPropSheet;
     PROPSHEETUI_INFO forPlugin = info;
     forPlugin.pfnComPropSheet = SheetFunction;
     forPlugin.UserData = pluginData_;
-    const HRESULT answer = kind_ == SheetKind::Preferences ? session_.Plugin().DocumentPropertySheets(&forPlugin, lParam)
-                                                           : session_.Plugin().DevicePropertySheets(&forPlugin, lParam);
+    const HRESULT answer = kind_ == SheetKind::Preferences
+                               ? session_.Plugin().DocumentPropertySheets(&forPlugin, lParam)
+                               : session_.Plugin().DevicePropertySheets(&forPlugin, lParam);
     pluginData_ = forPlugin.UserData;
     info.Result = forPlugin.Result;
     if (FAILED(answer)) {
@@ -123,7 +127,8 @@ LONG PropertySheet::Call(PROPSHEETUI_INFO& info, LPARAM lParam)
 void PropertySheet::SetTitle(PROPSHEETUI_INFO_HEADER& header)
 {
     if (kind_ == SheetKind::Preferences)
-        title_ = german_ ? TEXT("Druckeinstellungen f\u00fcr ") + printer_ : printer_ + TEXT(" Printing Preferences");
+        title_ = german_ ? TEXT("Druckeinstellungen f\u00fcr ") + printer_
+                         : printer_ + TEXT(" Printing Preferences");
     else
         title_ = german_ ? TEXT("Eigenschaften von ") + printer_ : printer_ + TEXT(" Properties");
     header.pTitle = title_.data();
@@ -159,7 +164,8 @@ LONG_PTR PropertySheet::AddPage(HANDLE sheet, LPARAM page, LPARAM unused)
 LONG_PTR PropertySheet::AddOptionItems(HANDLE sheet, LPARAM description, LPARAM pageCount)
 {
     auto* const count = reinterpret_cast<DWORD*>(pageCount);
-    const LONG_PTR drawnBySystem = systemFunction_(sheet, CPSFUNC_ADD_PCOMPROPSHEETUIW, description, pageCount);
+    const LONG_PTR drawnBySystem =
+        systemFunction_(sheet, CPSFUNC_ADD_PCOMPROPSHEETUIW, description, pageCount);
     const auto* const wanted = reinterpret_cast<const COMPROPSHEETUI*>(description);
     if (drawnBySystem > 0) {
         const bool document = wanted->pDlgPage == CPSUI_PDLGPAGE_DOCPROP;

@@ -1,5 +1,6 @@
-// Opens the plug-in's sheet as the core driver does: the system's common property sheet UI calls the plug-in through here,
-// and pages of option items that the system leaves to its caller are added as pages of the host's own.
+// Opens the plug-in's sheet as the core driver does: the system's common property sheet UI calls the plug-in
+// through here, and pages of option items that the system leaves to its caller are added as pages of the
+// host's own.
 #pragma once
 
 #include <functional>
@@ -15,12 +16,16 @@
 
 namespace tintwerk {
 
-enum class SheetKind { Preferences, Properties };
+enum class SheetKind
+{
+    Preferences,
+    Properties
+};
 
 struct SheetPage
 {
-    std::optional<PageName> name; // nothing for a page that this host does not know
-    WORD dialog = 0;              // number of its dialog template; 0 for option items
+    std::optional<PageName> name;     // nothing for a page that this host does not know
+    WORD dialog = 0;                  // number of its dialog template; 0 for option items
     OptionItemsPage* items = nullptr; // null for a dialog page, and where the system draws the items
 };
 
@@ -34,8 +39,8 @@ class PropertySheet
 {
 public:
     // Applied is called after each page that was applied.
-    PropertySheet(PluginSession& session, SheetKind kind, const WideString& printer, HANDLE printerHandle, bool german,
-                  std::function<void()> applied);
+    PropertySheet(PluginSession& session, SheetKind kind, const WideString& printer, HANDLE printerHandle,
+                  bool german, std::function<void()> applied);
     ~PropertySheet();
     PropertySheet(const PropertySheet&) = delete;
     PropertySheet& operator=(const PropertySheet&) = delete;

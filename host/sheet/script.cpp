@@ -10,6 +10,7 @@
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/number_fields.h"
 #include "src/bindings/sliders.h"
+#include "src/records/page_kinds.h"
 
 namespace tintwerk {
 
@@ -75,9 +76,10 @@ std::string SliderProblem(const ControlBinding& slider, std::string_view value)
 {
     const std::optional<int> position = WholeNumber(value);
     if (position && *position >= slider.minimum && *position <= slider.maximum) return {};
-    std::string text = "the slider runs from " + std::to_string(slider.minimum) + " to " + std::to_string(slider.maximum) +
-                       " (PPD values " + std::to_string(PpdValue(slider, slider.minimum)) + " to " +
-                       std::to_string(PpdValue(slider, slider.maximum)) + " in steps of " + std::to_string(slider.step);
+    std::string text =
+        "the slider runs from " + std::to_string(slider.minimum) + " to " + std::to_string(slider.maximum) +
+        " (PPD values " + std::to_string(PpdValue(slider, slider.minimum)) + " to " +
+        std::to_string(PpdValue(slider, slider.maximum)) + " in steps of " + std::to_string(slider.step);
     if (DoublesAboveMiddle(slider)) text += ", above the middle of " + std::to_string(2 * slider.step);
     return text + ")";
 }
@@ -88,7 +90,8 @@ std::string NumberProblem(const NumberFieldBinding& field, std::string_view valu
     char* end = nullptr;
     const double number = std::strtod(text.c_str(), &end);
     const bool complete = !text.empty() && *end == '\0' && std::isfinite(number);
-    if (complete && number * field.divisor >= field.minimum && number * field.divisor <= field.maximum) return {};
+    if (complete && number * field.divisor >= field.minimum && number * field.divisor <= field.maximum)
+        return {};
     return "the number field takes " + Tenths(field.minimum, field.divisor) + " to " +
            Tenths(field.maximum, field.divisor);
 }
@@ -101,13 +104,14 @@ std::string SetProblem(std::string_view feature, std::string_view value)
     for (const NumberFieldBinding& field : kNumberFieldTable) {
         if (feature == field.keyword) return NumberProblem(field, value);
     }
-    return "no slider or number field stands for this feature (--choose selects options, --check works check boxes)";
+    return "no slider or number field stands for this feature (--choose selects options, --check works check "
+           "boxes)";
 }
 
 std::string CheckProblem(const Step& step)
 {
-    const bool known =
-        std::ranges::any_of(kCheckBoxTable, [&](const CheckBoxBinding& row) { return step.subject == row.keyword; });
+    const bool known = std::ranges::any_of(
+        kCheckBoxTable, [&](const CheckBoxBinding& row) { return step.subject == row.keyword; });
     if (!known) return "no check box stands for this feature";
     if (step.value != "on" && step.value != "off") return "a check box is \"on\" or \"off\"";
     return {};
@@ -145,6 +149,24 @@ std::optional<PageName> PageFromText(std::string_view text)
 {
     const auto row = std::ranges::find(kPageTexts, text, &PageText::text);
     return row == kPageTexts.end() ? std::nullopt : std::optional(row->page);
+}
+
+PageName PageOfTab(unsigned long tabBit)
+{
+    switch (tabBit) {
+    case kMainPage:
+        return PageName::Main;
+    case kColorPage:
+        return PageName::Colors;
+    case kCorrectionPage:
+        return PageName::Correction;
+    case kConsumptionPage:
+        return PageName::Consumption;
+    case kInkControlPage:
+        return PageName::Ink;
+    default:
+        return PageName::Screen;
+    }
 }
 
 std::string PageNamesForPeople()

@@ -1,5 +1,5 @@
-// What a script does with an open sheet: steps in the order in which they were given. Made from command lines, played by
-// ScriptPlayer.
+// What a script does with an open sheet: steps in the order in which they were given. Made from command
+// lines, played by ScriptPlayer.
 #pragma once
 
 #include <optional>
@@ -12,13 +12,27 @@
 namespace tintwerk {
 
 // Names under which scripts know the pages of the printing preferences, whatever the language of the tabs.
-enum class PageName { Main, Layout, Colors, Correction, Consumption, Ink, Screen, Advanced, Information };
+enum class PageName
+{
+    Main,
+    Layout,
+    Colors,
+    Correction,
+    Consumption,
+    Ink,
+    Screen,
+    Advanced,
+    Information
+};
 
 std::string_view TextOf(PageName page);
 std::optional<PageName> PageFromText(std::string_view text);
 std::string PageNamesForPeople(); // "main, layout, ..."
+// The page of a tab bit of the binding tables.
+PageName PageOfTab(unsigned long tabBit);
 
-enum class StepKind {
+enum class StepKind
+{
     Page,       // subject: page name
     Set,        // slider to a position, number field to a number
     Choose,     // option of a popup or of an option item
@@ -40,8 +54,8 @@ struct Step
     std::string source;  // as it was typed: "--set halvBrightness=2"
 };
 
-// The step of a command line option such as ("set", "halvBrightness=2"), or in text what is wrong with it. Options that are
-// no steps give an empty text.
+// The step of a command line option such as ("set", "halvBrightness=2"), or in text what is wrong with it.
+// Options that are no steps give an empty text.
 std::variant<Step, std::string> ParseStep(std::string_view option, std::string_view value);
 
 } // namespace tintwerk

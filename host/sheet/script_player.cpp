@@ -5,7 +5,6 @@
 
 #include "host/sheet/sheet_controls.h"
 #include "host/sheet/standard_texts.h"
-#include "platform/function_hook.h"
 #include "platform/snapshot.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/number_fields.h"
@@ -16,7 +15,8 @@ namespace tintwerk {
 
 namespace {
 
-constexpr ULONGLONG kOpeningLimit = 30000; // milliseconds
+constexpr std::string_view kFormTrayTable = "*UseFormTrayTable"; // an input slot that popups do not offer
+constexpr ULONGLONG kOpeningLimit = 30000;                       // milliseconds
 
 ScriptPlayer* player = nullptr;
 
@@ -25,22 +25,11 @@ std::string Quoted(const std::string& text)
     return '"' + text + '"';
 }
 
-constexpr PageName PageOfTab(DWORD tabBit)
-{
-    switch (tabBit) {
-    case kMainPage: return PageName::Main;
-    case kColorPage: return PageName::Colors;
-    case kCorrectionPage: return PageName::Correction;
-    case kConsumptionPage: return PageName::Consumption;
-    case kInkControlPage: return PageName::Ink;
-    default: return PageName::Screen;
-    }
-}
-
 template <typename Table> const auto* FindRow(const Table& table, const std::string& feature)
 {
-    const auto row = std::ranges::find_if(
-        table, [&](const auto& binding) { return binding.keyword[0] && feature == WithoutAsterisk(binding.keyword); });
+    const auto row = std::ranges::find_if(table, [&](const auto& binding) {
+        return binding.keyword[0] && feature == WithoutAsterisk(binding.keyword);
+    });
     return row == table.end() ? nullptr : &*row;
 }
 
@@ -48,7 +37,8 @@ template <typename Table> const auto* FindRow(const Table& table, const std::str
 const PopupBinding* FindPopup(const std::string& feature)
 {
     if (const PopupBinding* row = FindRow(kPopupTable, feature)) return row->controlId ? row : nullptr;
-    const auto byName = std::ranges::find_if(kPopupTable, [&](const PopupBinding& row) { return feature == row.name; });
+    const auto byName =
+        std::ranges::find_if(kPopupTable, [&](const PopupBinding& row) { return feature == row.name; });
     return byName == kPopupTable.end() || !byName->controlId ? nullptr : &*byName;
 }
 
@@ -63,17 +53,16 @@ std::string ListOf(const std::vector<ComboItem>& items)
 } // namespace
 
 ScriptPlayer::ScriptPlayer(PropertySheet& sheet, ScriptSettings settings)
-    : sheet_(sheet), settings_(std::move(settings)), started_(GetTickCount64())
+    : sheet_(sheet), settings_(std::move(settings)), boxes_(settings_.confirmsQuestions, settings_.tell),
+      started_(GetTickCount64())
 {
     player = this;
-    ReplaceFunction("MessageBoxW", &OnMessageBox);
     timer_ = SetTimer(nullptr, 0, std::max(settings_.pace, UINT{1}), OnTimer);
 }
 
 ScriptPlayer::~ScriptPlayer()
 {
     KillTimer(nullptr, timer_);
-    RestoreFunction("MessageBoxW");
     player = nullptr;
 }
 
@@ -82,22 +71,8 @@ void CALLBACK ScriptPlayer::OnTimer(HWND, UINT, UINT_PTR, DWORD)
     if (player && !player->busy_) player->Tick();
 }
 
-int WINAPI ScriptPlayer::OnMessageBox(HWND, LPCWSTR text, LPCWSTR caption, UINT type)
-{
-    const bool isQuestion = (type & 0xF) != MB_OK;
-    const bool yesNo = (type & 0xF) == MB_YESNO;
-    int answer = IDOK;
-    if (isQuestion && player && !player->settings_.confirmsQuestions) answer = yesNo ? IDNO : IDCANCEL;
-    if (isQuestion && yesNo && answer == IDOK) answer = IDYES;
-    if (player) {
-        player->settings_.tell("message: " + Quoted(Utf8FromWide(caption ? caption : TEXT(""))) + " " +
-                               Quoted(Utf8FromWide(text ? text : TEXT(""))) + ", answered with " +
-                               (answer == IDOK || answer == IDYES ? "OK" : "Cancel"));
-    }
-    return answer;
-}
-
-// --- The run -----------------------------------------------------------------------------------------------------------
+// --- The run
+// -----------------------------------------------------------------------------------------------------------
 
 void ScriptPlayer::Tick()
 {
@@ -118,6 +93,9 @@ void ScriptPlayer::Tick()
     } catch (const Failed& failed) {
         problem_ = settings_.steps[next_ - 1].source + ": " + failed.reason;
         Close(PSBTN_CANCEL);
+    } catch (const std::exception& error) {
+        problem_ = error.what();
+        Close(PSBTN_CANCEL);
     }
     busy_ = false;
 }
@@ -131,14 +109,23 @@ void ScriptPlayer::Close(int button)
 void ScriptPlayer::Do(const Step& step)
 {
     switch (step.kind) {
-    case StepKind::Page: ShowNamedPage(*PageFromText(step.subject)); return;
-    case StepKind::Set: return Set(step);
-    case StepKind::Choose: return Choose(step);
-    case StepKind::Check: return Check(step);
-    case StepKind::Press: return Press(step);
-    case StepKind::Show: return Show(step.subject);
-    case StepKind::Screenshot: return TakePicture(step.subject);
-    case StepKind::Tour: return Tour(step.subject);
+    case StepKind::Page:
+        ShowNamedPage(*PageFromText(step.subject));
+        return;
+    case StepKind::Set:
+        return Set(step);
+    case StepKind::Choose:
+        return Choose(step);
+    case StepKind::Check:
+        return Check(step);
+    case StepKind::Press:
+        return Press(step);
+    case StepKind::Show:
+        return Show(step.subject);
+    case StepKind::Screenshot:
+        return TakePicture(step.subject);
+    case StepKind::Tour:
+        return Tour(step.subject);
     case StepKind::Apply:
         SendMessageW(sheet_.Window(), PSM_PRESSBUTTON, PSBTN_APPLYNOW, 0);
         settings_.tell("Apply pressed");
@@ -151,7 +138,8 @@ void ScriptPlayer::Do(const Step& step)
     }
 }
 
-// --- Pages ---------------------------------------------------------------------------------------------------------------
+// --- Pages
+// ---------------------------------------------------------------------------------------------------------------
 
 HWND ScriptPlayer::ShowPage(int index)
 {
@@ -210,7 +198,8 @@ HWND ScriptPlayer::UsableControl(DWORD tabBit, int id)
     return control;
 }
 
-// --- Controls ------------------------------------------------------------------------------------------------------------
+// --- Controls
+// ------------------------------------------------------------------------------------------------------------
 
 void ScriptPlayer::Set(const Step& step)
 {
@@ -236,12 +225,14 @@ bool ScriptPlayer::ChooseInPopup(const Step& step)
     if (!row) return false;
     const HWND combo = UsableControl(row->tabBit, row->controlId);
     const std::vector<ComboItem> items = ComboItems(combo);
-    const std::vector<std::string_view> options = sheet_.Session().Core().Options(step.subject);
+    std::vector<std::string_view> options = sheet_.Session().Core().Options(step.subject);
+    if (row->controlId == kPopupTable[kPopupInputSlot].controlId) std::erase(options, kFormTrayTable);
     const auto option = std::ranges::find(options, step.value);
     const LPARAM number = option == options.end() ? 0 : option - options.begin() + 1;
     const auto item = std::ranges::find_if(
         items, [&](const ComboItem& each) { return number ? each.data == number : each.text == step.value; });
-    if (item == items.end()) throw Failed{"the popup does not offer " + step.value + " now; it offers " + ListOf(items)};
+    if (item == items.end())
+        throw Failed{"the popup does not offer " + step.value + " now; it offers " + ListOf(items)};
     const int index = static_cast<int>(item - items.begin());
     PickComboItem(combo, index);
     const int shown = ComboSelection(combo);
@@ -255,14 +246,16 @@ int ScriptPlayer::FindOptionItem(OptionItemsPage& page, const std::string& featu
     const PpdFeature* const known = sheet_.Session().Core().Description().Find(feature);
     for (int i = 0; i < page.ItemCount(); ++i) {
         const StandardText* const text = FindStandardText(reinterpret_cast<ULONG_PTR>(page.Item(i).pName));
-        if (text && (feature == text->keyword || (text->keyword.starts_with('%') && feature == text->keyword.substr(1))))
+        if (text && (feature == text->keyword ||
+                     (text->keyword.starts_with('%') && feature == text->keyword.substr(1))))
             return i;
         if (known && page.OptionCount(i) > 0 && Utf8FromWide(page.ItemText(i)) == known->text) return i;
     }
     return -1;
 }
 
-int ScriptPlayer::FindOption(OptionItemsPage& page, int item, const std::string& feature, const std::string& option) const
+int ScriptPlayer::FindOption(OptionItemsPage& page, int item, const std::string& feature,
+                             const std::string& option) const
 {
     const PpdFeature* const known = sheet_.Session().Core().Description().Find(feature);
     std::string text = option;
@@ -272,7 +265,8 @@ int ScriptPlayer::FindOption(OptionItemsPage& page, int item, const std::string&
     for (int i = 0; i < page.OptionCount(item); ++i) {
         const StandardText* const standard =
             FindStandardText(reinterpret_cast<ULONG_PTR>(page.Item(item).pOptType->pOptParam[i].pData));
-        if (standard ? standard->keyword == option : Utf8FromWide(page.OptionTextOf(item, i)) == text) return i;
+        if (standard ? standard->keyword == option : Utf8FromWide(page.OptionTextOf(item, i)) == text)
+            return i;
     }
     return -1;
 }
@@ -310,7 +304,8 @@ void ScriptPlayer::Press(const Step& step)
     settings_.tell(Quoted(text) + " pressed");
 }
 
-// --- Telling -------------------------------------------------------------------------------------------------------------
+// --- Telling
+// -------------------------------------------------------------------------------------------------------------
 
 void ScriptPlayer::Show(const std::string& feature)
 {
@@ -326,7 +321,8 @@ std::string ScriptPlayer::StateOf(const std::string& feature)
         const HWND control = GetDlgItem(page, slider->sliderId);
         if (!control) return "no slider on this page";
         std::string text = "slider at " + std::to_string(SliderPosition(control));
-        if (const HWND label = GetDlgItem(page, slider->labelId)) text += ", label " + Quoted(TextOfWindow(label));
+        if (const HWND label = GetDlgItem(page, slider->labelId))
+            text += ", label " + Quoted(TextOfWindow(label));
         return text;
     }
     if (const NumberFieldBinding* field = FindRow(kNumberFieldTable, feature)) {
@@ -361,11 +357,13 @@ void ScriptPlayer::TakePicture(const std::filesystem::path& folder)
     std::error_code error;
     std::filesystem::create_directories(folder, error);
     if (error) throw Failed{"the folder cannot be made: " + error.message()};
-    const std::string name = page.name ? std::string(TextOf(*page.name)) : "page-" + std::to_string(current + 1);
+    const std::string name =
+        page.name ? std::string(TextOf(*page.name)) : "page-" + std::to_string(current + 1);
     std::filesystem::path file = folder / (name + ".png");
     for (int copy = 2; std::ranges::find(pictures_, file) != pictures_.end(); ++copy)
         file = folder / (name + "-" + std::to_string(copy) + ".png");
-    if (const std::string problem = SaveWindowPicture(sheet_.Window(), file); !problem.empty()) throw Failed{problem};
+    if (const std::string problem = SaveWindowPicture(sheet_.Window(), file); !problem.empty())
+        throw Failed{problem};
     pictures_.push_back(file);
     settings_.tell("picture: " + file.generic_string());
 }

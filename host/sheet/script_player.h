@@ -1,5 +1,6 @@
-// Plays a script on an open sheet: from a timer inside the sheet's own message loop it works the real controls, step by
-// step, and closes the sheet at the end. Message boxes that come up are told and answered, so a script never waits.
+// Plays a script on an open sheet: from a timer inside the sheet's own message loop it works the real
+// controls, step by step, and closes the sheet at the end. Message boxes that come up are told and answered,
+// so a script never waits.
 #pragma once
 
 #include <filesystem>
@@ -7,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/sheet/message_boxes.h"
 #include "host/sheet/property_sheet.h"
 #include "host/sheet/script.h"
 
@@ -15,8 +17,8 @@ namespace tintwerk {
 struct ScriptSettings
 {
     std::vector<Step> steps;
-    UINT pace = 10;          // milliseconds between two steps
-    bool confirmsQuestions = false; // how message boxes with a choice are answered
+    UINT pace = 10;                               // milliseconds between two steps
+    bool confirmsQuestions = false;               // how message boxes with a choice are answered
     std::function<void(const std::string&)> tell; // one line of what happens
     // Called when the steps are done, before the sheet closes, with the sheet still open.
     std::function<void(class ScriptPlayer&)> beforeClosing;
@@ -49,7 +51,6 @@ private:
     };
 
     static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD time);
-    static int WINAPI OnMessageBox(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 
     void Tick();
     void Do(const Step& step);
@@ -70,10 +71,12 @@ private:
     void Tour(const std::filesystem::path& folder);
     int CurrentPage() const;
     int FindOptionItem(OptionItemsPage& page, const std::string& feature) const;
-    int FindOption(OptionItemsPage& page, int item, const std::string& feature, const std::string& option) const;
+    int FindOption(OptionItemsPage& page, int item, const std::string& feature,
+                   const std::string& option) const;
 
     PropertySheet& sheet_;
     ScriptSettings settings_;
+    AnsweredMessageBoxes boxes_;
     std::size_t next_ = 0;
     bool busy_ = false;
     bool closing_ = false;

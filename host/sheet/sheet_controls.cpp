@@ -30,11 +30,15 @@ std::string KindOfButton(LONG style)
     case BS_CHECKBOX:
     case BS_AUTOCHECKBOX:
     case BS_3STATE:
-    case BS_AUTO3STATE: return "check box";
+    case BS_AUTO3STATE:
+        return "check box";
     case BS_RADIOBUTTON:
-    case BS_AUTORADIOBUTTON: return "radio button";
-    case BS_GROUPBOX: return "group box";
-    default: return "button";
+    case BS_AUTORADIOBUTTON:
+        return "radio button";
+    case BS_GROUPBOX:
+        return "group box";
+    default:
+        return "button";
     }
 }
 
@@ -96,7 +100,8 @@ void DragSlider(HWND slider, int position)
     const UINT message = vertical ? WM_VSCROLL : WM_HSCROLL;
     const HWND page = GetParent(slider);
     const auto tell = [&](WORD code, int raw) {
-        SendMessageW(page, message, MAKEWPARAM(code, static_cast<WORD>(raw)), reinterpret_cast<LPARAM>(slider));
+        SendMessageW(page, message, MAKEWPARAM(code, static_cast<WORD>(raw)),
+                     reinterpret_cast<LPARAM>(slider));
     };
     SetFocus(slider);
     int raw = static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0));
@@ -117,7 +122,8 @@ void TypeInto(HWND edit, const WideString& text)
     SendMessageW(edit, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
     const HWND next = GetNextDlgTabItem(GetParent(edit), edit, FALSE);
     SetFocus(next ? next : GetParent(edit));
-    if (!focused || GetFocus() == edit) Notify(edit, EN_KILLFOCUS); // a window that is not in front never had the focus
+    if (!focused || GetFocus() == edit)
+        Notify(edit, EN_KILLFOCUS); // a window that is not in front never had the focus
 }
 
 std::vector<ComboItem> ComboItems(HWND combo)
@@ -164,7 +170,8 @@ HWND FindButton(HWND page, const std::string& textOrNumber)
     const bool isNumber = std::from_chars(textOrNumber.data(), end, number).ptr == end;
     for (const HWND control : ControlsOf(page)) {
         if (KindOfControl(control) != "button") continue;
-        if (isNumber ? GetDlgCtrlID(control) == number : WithoutMnemonic(TextOfWindow(control)) == textOrNumber)
+        if (isNumber ? GetDlgCtrlID(control) == number
+                     : WithoutMnemonic(TextOfWindow(control)) == textOrNumber)
             return control;
     }
     return nullptr;

@@ -1,4 +1,5 @@
-// Reads and works the controls of an open sheet as a user does. Used by the script player and the descriptions that it makes.
+// Reads and works the controls of an open sheet as a user does. Used by the script player and the
+// descriptions that it makes.
 #pragma once
 
 #include <optional>
@@ -35,8 +36,8 @@ void PickComboItem(HWND combo, int item);
 bool IsChecked(HWND button);
 void Click(HWND button);
 
-// A visible button of the page with this text (without the underscore mark of its shortcut) or control number; null when
-// there is none.
+// A visible button of the page with this text (without the underscore mark of its shortcut) or control
+// number; null when there is none.
 HWND FindButton(HWND page, const std::string& textOrNumber);
 
 // Visible controls of a page, those of its child dialogs too, in tab order.

@@ -36,8 +36,9 @@ constexpr std::array<StandardText, 20> kStandardTexts{{
 
 const StandardText* FindStandardText(ULONG_PTR number)
 {
-    const auto row = std::ranges::find_if(
-        kStandardTexts, [number](const StandardText& text) { return static_cast<ULONG_PTR>(text.number) == number; });
+    const auto row = std::ranges::find_if(kStandardTexts, [number](const StandardText& text) {
+        return static_cast<ULONG_PTR>(text.number) == number;
+    });
     return row == kStandardTexts.end() ? nullptr : &*row;
 }
 

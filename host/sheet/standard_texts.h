@@ -1,5 +1,6 @@
-// Texts that the system's common property sheet UI shows for string numbers, in English and German, with the keywords under
-// which the core driver knows the standard layout items. Used where the host draws option items itself.
+// Texts that the system's common property sheet UI shows for string numbers, in English and German, with the
+// keywords under which the core driver knows the standard layout items. Used where the host draws option
+// items itself.
 #pragma once
 
 #include <string_view>
@@ -10,7 +11,7 @@ namespace tintwerk {
 
 struct StandardText
 {
-    int number;              // IDS_CPSUI_...
+    int number;               // IDS_CPSUI_...
     std::string_view keyword; // of the core driver's feature or option; empty for a text without one
     const WCHAR* english;
     const WCHAR* german;

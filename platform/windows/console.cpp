@@ -21,7 +21,8 @@ std::vector<std::string> ProgramArguments(int argc, char** argv)
     for (int i = 1; i < count; ++i) {
         const int bytes = WideCharToMultiByte(CP_UTF8, 0, texts[i], -1, nullptr, 0, nullptr, nullptr);
         std::string argument(bytes > 0 ? bytes - 1 : 0, '\0');
-        if (bytes > 1) WideCharToMultiByte(CP_UTF8, 0, texts[i], -1, argument.data(), bytes, nullptr, nullptr);
+        if (bytes > 1)
+            WideCharToMultiByte(CP_UTF8, 0, texts[i], -1, argument.data(), bytes, nullptr, nullptr);
         arguments.push_back(argument);
     }
     LocalFree(texts);

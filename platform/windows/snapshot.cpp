@@ -39,7 +39,8 @@ std::string CopyPixels(HWND window, int width, int height, Pixels& pixels)
     std::string problem;
     if (memory && bitmap) {
         const SelectedObject selected(memory.get(), bitmap.Get());
-        if (!BitBlt(memory.get(), 0, 0, width, height, source, 0, 0, SRCCOPY)) problem = "the window cannot be copied";
+        if (!BitBlt(memory.get(), 0, 0, width, height, source, 0, 0, SRCCOPY))
+            problem = "the window cannot be copied";
         GdiFlush();
         const auto* first = static_cast<const std::uint32_t*>(bits);
         pixels.assign(first, first + static_cast<std::size_t>(width) * height);
@@ -52,7 +53,8 @@ std::string CopyPixels(HWND window, int width, int height, Pixels& pixels)
 
 bool IsOneColour(std::span<const std::uint32_t> pixels)
 {
-    return std::ranges::all_of(pixels, [&](std::uint32_t pixel) { return ((pixel ^ pixels[0]) & 0xFFFFFF) == 0; });
+    return std::ranges::all_of(pixels,
+                               [&](std::uint32_t pixel) { return ((pixel ^ pixels[0]) & 0xFFFFFF) == 0; });
 }
 
 // Where the desktop draws the frame, the window itself has none: only its inside makes a picture.
@@ -80,11 +82,12 @@ HRESULT WritePng(const std::filesystem::path& file, int width, int height, Pixel
     ComPtr<IWICStream> stream;
     ComPtr<IWICBitmapEncoder> encoder;
     ComPtr<IWICBitmapFrameEncode> frame;
-    HRESULT result = CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory,
-                                      reinterpret_cast<void**>(factory.Receive()));
+    HRESULT result = CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                      IID_IWICImagingFactory, reinterpret_cast<void**>(factory.Receive()));
     if (SUCCEEDED(result)) result = factory->CreateStream(stream.Receive());
     if (SUCCEEDED(result)) result = stream->InitializeFromFilename(file.c_str(), GENERIC_WRITE);
-    if (SUCCEEDED(result)) result = factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.Receive());
+    if (SUCCEEDED(result))
+        result = factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.Receive());
     if (SUCCEEDED(result)) result = encoder->Initialize(stream.Get(), WICBitmapEncoderNoCache);
     if (SUCCEEDED(result)) result = encoder->CreateNewFrame(frame.Receive(), nullptr);
     if (SUCCEEDED(result)) result = frame->Initialize(nullptr);
@@ -117,9 +120,11 @@ std::string SaveWindowPicture(HWND window, const std::filesystem::path& file)
     int height = static_cast<int>(place.bottom - place.top);
     if (width <= 0 || height <= 0) return "the window has no size";
 
-    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
+    RedrawWindow(window, nullptr, nullptr,
+                 RDW_INVALIDATE | RDW_ERASE | RDW_FRAME | RDW_ALLCHILDREN | RDW_UPDATENOW);
     Pixels pixels;
-    if (const std::string problem = CopyPixels(window, width, height, pixels); !problem.empty()) return problem;
+    if (const std::string problem = CopyPixels(window, width, height, pixels); !problem.empty())
+        return problem;
     CutForeignFrame(window, place, width, height, pixels);
     if (IsOneColour(pixels)) return "the window shows nothing but one colour";
 
@@ -128,7 +133,8 @@ std::string SaveWindowPicture(HWND window, const std::filesystem::path& file)
     if (SUCCEEDED(initialized)) CoUninitialize();
     if (SUCCEEDED(result)) return {};
     char text[64];
-    std::snprintf(text, sizeof text, "the picture cannot be written (error %#lx)", static_cast<unsigned long>(result));
+    std::snprintf(text, sizeof text, "the picture cannot be written (error %#lx)",
+                  static_cast<unsigned long>(result));
     return text;
 }
 

@@ -11,7 +11,9 @@ decltype(&GetVersionExW) originalVersion;
 
 BOOL WINAPI PretendedVersion(LPOSVERSIONINFOW information)
 {
-    if (!originalVersion(information)) return FALSE;
+    // Nobody in this process called the function when it was replaced: there is nothing to ask.
+    if (originalVersion && !originalVersion(information)) return FALSE;
+    information->dwPlatformId = VER_PLATFORM_WIN32_NT;
     information->dwMajorVersion = pretended.dwMajorVersion;
     information->dwMinorVersion = pretended.dwMinorVersion;
     information->dwBuildNumber = pretended.dwBuildNumber;

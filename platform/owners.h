@@ -1,5 +1,5 @@
-// Owners of platform handles and blocks: whatever is acquired is given back on every path of a function. Used by every
-// room; none of them throws.
+// Owners of platform handles and blocks: whatever is acquired is given back on every path of a function. Used
+// by every room; none of them throws.
 #pragma once
 
 #include <cstdlib>
@@ -11,8 +11,7 @@
 namespace tintwerk {
 
 // A handle or block of type Handle, released by Close; Null is what "nothing" looks like.
-template <typename Handle, auto Close, Handle Null = Handle{}>
-class Owned
+template <typename Handle, auto Close, Handle Null = Handle{}> class Owned
 {
 public:
     Owned() = default;
@@ -32,8 +31,7 @@ public:
     Handle Release() { return std::exchange(handle_, Null); }
     void Reset(Handle handle = Null)
     {
-        if (const Handle old = std::exchange(handle_, handle); old != Null)
-            Close(old);
+        if (const Handle old = std::exchange(handle_, handle); old != Null) Close(old);
     }
     // For functions that return a handle through a pointer; whatever was held before is given back.
     Handle* Receive()
@@ -46,11 +44,40 @@ private:
     Handle handle_ = Null;
 };
 
-using RegistryKey = Owned<HKEY, [](HKEY key) { RegCloseKey(key); }>;
-using BitmapHandle = Owned<HBITMAP, [](HBITMAP bitmap) { DeleteObject(bitmap); }>;
-using BrushHandle = Owned<HBRUSH, [](HBRUSH brush) { DeleteObject(brush); }>;
-using KernelHandle = Owned<HANDLE, [](HANDLE handle) { CloseHandle(handle); }>;
-using PrinterHandle = Owned<HANDLE, [](HANDLE printer) { ClosePrinter(printer); }>;
+// Named functions, not lambdas: an owner may be a member of a class that several files see.
+namespace closers {
+inline void Key(HKEY key)
+{
+    RegCloseKey(key);
+}
+inline void Bitmap(HBITMAP bitmap)
+{
+    DeleteObject(bitmap);
+}
+inline void Brush(HBRUSH brush)
+{
+    DeleteObject(brush);
+}
+inline void Kernel(HANDLE handle)
+{
+    CloseHandle(handle);
+}
+inline void Printer(HANDLE printer)
+{
+    ClosePrinter(printer);
+}
+inline void Heap(HANDLE heap)
+{
+    HeapDestroy(heap);
+}
+} // namespace closers
+
+using RegistryKey = Owned<HKEY, &closers::Key>;
+using BitmapHandle = Owned<HBITMAP, &closers::Bitmap>;
+using BrushHandle = Owned<HBRUSH, &closers::Brush>;
+using KernelHandle = Owned<HANDLE, &closers::Kernel>;
+using PrinterHandle = Owned<HANDLE, &closers::Printer>;
+using HeapHandle = Owned<HANDLE, &closers::Heap>;
 
 // Selects an object into a device context and puts the previous one back.
 class SelectedObject
@@ -67,12 +94,14 @@ private:
 };
 
 // A zero-filled block of a heap, given back to that heap.
-template <typename T>
-class HeapBlock
+template <typename T> class HeapBlock
 {
 public:
     HeapBlock() = default;
-    HeapBlock(HANDLE heap, SIZE_T bytes) : heap_(heap), data_(static_cast<T*>(HeapAlloc(heap, HEAP_ZERO_MEMORY, bytes))) {}
+    HeapBlock(HANDLE heap, SIZE_T bytes)
+        : heap_(heap), data_(static_cast<T*>(HeapAlloc(heap, HEAP_ZERO_MEMORY, bytes)))
+    {
+    }
     HeapBlock(HeapBlock&& other) noexcept : heap_(other.heap_), data_(other.Release()) {}
     HeapBlock& operator=(HeapBlock&& other) noexcept
     {
@@ -84,8 +113,7 @@ public:
     HeapBlock& operator=(const HeapBlock&) = delete;
     ~HeapBlock()
     {
-        if (data_)
-            HeapFree(heap_, 0, data_);
+        if (data_) HeapFree(heap_, 0, data_);
     }
 
     T* Get() const { return data_; }
@@ -107,8 +135,7 @@ struct FreeDeleter
 using WideText = std::unique_ptr<WCHAR[], FreeDeleter>;
 
 // One counted reference to a COM object.
-template <typename T>
-class ComPtr
+template <typename T> class ComPtr
 {
 public:
     ComPtr() = default;
@@ -127,8 +154,7 @@ public:
     explicit operator bool() const { return object_ != nullptr; }
     void Reset()
     {
-        if (T* old = std::exchange(object_, nullptr))
-            old->Release();
+        if (T* old = std::exchange(object_, nullptr)) old->Release();
     }
     // For QueryInterface and its kind.
     T** Receive()

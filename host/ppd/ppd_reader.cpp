@@ -146,7 +146,7 @@ class PpdReader
 public:
     PpdReader(const std::string& name, const PpdReadOptions& options, const PpdIncluder& includer)
         : ppd_(std::make_unique<Ppd>()), language_(options.language), strict_(options.strict),
-          includer_(includer)
+          pretended_(options.pretended), includer_(includer)
     {
         ppd_->fileName_ = name;
     }
@@ -483,6 +483,7 @@ private:
     void Finish()
     {
         DropEmptyFeatures();
+        Pretend();
         for (PpdFeature& feature : ppd_->features_) {
             feature.text = Decoded(feature.text, feature.keyword, encoding_);
             for (PpdOption& option : feature.options) {
@@ -504,6 +505,7 @@ private:
         AddCustomPageSize();
         for (const Pending& pending : pending_)
             Settle(pending);
+        SelectPretended();
     }
 
     std::string_view Decoded(std::string_view raw, std::string_view keyword, PpdEncoding encoding)
@@ -534,6 +536,12 @@ private:
                      Quoted("*" + std::string(feature.keyword)) + " has no options; it is left out");
         }
         std::erase_if(features, empty);
+        RebuildTables();
+    }
+
+    void RebuildTables()
+    {
+        const std::vector<PpdFeature>& features = ppd_->features_;
         ppd_->featureTable_ = {};
         ppd_->optionTable_ = {};
         for (std::uint32_t number = 0; number < features.size(); ++number) {
@@ -541,6 +549,32 @@ private:
             for (std::uint32_t option = 0; option < features[number].options.size(); ++option)
                 ppd_->optionTable_.Insert(features[number].options[option].keyword, option, number);
         }
+    }
+
+    void Pretend()
+    {
+        for (const auto& [keyword, option] : pretended_) {
+            if (!ppd_->FindFeature(keyword)) {
+                PpdFeature added;
+                added.keyword = added.text = ppd_->texts_.emplace_back(keyword);
+                ppd_->features_.push_back(std::move(added));
+                RebuildTables();
+            }
+            std::vector<PpdOption>& options = ppd_->features_[*ppd_->FindFeature(keyword)].options;
+            auto at = std::ranges::find(options, option, &PpdOption::keyword);
+            if (at == options.end()) {
+                const std::string_view text = ppd_->texts_.emplace_back(option);
+                at = options.insert(options.end(), PpdOption{text, text, {}});
+            }
+            std::rotate(options.begin(), at, at + 1);
+            RebuildTables();
+        }
+    }
+
+    void SelectPretended()
+    {
+        for (const auto& [keyword, option] : pretended_)
+            ppd_->features_[*ppd_->FindFeature(keyword)].defaultOption = 0;
     }
 
     void Translate(bool regional)
@@ -721,6 +755,7 @@ private:
     std::unique_ptr<Ppd> ppd_;
     std::string language_;
     bool strict_;
+    std::vector<std::pair<std::string, std::string>> pretended_;
     const PpdIncluder& includer_;
     std::deque<PpdScanner> files_;
     std::vector<const PpdScanner*>

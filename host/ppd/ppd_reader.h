@@ -8,6 +8,8 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "host/ppd/ppd.h"
 
@@ -20,6 +22,9 @@ struct PpdReadOptions
     std::string language;
     // Refuses what readers usually put up with: a feature that is not closed before the next one.
     bool strict = false;
+    // Feature and option: the option becomes the feature's first one and its default, as if the file had it
+    // so.
+    std::vector<std::pair<std::string, std::string>> pretended;
 };
 
 // Exactly one of the two is there: the description, or the error.

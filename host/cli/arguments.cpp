@@ -1,0 +1,117 @@
+#include "host/cli/arguments.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace tintwerk {
+
+namespace {
+
+[[noreturn]] void Misused(const std::string& text)
+{
+    throw CommandError(kExitUsage, text);
+}
+
+} // namespace
+
+Arguments::Arguments(std::span<const std::string> words, std::span<const OptionRow> options,
+                     std::string_view command)
+    : command_(command)
+{
+    bool onlyOperands = false;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        const std::string_view word = words[i];
+        if (onlyOperands || !word.starts_with("--")) {
+            if (!onlyOperands && word.size() > 1 && word.starts_with('-'))
+                Misused(std::string(word) + ": options begin with two dashes");
+            operands_.emplace_back(word);
+            continue;
+        }
+        if (word == "--") {
+            onlyOperands = true;
+            continue;
+        }
+        const std::size_t equals = word.find('=');
+        const std::string_view name = word.substr(2, equals == std::string_view::npos ? equals : equals - 2);
+        const auto row = std::ranges::find(options, name, &OptionRow::name);
+        if (row == options.end())
+            Misused("--" + std::string(name) + ": no such option; tintwerk " + command_ +
+                    " --help lists them");
+        GivenOption given{std::string(name), ""};
+        if (row->value.empty() && equals != std::string_view::npos)
+            Misused("--" + given.name + ": takes no value");
+        if (!row->value.empty()) {
+            if (equals == std::string_view::npos && i + 1 == words.size())
+                Misused("--" + given.name + ": its value is missing (" + std::string(row->value) + ")");
+            given.value =
+                equals == std::string_view::npos ? words[++i] : std::string(word.substr(equals + 1));
+        }
+        options_.push_back(std::move(given));
+    }
+}
+
+bool Arguments::Has(std::string_view option) const
+{
+    return std::ranges::find(options_, option, &GivenOption::name) != options_.end();
+}
+
+std::string Arguments::Value(std::string_view option, std::string_view fallback) const
+{
+    std::string value(fallback);
+    for (const GivenOption& given : options_) {
+        if (given.name == option) value = given.value;
+    }
+    return value;
+}
+
+std::string Arguments::Required(std::string_view option) const
+{
+    const std::string value = Value(option);
+    if (value.empty())
+        Misused("--" + std::string(option) + " is missing; tintwerk " + command_ +
+                " --help shows how it is called");
+    return value;
+}
+
+int Arguments::Number(std::string_view option, int fallback, int minimum, int maximum) const
+{
+    if (!Has(option)) return fallback;
+    const std::string value = Value(option);
+    int number = 0;
+    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
+    if (error != std::errc() || end != value.data() + value.size() || number < minimum || number > maximum)
+        Misused("--" + std::string(option) + " " + value + ": a whole number from " +
+                std::to_string(minimum) + " to " + std::to_string(maximum) + " is accepted");
+    return number;
+}
+
+std::string Arguments::OneOf(std::string_view option, std::string_view fallback,
+                             std::span<const std::string_view> values) const
+{
+    const std::string value = Value(option, fallback);
+    if (!Has(option) || std::ranges::find(values, value) != values.end()) return value;
+    std::string accepted;
+    for (const std::string_view text : values)
+        accepted += (accepted.empty() ? "" : ", ") + std::string(text);
+    Misused("--" + std::string(option) + " " + value + ": accepted are " + accepted);
+}
+
+std::string OptionLines(std::span<const OptionRow> options)
+{
+    constexpr std::size_t kColumn = 28;
+    std::string text;
+    for (const OptionRow& row : options) {
+        std::string line = "  --" + std::string(row.name);
+        if (!row.value.empty()) line += " " + std::string(row.value);
+        line += line.size() + 1 < kColumn ? std::string(kColumn - line.size(), ' ')
+                                          : "\n" + std::string(kColumn, ' ');
+        for (const char c : row.help) {
+            line += c;
+            if (c == '\n') line += std::string(kColumn, ' ');
+        }
+        text += line + "\n";
+    }
+    return text;
+}
+
+} // namespace tintwerk

@@ -1,0 +1,187 @@
+// tintwerk check: tells PPD authors, file by file, what the driver's pages will make of their PPDs.
+#include <algorithm>
+#include <chrono>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <ostream>
+
+#include <nlohmann/json.hpp>
+
+#include "host/cli/check_rules.h"
+#include "host/cli/printer_run.h"
+#include "host/cli/program.h"
+#include "platform/console.h"
+
+namespace tintwerk {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Clock = std::chrono::steady_clock;
+
+struct CheckedFile
+{
+    std::string file;
+    std::vector<Finding> findings;
+
+    std::size_t Count(Severity severity) const
+    {
+        return static_cast<std::size_t>(std::ranges::count(findings, severity, &Finding::severity));
+    }
+};
+
+std::vector<std::string> FilesOf(std::span<const std::string> operands)
+{
+    std::vector<std::string> files;
+    for (const std::string& operand : operands) {
+        if (!std::filesystem::is_directory(PathFromUtf8(operand))) {
+            files.push_back(operand);
+            continue;
+        }
+        const std::size_t first = files.size();
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(PathFromUtf8(operand))) {
+            const std::string extension = Utf8FromPath(entry.path().extension());
+            if (entry.is_regular_file() && (extension == ".ppd" || extension == ".PPD"))
+                files.push_back(Utf8FromPath(entry.path()));
+        }
+        std::sort(files.begin() + static_cast<std::ptrdiff_t>(first), files.end());
+    }
+    return files;
+}
+
+CheckedFile CheckFile(const std::string& file)
+{
+    CheckedFile checked{file, {}};
+    const PpdResult read = ReadPpd(PathFromUtf8(file));
+    if (!read) {
+        checked.findings.push_back({Severity::Error, "", "", read.error.text, read.error.line});
+        return checked;
+    }
+    checked.findings = CheckPpd(*read.ppd);
+    for (const PpdMessage& warning : read.ppd->Warnings())
+        checked.findings.push_back({Severity::Warning, "", "", warning.text, warning.line});
+    std::ifstream in(PathFromUtf8(file), std::ios::binary);
+    const std::string text(std::istreambuf_iterator<char>(in), {});
+    LocateFindings(text, checked.findings);
+    std::ranges::stable_sort(checked.findings, {}, &Finding::line);
+    return checked;
+}
+
+// Says on standard error how far a long check is.
+class Progress
+{
+public:
+    Progress(std::ostream& err, std::size_t total)
+        : err_(err), total_(total), onTerminal_(&err == &std::cerr && ErrorIsTerminal())
+    {
+    }
+    ~Progress()
+    {
+        if (shown_ && onTerminal_) err_ << "\r\033[K" << std::flush;
+    }
+
+    void Step()
+    {
+        ++done_;
+        const auto pause = std::chrono::milliseconds(!shown_ ? 2000 : onTerminal_ ? 200 : 5000);
+        if (Clock::now() - last_ < pause) return;
+        last_ = Clock::now();
+        shown_ = true;
+        err_ << (onTerminal_ ? "\r" : "") << "checked " << done_ << " of " << total_ << " files"
+             << (onTerminal_ ? "" : "\n") << std::flush;
+    }
+
+private:
+    std::ostream& err_;
+    std::size_t total_, done_ = 0;
+    bool onTerminal_;
+    bool shown_ = false;
+    Clock::time_point last_ = Clock::now();
+};
+
+std::string Coloured(Severity severity, bool coloured)
+{
+    const std::string text(TextOf(severity));
+    if (!coloured) return text;
+    const char* const colour = severity == Severity::Error     ? "\033[31m"
+                               : severity == Severity::Warning ? "\033[33m"
+                                                               : "\033[2m";
+    return colour + text + "\033[0m";
+}
+
+void Print(Output& output, const CheckedFile& checked, bool notes)
+{
+    const bool coloured = &output.out == &std::cout && OutputIsTerminal();
+    for (const Finding& finding : checked.findings) {
+        if (finding.severity == Severity::Note && !notes) continue;
+        output.out << checked.file << ":";
+        if (finding.line) output.out << finding.line << ":";
+        output.out << " " << Coloured(finding.severity, coloured) << ": ";
+        if (!finding.feature.empty()) output.out << finding.feature << ": ";
+        output.out << finding.text << "\n";
+    }
+}
+
+Json AsJson(const CheckedFile& checked)
+{
+    Json json{{"file", checked.file}, {"findings", Json::array()}};
+    for (const Finding& finding : checked.findings) {
+        json["findings"].push_back({{"severity", TextOf(finding.severity)},
+                                    {"line", finding.line ? Json(finding.line) : Json()},
+                                    {"feature", finding.feature},
+                                    {"option", finding.option},
+                                    {"text", finding.text}});
+    }
+    return json;
+}
+
+int Run(const Arguments& arguments, Output& output)
+{
+    const std::vector<std::string> files = FilesOf(arguments.Operands());
+    if (files.empty()) throw CommandError(kExitUsage, "no PPD file is given: tintwerk check FILE...");
+    const bool asJson = arguments.Has("json");
+    std::size_t errors = 0, warnings = 0, notes = 0;
+    Json json{{"command", "check"}, {"files", Json::array()}};
+    {
+        Progress progress(output.err, files.size());
+        for (const std::string& file : files) {
+            const CheckedFile checked = CheckFile(file);
+            errors += checked.Count(Severity::Error);
+            warnings += checked.Count(Severity::Warning);
+            notes += checked.Count(Severity::Note);
+            if (asJson)
+                json["files"].push_back(AsJson(checked));
+            else
+                Print(output, checked, arguments.Has("notes"));
+            progress.Step();
+        }
+    }
+    if (asJson) {
+        json["errors"] = errors;
+        json["warnings"] = warnings;
+        json["notes"] = notes;
+        output.out << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+    } else {
+        output.out << files.size() << (files.size() == 1 ? " file: " : " files: ") << errors << " errors, "
+                   << warnings << " warnings, " << notes << " notes"
+                   << (arguments.Has("notes") || notes == 0 ? "" : " (--notes shows them)") << "\n";
+    }
+    return errors > 0 || (warnings > 0 && arguments.Has("strict")) ? kExitFailed : kExitSuccess;
+}
+
+} // namespace
+
+Command CheckCommand()
+{
+    return {"check",
+            "tells what the driver's pages will make of PPD files",
+            "tintwerk check FILE|FOLDER... [--strict] [--json]",
+            "Exit status 1 when there is an error, with --strict also when there is a warning.\n",
+            {{"notes", "", "shows notes too: missing features, groups of the advanced page"},
+             {"strict", "", "warnings fail the check"},
+             {"json", "", "tells everything as JSON"}},
+            Run};
+}
+
+} // namespace tintwerk

@@ -1,0 +1,93 @@
+// The printer that a command speaks of: its PPD, the selections kept for it, the core driver stand-in and a
+// spooler that knows it, set up from the command line. Used by every command that runs the plug-in.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "host/cli/arguments.h"
+#include "host/cli/program.h"
+#include "host/core/core_driver.h"
+#include "host/core/selections.h"
+#include "host/core/wide_text.h"
+#include "host/ppd/ppd_reader.h"
+#include "host/sheet/plugin_session.h"
+#include "platform/owners.h"
+
+namespace tintwerk {
+
+// The options that all these commands share, for their option tables.
+std::vector<OptionRow> PrinterOptions();
+
+struct SelectionChange
+{
+    std::string feature, before, after;
+};
+
+class PrinterRun
+{
+public:
+    // Throws a CommandError when the PPD or the selections cannot be used.
+    PrinterRun(const Arguments& arguments, Output& output);
+    ~PrinterRun();
+    PrinterRun(const PrinterRun&) = delete;
+    PrinterRun& operator=(const PrinterRun&) = delete;
+
+    // Loads and starts the plug-in; throws when that fails.
+    PluginSession& StartPlugin();
+
+    const Ppd& Description() const { return *ppd_; }
+    CoreDriver& Core() { return *core_; }
+    const WideString& Name() const { return name_; }
+    HANDLE Printer() const { return printer_.Get(); }
+    bool IsGerman() const { return german_; }
+
+    // Writes the selections of now to the store.
+    void Keep();
+    bool Kept() const { return kept_; }
+    const std::filesystem::path& StoreFile() const { return storeFile_; }
+    // What the kept selections changed since the start; with the private DEVMODE's apply counts.
+    std::vector<SelectionChange> Changes() const;
+    std::pair<DWORD, DWORD> ApplyCounts() const { return {firstApplyCount_, keptApplyCount_}; }
+    // Selections as kept last, or of the start.
+    const std::vector<std::pair<std::string, std::string>>& KeptSelections() const { return keptSelections_; }
+
+private:
+    void Read(const Arguments& arguments);
+    void AddToSpooler(const Arguments& arguments);
+    void SetSurroundings(const Arguments& arguments);
+    std::vector<std::pair<std::string, std::string>> AllSelections() const;
+    DWORD ApplyCount() const;
+
+    Output& output_;
+    bool traces_;
+    std::unique_ptr<Ppd> ppd_;
+    std::string ppdFile_;
+    PpdReadOptions readOptions_;
+    std::filesystem::path storeFile_;
+    Selections selections_;
+    std::vector<std::pair<std::string, std::string>>
+        setAside_; // kept selections that this run pretends otherwise
+    std::unique_ptr<CoreDriver> core_;
+    std::unique_ptr<PluginSession> session_;
+    WideString name_;
+    PrinterHandle printer_;
+    bool german_ = false;
+    bool kept_ = false;
+    DWORD firstApplyCount_ = 0;
+    DWORD keptApplyCount_ = 0;
+    std::vector<std::pair<std::string, std::string>> firstSelections_;
+    std::vector<std::pair<std::string, std::string>> keptSelections_;
+};
+
+// The folder of this program, without a separator at its end.
+WideString ProgramFolder();
+
+// UTF-8 to a path and back, on every platform.
+std::filesystem::path PathFromUtf8(const std::string& text);
+std::string Utf8FromPath(const std::filesystem::path& path);
+
+} // namespace tintwerk

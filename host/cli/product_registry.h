@@ -1,0 +1,13 @@
+// Writes the registry values that the product's installer would leave, for commands that let a user pretend
+// an installation.
+#pragma once
+
+#include <string>
+
+namespace tintwerk {
+
+// A text value of the product's key; at most 254 bytes. Throws a CommandError when it is too long or cannot
+// be written.
+void WriteProductValue(const char* name, const std::string& value);
+
+} // namespace tintwerk

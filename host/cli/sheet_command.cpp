@@ -1,0 +1,180 @@
+#include "host/cli/sheet_command.h"
+
+#include <ostream>
+
+#include "host/cli/printer_run.h"
+#include "host/cli/sheet_report.h"
+#include "host/cli/watchdog.h"
+#include "host/sheet/script_player.h"
+#include "platform/console.h"
+
+namespace tintwerk {
+
+namespace {
+
+constexpr int kScriptSeconds = 60; // how long a script may take by default
+
+std::vector<Step> StepsOf(const Arguments& arguments)
+{
+    std::vector<Step> steps;
+    for (const GivenOption& given : arguments.Options()) {
+        std::variant<Step, std::string> parsed = ParseStep(given.name, given.value);
+        if (auto* const step = std::get_if<Step>(&parsed))
+            steps.push_back(std::move(*step));
+        else if (const std::string& problem = std::get<std::string>(parsed); !problem.empty())
+            throw CommandError(kExitUsage, problem);
+    }
+    for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
+        if (steps[i].kind == StepKind::Ok || steps[i].kind == StepKind::Cancel)
+            throw CommandError(kExitUsage, steps[i + 1].source + ": stands behind " + steps[i].source +
+                                               ", which closes the sheet");
+    }
+    return steps;
+}
+
+// One run of a sheet, from the command line to the report.
+class SheetCommand
+{
+public:
+    SheetCommand(SheetKind kind, const Arguments& arguments, Output& output)
+        : kind_(kind), arguments_(arguments), output_(output), json_(arguments.Has("json"))
+    {
+    }
+
+    int Run()
+    {
+        const std::vector<Step> steps = StepsOf(arguments_);
+        constexpr std::string_view kAnswers[] = {"ok", "cancel"};
+        const bool confirms = arguments_.OneOf("answer", "cancel", kAnswers) == "ok";
+        const int pace = arguments_.Number("pace", 10, 1, 60000);
+        const int limit = arguments_.Number("time-limit", kScriptSeconds, 1, 86400);
+        const bool scripted = !steps.empty() || json_;
+        if (!scripted && !WindowsAreVisible())
+            throw CommandError(kExitUsage,
+                               "there is no display on which you could see the window; give steps "
+                               "(--page, --set, --tour DIR ...) or --json");
+        PrinterRun printer(arguments_, output_);
+        printer.Core().Calls().Record(json_);
+        PluginSession& session = printer.StartPlugin();
+        PropertySheet sheet(session, kind_, printer.Name(), printer.Printer(), printer.IsGerman(),
+                            [&printer] { printer.Keep(); });
+        SheetOutcome outcome;
+        std::string problem;
+        if (scripted) {
+            const Watchdog watchdog(limit, "the script took longer than " + std::to_string(limit) +
+                                               " s (--time-limit); the run was ended");
+            ScriptSettings settings{steps, static_cast<UINT>(pace), confirms,
+                                    [this](const std::string& line) { Tell(line); }, nullptr};
+            if (json_) settings.beforeClosing = [this](ScriptPlayer& player) { report_.Describe(player); };
+            ScriptPlayer player(sheet, std::move(settings));
+            outcome = sheet.Run();
+            problem = player.Problem();
+        } else {
+            outcome = sheet.Run();
+        }
+        if (problem.empty()) problem = outcome.problem;
+        return Finish(printer, outcome, problem);
+    }
+
+private:
+    void Tell(const std::string& line)
+    {
+        if (json_)
+            report_.AddLine(line);
+        else
+            output_.out << "  " << line << std::endl;
+    }
+
+    int Finish(PrinterRun& printer, const SheetOutcome& outcome, const std::string& problem)
+    {
+        if (json_) {
+            report_.Write(output_.out, kind_, printer, outcome, problem);
+        } else {
+            TellChanges(printer);
+        }
+        if (problem.empty()) return kExitSuccess;
+        throw CommandError(kExitFailed, problem);
+    }
+
+    void TellChanges(const PrinterRun& printer)
+    {
+        if (!printer.Kept()) {
+            if (kind_ == SheetKind::Preferences)
+                output_.out << "nothing was applied; the selections stay as they were\n";
+            return;
+        }
+        for (const SelectionChange& change : printer.Changes())
+            output_.out << change.feature << ": " << change.before << " -> " << change.after << "\n";
+        if (printer.Changes().empty()) output_.out << "every selection stayed as it was\n";
+        const auto [before, after] = printer.ApplyCounts();
+        output_.out << "private DEVMODE: apply count " << before << " -> " << after << "\n"
+                    << "selections kept in " << Utf8FromPath(printer.StoreFile()) << "\n";
+    }
+
+    SheetKind kind_;
+    const Arguments& arguments_;
+    Output& output_;
+    bool json_;
+    SheetReport report_;
+};
+
+} // namespace
+
+std::vector<OptionRow> SheetOptions()
+{
+    std::vector<OptionRow> options = PrinterOptions();
+    const std::vector<OptionRow> steps = {
+        {"page", "PAGE",
+         "brings a page to the front: main, layout, colors, correction,\nconsumption, ink, screen, advanced"},
+        {"set", "FEATURE=N",
+         "moves a slider to a position, or types into a number field:\n--set halvBrightness=2"},
+        {"choose", "FEATURE=OPTION", "picks an option of a popup or an option item: --choose PageSize=A4"},
+        {"check", "FEATURE[=on|off]", "switches a check box: --check halvPreview"},
+        {"press", "TEXT", "presses a button of the page in front, by its text or number"},
+        {"show", "FEATURE", "tells what a feature's control shows"},
+        {"screenshot", "DIR", "saves a picture of the page in front as DIR/PAGE.png"},
+        {"tour", "DIR", "saves a picture of every page"},
+        {"apply", "", "presses Apply"},
+        {"ok", "", "presses OK"},
+        {"cancel", "", "presses Cancel; also happens by itself behind the last step"},
+        {"answer", "ok|cancel", "how questions that come up are answered (default: cancel)"},
+        {"pace", "MS", "milliseconds between two steps (default: 10)"},
+        {"time-limit", "S", "seconds that a script may take (default: 60)"},
+        {"json", "", "tells everything as JSON instead: pages, controls, selections, calls"},
+    };
+    options.insert(options.end(), steps.begin(), steps.end());
+    return options;
+}
+
+int RunSheetCommand(SheetKind kind, const Arguments& arguments, Output& output)
+{
+    return SheetCommand(kind, arguments, output).Run();
+}
+
+Command PreferencesCommand()
+{
+    return {"preferences",
+            "opens the printing preferences",
+            "tintwerk preferences --ppd FILE [OPTION ...] [STEP ...]",
+            "Steps are done in the order in which they stand, on the real controls of the sheet. Without any "
+            "step the window\n"
+            "stays open until you close it.\n",
+            SheetOptions(),
+            [](const Arguments& arguments, Output& output) {
+                return RunSheetCommand(SheetKind::Preferences, arguments, output);
+            }};
+}
+
+Command PropertiesCommand()
+{
+    return {"properties",
+            "opens the printer properties (the driver's information page)",
+            "tintwerk properties --ppd FILE [OPTION ...] [STEP ...]",
+            "",
+            SheetOptions(),
+            [](const Arguments& arguments, Output& output) {
+                return RunSheetCommand(SheetKind::Properties, arguments, output);
+            }};
+}
+
+} // namespace tintwerk

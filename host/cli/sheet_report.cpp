@@ -1,0 +1,152 @@
+#include "host/cli/sheet_report.h"
+
+#include <ostream>
+
+#include <nlohmann/json.hpp>
+
+#include "host/sheet/sheet_controls.h"
+#include "src/bindings/check_boxes.h"
+#include "src/bindings/number_fields.h"
+#include "src/bindings/popups.h"
+#include "src/bindings/sliders.h"
+
+namespace tintwerk {
+
+using Json = nlohmann::ordered_json;
+
+namespace {
+
+// The PPD feature that a control of a document page stands for; empty for any other.
+std::string FeatureOf(DWORD tabBit, int id)
+{
+    for (const ControlBinding& row : kSliderTable) {
+        if (row.tabBit == tabBit && row.sliderId == id) return row.keyword;
+    }
+    for (const NumberFieldBinding& row : kNumberFieldTable) {
+        if (row.tabBit == tabBit && row.editId == id) return row.keyword;
+    }
+    for (const CheckBoxBinding& row : kCheckBoxTable) {
+        if (row.tabBit == tabBit && row.controlId == id && IsPpdFeature(row)) return row.keyword;
+    }
+    for (const PopupBinding& row : kPopupTable) {
+        if (row.tabBit == tabBit && row.controlId == id) return WithoutAsterisk(row.keyword);
+    }
+    return {};
+}
+
+DWORD TabBitOf(const SheetPage& page)
+{
+    if (!page.name || page.dialog == 0) return 0;
+    switch (*page.name) {
+    case PageName::Main:
+        return kMainPage;
+    case PageName::Colors:
+        return kColorPage;
+    case PageName::Correction:
+        return kCorrectionPage;
+    case PageName::Consumption:
+        return kConsumptionPage;
+    case PageName::Ink:
+        return kInkControlPage;
+    case PageName::Screen:
+        return kScreenPrintingPage;
+    default:
+        return 0;
+    }
+}
+
+Json DescribeControl(HWND control, DWORD tabBit)
+{
+    Json json;
+    const int id = GetDlgCtrlID(control);
+    const std::string kind = KindOfControl(control);
+    json["id"] = id;
+    json["kind"] = kind;
+    if (const std::string feature = FeatureOf(tabBit, id); !feature.empty()) json["feature"] = feature;
+    json["enabled"] = IsWindowEnabled(control) != FALSE;
+    if (kind == "slider") {
+        json["minimum"] = SendMessageW(control, TBM_GETRANGEMIN, 0, 0);
+        json["maximum"] = SendMessageW(control, TBM_GETRANGEMAX, 0, 0);
+        json["position"] = SliderPosition(control);
+    } else if (kind == "popup") {
+        Json texts = Json::array();
+        for (const ComboItem& item : ComboItems(control))
+            texts.push_back(item.text);
+        const int selection = ComboSelection(control);
+        json["items"] = texts;
+        json["selected"] = selection < 0 ? Json() : texts[static_cast<std::size_t>(selection)];
+    } else {
+        json["text"] = TextOfWindow(control);
+    }
+    if (kind == "check box" || kind == "radio button") json["checked"] = IsChecked(control);
+    return json;
+}
+
+Json CallCounts(const CallLog& calls)
+{
+    Json counts = Json::object();
+    for (int i = 0; i < static_cast<int>(CoreMethod::Count); ++i) {
+        const auto method = static_cast<CoreMethod>(i);
+        if (calls.Count(method) > 0) counts[CoreMethodName(method)] = calls.Count(method);
+    }
+    return counts;
+}
+
+} // namespace
+
+struct SheetReport::Pages
+{
+    Json json = Json::array();
+};
+
+SheetReport::SheetReport() : pages_(std::make_unique<Pages>())
+{
+}
+SheetReport::~SheetReport() = default;
+
+void SheetReport::Describe(ScriptPlayer& player)
+{
+    pages_->json = Json::array();
+    for (int i = 0; i < player.PageCount(); ++i) {
+        const SheetPage& page = player.Sheet().Pages()[i];
+        const HWND window = player.ShowPage(i);
+        Json json;
+        json["name"] = page.name ? Json(TextOf(*page.name)) : Json();
+        json["tab"] = player.TabText(i);
+        json["dialog"] = page.dialog;
+        json["controls"] = Json::array();
+        for (const HWND control : window ? ControlsOf(window) : std::vector<HWND>())
+            json["controls"].push_back(DescribeControl(control, TabBitOf(page)));
+        pages_->json.push_back(std::move(json));
+    }
+}
+
+void SheetReport::Write(std::ostream& out, SheetKind kind, PrinterRun& printer, const SheetOutcome& outcome,
+                        const std::string& problem)
+{
+    Json json;
+    json["command"] = kind == SheetKind::Preferences ? "preferences" : "properties";
+    json["ppd"] = printer.Description().FileName();
+    json["printer"] = Utf8FromWide(printer.Name());
+    json["language"] = printer.IsGerman() ? "de" : "en";
+    json["problem"] = problem;
+    json["steps"] = lines_;
+    json["closed_with"] = outcome.confirmed ? "ok" : "cancel";
+    json["pages"] = pages_->json;
+    json["applied"] = printer.Kept();
+    json["selections_file"] = printer.Kept() ? Json(Utf8FromPath(printer.StoreFile())) : Json();
+    json["changes"] = Json::array();
+    for (const SelectionChange& change : printer.Changes())
+        json["changes"].push_back(
+            {{"feature", change.feature}, {"before", change.before}, {"after", change.after}});
+    const auto [before, after] = printer.ApplyCounts();
+    json["apply_count"] = {{"before", before}, {"after", after}};
+    json["selections"] = Json::object();
+    for (const auto& [feature, option] : printer.KeptSelections())
+        json["selections"][feature] = option;
+    json["call_counts"] = CallCounts(printer.Core().Calls());
+    json["calls"] = printer.Core().Calls().Lines();
+    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+}
+
+} // namespace tintwerk

@@ -1,0 +1,35 @@
+// The JSON report of a sheet: what stands on its pages, what was selected, what changed, what the plug-in
+// asked the core driver. docs/json.md describes it.
+#pragma once
+
+#include <iosfwd>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/cli/printer_run.h"
+#include "host/sheet/property_sheet.h"
+#include "host/sheet/script_player.h"
+
+namespace tintwerk {
+
+class SheetReport
+{
+public:
+    SheetReport();
+    ~SheetReport();
+
+    void AddLine(const std::string& line) { lines_.push_back(line); }
+    // Reads every page of the open sheet, brings each to the front.
+    void Describe(ScriptPlayer& player);
+    void Write(std::ostream& out, SheetKind kind, PrinterRun& printer, const SheetOutcome& outcome,
+               const std::string& problem);
+
+private:
+    struct Pages; // the part in JSON
+
+    std::unique_ptr<Pages> pages_;
+    std::vector<std::string> lines_;
+};
+
+} // namespace tintwerk

@@ -1,0 +1,500 @@
+#include "host/sheet/option_items_page.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "host/sheet/pictograms.h"
+#include "host/sheet/standard_texts.h"
+
+namespace tintwerk {
+
+namespace {
+
+// Control numbers; an item's number is added to the first of each kind.
+constexpr int kHeadingId = 4000;
+constexpr int kLabelId = 5000; // also the frame of a group
+constexpr int kComboId = 6000;
+constexpr int kPictureId = 7000;
+constexpr int kRadioId = 8000; // kMostRadios numbers an item
+constexpr int kMostRadios = 4;
+constexpr int kMostItems = 900;
+constexpr int kMostOptions = 1000;
+
+constexpr WORD kButtonClass = 0x80;
+constexpr WORD kStaticClass = 0x82;
+constexpr WORD kComboClass = 0x85;
+
+// Measures in dialog units.
+constexpr int kPageWidth = 252, kPageHeight = 215;
+constexpr int kMargin = 7, kGap = 6;
+constexpr int kLine = 13;    // one radio button
+constexpr int kRow = 17;     // one labelled combo box
+constexpr int kCombo = 12;   // a closed combo box
+constexpr int kCaption = 14; // a group's frame down to its first line
+constexpr int kPicture = 24;
+
+int Pixels(HWND page, int units, bool vertical)
+{
+    RECT rectangle{0, 0, units, units};
+    MapDialogRect(page, &rectangle);
+    return static_cast<int>(vertical ? rectangle.bottom : rectangle.right);
+}
+
+bool IsHeader(const OPTITEM& item)
+{
+    return item.pOptType == nullptr;
+}
+
+LONG CheckType(const OPTTYPE& type)
+{
+    if (type.cbSize != sizeof(OPTTYPE)) return ERR_CPSUI_INVALID_OPTTYPE_CBSIZE;
+    if (type.Type != TVOT_2STATES && type.Type != TVOT_3STATES && type.Type != TVOT_COMBOBOX &&
+        type.Type != TVOT_LISTBOX)
+        return ERR_CPSUI_INVALID_TVOT_TYPE;
+    if (type.Count > kMostOptions) return ERR_CPSUI_INVALID_OPTTYPE_COUNT;
+    if (type.Count > 0 && !type.pOptParam) return ERR_CPSUI_NULL_POPTPARAM;
+    for (int i = 0; i < type.Count; ++i) {
+        if (type.pOptParam[i].cbSize != sizeof(OPTPARAM)) return ERR_CPSUI_INVALID_OPTPARAM_CBSIZE;
+    }
+    return 0;
+}
+
+} // namespace
+
+LONG OptionItemsPage::Check(const COMPROPSHEETUI* description)
+{
+    if (!description || description->cbSize != sizeof(COMPROPSHEETUI)) return ERR_CPSUI_INVALID_PDATA;
+    if (!description->pCallerName) return ERR_CPSUI_NULL_CALLERNAME;
+    if (!description->pOptItemName) return ERR_CPSUI_NULL_OPTITEMNAME;
+    if (!description->pOptItem) return ERR_CPSUI_NULL_POPTITEM;
+    if (description->cOptItem == 0 || description->cOptItem > kMostItems) return ERR_CPSUI_ZERO_OPTITEM;
+    for (int i = 0; i < description->cOptItem; ++i) {
+        const OPTITEM& item = description->pOptItem[i];
+        if (item.cbSize != sizeof(OPTITEM)) return ERR_CPSUI_INVALID_OPTITEM_CBSIZE;
+        if (const LONG problem = IsHeader(item) ? 0 : CheckType(*item.pOptType)) return problem;
+    }
+    return 0;
+}
+
+OptionItemsPage::OptionItemsPage(const COMPROPSHEETUI& description, bool german, void (*applied)(void*),
+                                 void* context)
+    : description_(description), german_(german),
+      isDocumentPage_(description.pDlgPage == CPSUI_PDLGPAGE_DOCPROP), applied_(applied), context_(context)
+{
+    title_ = isDocumentPage_
+                 ? TEXT("Layout")
+                 : OptionText(reinterpret_cast<const WCHAR*>(ULONG_PTR{IDS_CPSUI_ADVANCED}), german);
+    BuildTemplate();
+    page_.dwSize = sizeof page_;
+    page_.dwFlags = PSP_DLGINDIRECT | PSP_USETITLE;
+    page_.hInstance = GetModuleHandleW(nullptr);
+    page_.pResource = reinterpret_cast<LPCDLGTEMPLATEW>(template_.data());
+    page_.pszTitle = title_.c_str();
+    page_.pfnDlgProc = Procedure;
+    page_.lParam = reinterpret_cast<LPARAM>(this);
+}
+
+WideString OptionItemsPage::ItemText(int item) const
+{
+    return OptionText(Item(item).pName, german_);
+}
+
+int OptionItemsPage::OptionCount(int item) const
+{
+    return IsHeader(Item(item)) ? 0 : Item(item).pOptType->Count;
+}
+
+WideString OptionItemsPage::OptionTextOf(int item, int option) const
+{
+    return OptionText(Item(item).pOptType->pOptParam[option].pData, german_);
+}
+
+bool OptionItemsPage::HasRadioButtons(int item) const
+{
+    return isDocumentPage_ && !IsHeader(Item(item)) && Item(item).pOptType->Type <= TVOT_3STATES &&
+           OptionCount(item) <= kMostRadios;
+}
+
+bool OptionItemsPage::HasPicture(int item) const
+{
+    const int count = OptionCount(item);
+    for (int option = 0; option < count; ++option) {
+        if (HasPictogram(Item(item).pOptType->pOptParam[option].IconID)) return true;
+    }
+    return false;
+}
+
+// --- The controls
+// ----------------------------------------------------------------------------------------------------
+
+void OptionItemsPage::AddControl(DWORD style, WORD windowClass, WORD id, const WCHAR* text)
+{
+    if (template_.size() % 2 != 0) template_.push_back(0); // items begin at multiples of four bytes
+    DLGITEMTEMPLATE item{};
+    item.style = style | WS_CHILD | WS_VISIBLE;
+    item.id = id;
+    const std::size_t at = template_.size();
+    template_.resize(at + sizeof item / sizeof(WORD));
+    std::memcpy(&template_[at], &item, sizeof item);
+    template_.insert(template_.end(), {0xFFFF, windowClass});
+    for (const WCHAR unit : WideView(text))
+        template_.push_back(static_cast<WORD>(unit));
+    template_.insert(template_.end(), {0, 0}); // the text's end, no creation data
+    ++controls_;
+}
+
+void OptionItemsPage::BuildTemplate()
+{
+    DLGTEMPLATE dialog{};
+    dialog.style = WS_CHILD | WS_VSCROLL | DS_SETFONT | DS_3DLOOK | DS_CONTROL;
+    dialog.cx = kPageWidth;
+    dialog.cy = kPageHeight;
+    template_.resize(sizeof dialog / sizeof(WORD));
+    template_.insert(template_.end(), {0, 0, 0, 8}); // no menu, the standard class, no caption, eight points
+    for (const WCHAR unit : WideView(TEXT("MS Shell Dlg")))
+        template_.push_back(static_cast<WORD>(unit));
+    template_.push_back(0);
+
+    if (!isDocumentPage_)
+        AddControl(SS_LEFT | SS_NOPREFIX, kStaticClass, kHeadingId,
+                   OptionText(description_.pOptItemName, german_));
+    for (int i = 0; i < ItemCount(); ++i) {
+        const bool framed = IsHeader(Item(i)) || isDocumentPage_;
+        const WORD label = static_cast<WORD>(kLabelId + i);
+        if (framed)
+            AddControl(BS_GROUPBOX | WS_GROUP, kButtonClass, label, ItemText(i).c_str());
+        else
+            AddControl(SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE, kStaticClass, label, ItemText(i).c_str());
+        if (IsHeader(Item(i))) continue;
+        if (!HasRadioButtons(i)) {
+            AddControl(CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP | WS_GROUP, kComboClass,
+                       static_cast<WORD>(kComboId + i), TEXT(""));
+            continue;
+        }
+        for (int option = 0; option < OptionCount(i); ++option) {
+            AddControl(BS_AUTORADIOBUTTON | (option == 0 ? WS_TABSTOP | WS_GROUP : 0), kButtonClass,
+                       static_cast<WORD>(kRadioId + kMostRadios * i + option),
+                       OptionTextOf(i, option).c_str());
+        }
+        if (HasPicture(i))
+            AddControl(SS_OWNERDRAW, kStaticClass, static_cast<WORD>(kPictureId + i), TEXT(""));
+    }
+    dialog.cdit = controls_;
+    std::memcpy(template_.data(), &dialog, sizeof dialog);
+}
+
+void OptionItemsPage::Fill()
+{
+    for (int i = 0; i < ItemCount(); ++i) {
+        const HWND combo = GetDlgItem(window_, kComboId + i);
+        for (int option = 0; combo && option < OptionCount(i); ++option)
+            SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(OptionTextOf(i, option).c_str()));
+        if (combo) SendMessageW(combo, CB_SETCURSEL, Item(i).Sel, 0);
+        for (int option = 0; HasRadioButtons(i) && option < OptionCount(i); ++option)
+            CheckDlgButton(window_, kRadioId + kMostRadios * i + option,
+                           option == Item(i).Sel ? BST_CHECKED : BST_UNCHECKED);
+    }
+}
+
+// --- Where they stand
+// --------------------------------------------------------------------------------------------------
+
+void OptionItemsPage::Place(int id, int x, int y, int width, int height)
+{
+    const HWND control = GetDlgItem(window_, id);
+    if (!control) return;
+    SetWindowPos(control, nullptr, Pixels(window_, x, false), Pixels(window_, y, true) - scrolled_,
+                 Pixels(window_, width, false), Pixels(window_, height, true), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+int OptionItemsPage::GroupHeight(int item) const
+{
+    if (!HasRadioButtons(item)) return kCaption + kRow;
+    return kCaption + std::max(OptionCount(item) * kLine, HasPicture(item) ? kPicture : 0) + 4;
+}
+
+void OptionItemsPage::PlaceCombo(int item, int x, int y, int width)
+{
+    // The height of a combo box is that of its open list.
+    Place(kComboId + item, x, y, width, kCombo + 9 * std::clamp(OptionCount(item), 2, 12));
+}
+
+void OptionItemsPage::PlaceRadioGroup(int item, int x, int y, int width)
+{
+    const int height = GroupHeight(item);
+    Place(kLabelId + item, x, y, width, height);
+    if (!HasRadioButtons(item)) {
+        PlaceCombo(item, x + kGap, y + kCaption, width - 2 * kGap);
+        return;
+    }
+    const int pictureRoom = HasPicture(item) ? kPicture + kGap : 0;
+    for (int option = 0; option < OptionCount(item); ++option)
+        Place(kRadioId + kMostRadios * item + option, x + kGap, y + kCaption + option * kLine,
+              width - 2 * kGap - pictureRoom, 10);
+    Place(kPictureId + item, x + width - kGap - kPicture, y + kCaption, kPicture, kPicture);
+}
+
+// Two columns; the next item goes where there is more room.
+void OptionItemsPage::ArrangeDocument(int width)
+{
+    const int column = (width - 2 * kMargin - kGap) / 2;
+    int left = kMargin, right = kMargin;
+    for (int i = 0; i < ItemCount(); ++i) {
+        int& y = left <= right ? left : right;
+        PlaceRadioGroup(i, &y == &left ? kMargin : kMargin + column + kGap, y, column);
+        y += GroupHeight(i) + kGap;
+    }
+    SetScrollRange(std::max(left, right));
+}
+
+// A frame around the items of each header, each item with its label on the left.
+void OptionItemsPage::ArrangeList(int width)
+{
+    const int inner = width - 2 * kMargin - 2 * kGap;
+    const int labelWidth = inner * 9 / 20;
+    Place(kHeadingId, kMargin, kMargin, width - 2 * kMargin, 10);
+    int y = kMargin + kCaption;
+    int frame = -1, frameTop = y;
+    const auto closeFrame = [&] {
+        if (frame >= 0) Place(kLabelId + frame, kMargin, frameTop, width - 2 * kMargin, y - frameTop);
+        if (frame >= 0) y += kGap;
+    };
+    for (int i = 0; i < ItemCount(); ++i) {
+        if (IsHeader(Item(i))) {
+            closeFrame();
+            frame = i;
+            frameTop = y;
+            y += kCaption;
+            continue;
+        }
+        Place(kLabelId + i, kMargin + kGap, y, labelWidth - kGap, kCombo);
+        PlaceCombo(i, kMargin + kGap + labelWidth, y, inner - labelWidth);
+        y += kRow;
+    }
+    closeFrame();
+    SetScrollRange(y);
+}
+
+void OptionItemsPage::Arrange()
+{
+    if (arranging_) return; // the scroll bar's coming changes the page's size
+    arranging_ = true;
+    for (int pass = 0; pass < 2; ++pass) {
+        RECT client{};
+        GetClientRect(window_, &client);
+        const int units = Pixels(window_, 1000, false);
+        const int width = units > 0 ? static_cast<int>(client.right) * 1000 / units : 0;
+        if (isDocumentPage_)
+            ArrangeDocument(std::max(width, 120));
+        else
+            ArrangeList(std::max(width, 120));
+        RECT after{};
+        GetClientRect(window_, &after);
+        if (after.right == client.right) break;
+    }
+    arranging_ = false;
+}
+
+// --- Scrolling
+// -----------------------------------------------------------------------------------------------------------
+
+void OptionItemsPage::SetScrollRange(int height)
+{
+    RECT client{};
+    GetClientRect(window_, &client);
+    height_ = Pixels(window_, height, true);
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
+    info.nMax = height_ - 1;
+    info.nPage = static_cast<UINT>(client.bottom);
+    info.nPos = scrolled_;
+    SetScrollInfo(window_, SB_VERT, &info, TRUE);
+}
+
+void OptionItemsPage::ScrollTo(int position)
+{
+    RECT client{};
+    GetClientRect(window_, &client);
+    position = std::clamp(position, 0, std::max(0, height_ - static_cast<int>(client.bottom)));
+    if (position == scrolled_) return;
+    scrolled_ = position;
+    Arrange();
+    InvalidateRect(window_, nullptr, TRUE);
+}
+
+void OptionItemsPage::Scroll(int code)
+{
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_ALL;
+    GetScrollInfo(window_, SB_VERT, &info);
+    const int line = Pixels(window_, kRow, true);
+    switch (code) {
+    case SB_LINEUP:
+        return ScrollTo(scrolled_ - line);
+    case SB_LINEDOWN:
+        return ScrollTo(scrolled_ + line);
+    case SB_PAGEUP:
+        return ScrollTo(scrolled_ - static_cast<int>(info.nPage));
+    case SB_PAGEDOWN:
+        return ScrollTo(scrolled_ + static_cast<int>(info.nPage));
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION:
+        return ScrollTo(info.nTrackPos);
+    case SB_TOP:
+        return ScrollTo(0);
+    case SB_BOTTOM:
+        return ScrollTo(height_);
+    default:
+        return;
+    }
+}
+
+// A control that gets the keyboard's attention comes into view.
+void OptionItemsPage::Reveal(HWND control)
+{
+    RECT place{}, client{};
+    GetWindowRect(control, &place);
+    MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&place), 2);
+    GetClientRect(window_, &client);
+    const int margin = Pixels(window_, kGap, true);
+    if (place.top < margin)
+        ScrollTo(scrolled_ + static_cast<int>(place.top) - margin);
+    else if (place.bottom > client.bottom - margin)
+        ScrollTo(scrolled_ + static_cast<int>(place.bottom - client.bottom) + margin);
+}
+
+// --- What the user does
+// ------------------------------------------------------------------------------------------------
+
+void OptionItemsPage::Select(int item, int option)
+{
+    OPTITEM& target = description_.pOptItem[item];
+    if (option < 0 || option >= OptionCount(item) || target.Sel == option) return;
+    const LONG previous = target.Sel;
+    target.Sel = option;
+    target.Flags |= OPTIF_CHANGED;
+    if (const HWND picture = GetDlgItem(window_, kPictureId + item)) InvalidateRect(picture, nullptr, TRUE);
+    if ((target.Flags & OPTIF_CALLBACK) && description_.pfnCallBack) {
+        CPSUICBPARAM parameters{};
+        parameters.cbSize = sizeof parameters;
+        parameters.Reason = CPSUICB_REASON_SEL_CHANGED;
+        parameters.hDlg = window_;
+        parameters.pOptItem = description_.pOptItem;
+        parameters.cOptItem = description_.cOptItem;
+        parameters.pCurItem = &target;
+        parameters.OldSel = previous;
+        parameters.UserData = description_.UserData;
+        description_.pfnCallBack(&parameters);
+    }
+    SendMessageW(GetParent(window_), PSM_CHANGED, reinterpret_cast<WPARAM>(window_), 0);
+}
+
+void OptionItemsPage::OnCommand(int id, int code)
+{
+    const int lastRadio = kRadioId + kMostRadios * ItemCount();
+    if (id >= kRadioId && id < lastRadio && code == BN_CLICKED)
+        return Select((id - kRadioId) / kMostRadios, (id - kRadioId) % kMostRadios);
+    if (id < kComboId || id >= kComboId + ItemCount()) return;
+    const HWND combo = GetDlgItem(window_, id);
+    if (code == CBN_SETFOCUS) Reveal(combo);
+    if (code == CBN_SELCHANGE)
+        Select(id - kComboId, static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)));
+}
+
+bool OptionItemsPage::Choose(int item, int option)
+{
+    if (option < 0 || option >= OptionCount(item)) return false;
+    if (HasRadioButtons(item)) {
+        SendMessageW(GetDlgItem(window_, kRadioId + kMostRadios * item + option), BM_CLICK, 0, 0);
+        return true;
+    }
+    const HWND combo = GetDlgItem(window_, kComboId + item);
+    SendMessageW(combo, CB_SETCURSEL, option, 0);
+    SendMessageW(window_, WM_COMMAND, MAKEWPARAM(kComboId + item, CBN_SELCHANGE),
+                 reinterpret_cast<LPARAM>(combo));
+    return true;
+}
+
+// False when the owner of the items wants the sheet to stay.
+bool OptionItemsPage::Apply()
+{
+    LONG action = CPSUICB_ACTION_NONE;
+    if (description_.pfnCallBack) {
+        CPSUICBPARAM parameters{};
+        parameters.cbSize = sizeof parameters;
+        parameters.Reason = CPSUICB_REASON_APPLYNOW;
+        parameters.hDlg = window_;
+        parameters.pOptItem = description_.pOptItem;
+        parameters.cOptItem = description_.cOptItem;
+        parameters.pCurItem = description_.pOptItem;
+        parameters.UserData = description_.UserData;
+        parameters.Result = CPSUI_OK;
+        action = description_.pfnCallBack(&parameters);
+    }
+    if (action == CPSUICB_ACTION_NO_APPLY_EXIT) return false;
+    for (int i = 0; i < ItemCount(); ++i)
+        description_.pOptItem[i].Flags &= ~static_cast<DWORD>(OPTIF_CHANGED);
+    applied_(context_);
+    return true;
+}
+
+void OptionItemsPage::DrawPicture(const DRAWITEMSTRUCT& draw) const
+{
+    const int item = static_cast<int>(draw.CtlID) - kPictureId;
+    // The page's own background, whatever the theme makes of it.
+    auto* background =
+        reinterpret_cast<HBRUSH>(SendMessageW(window_, WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(draw.hDC),
+                                              reinterpret_cast<LPARAM>(draw.hwndItem)));
+    FillRect(draw.hDC, &draw.rcItem, background ? background : GetSysColorBrush(COLOR_BTNFACE));
+    if (item < 0 || item >= ItemCount() || Item(item).Sel < 0 || Item(item).Sel >= OptionCount(item)) return;
+    DrawPictogram(draw.hDC, draw.rcItem, Item(item).pOptType->pOptParam[Item(item).Sel].IconID);
+}
+
+INT_PTR CALLBACK OptionItemsPage::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_INITDIALOG) {
+        auto* const self =
+            reinterpret_cast<OptionItemsPage*>(reinterpret_cast<const PROPSHEETPAGEW*>(lParam)->lParam);
+        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(self));
+        self->window_ = window;
+        self->Fill();
+        self->Arrange();
+        return TRUE;
+    }
+    auto* const self = reinterpret_cast<OptionItemsPage*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (!self) return FALSE;
+    switch (message) {
+    case WM_SIZE:
+        self->Arrange();
+        return FALSE;
+    case WM_VSCROLL:
+        if (lParam == 0) self->Scroll(LOWORD(wParam));
+        return FALSE;
+    case WM_MOUSEWHEEL:
+        self->ScrollTo(self->scrolled_ -
+                       static_cast<short>(HIWORD(wParam)) * Pixels(window, kRow, true) * 3 / 120);
+        return TRUE;
+    case WM_COMMAND:
+        self->OnCommand(LOWORD(wParam), HIWORD(wParam));
+        return FALSE;
+    case WM_DRAWITEM:
+        self->DrawPicture(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+        return TRUE;
+    case WM_NOTIFY:
+        if (reinterpret_cast<const NMHDR*>(lParam)->code == PSN_APPLY) {
+            SetWindowLongPtrW(window, DWLP_MSGRESULT,
+                              self->Apply() ? PSNRET_NOERROR : PSNRET_INVALID_NOCHANGEPAGE);
+            return TRUE;
+        }
+        return FALSE;
+    case WM_DESTROY:
+        self->window_ = nullptr;
+        return FALSE;
+    default:
+        return FALSE;
+    }
+}
+
+} // namespace tintwerk

@@ -1,0 +1,81 @@
+// A page of option items, drawn by the host where the system's common property sheet UI leaves them to its
+// caller: the standard document items as boxes with radio buttons, a list of items as groups of labelled
+// combo boxes. Choices go into the items; PSN_APPLY tells the owner of the items as the system does.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/core/wide_text.h"
+#include "platform/win32.h"
+
+namespace tintwerk {
+
+class OptionItemsPage
+{
+public:
+    // 0 when the description can be shown, otherwise the system's own error number (ERR_CPSUI_...).
+    static LONG Check(const COMPROPSHEETUI* description);
+
+    // The description must have passed Check; its items must outlive the page. Applied is called after each
+    // apply.
+    OptionItemsPage(const COMPROPSHEETUI& description, bool german, void (*applied)(void*), void* context);
+    OptionItemsPage(const OptionItemsPage&) = delete;
+    OptionItemsPage& operator=(const OptionItemsPage&) = delete;
+
+    // The page for the property sheet; valid as long as this object.
+    const PROPSHEETPAGEW* Page() const { return &page_; }
+    bool IsDocumentPage() const { return isDocumentPage_; }
+    HWND Window() const { return window_; }
+
+    // How scripts work the page: an item by its number, its options by theirs.
+    int ItemCount() const { return description_.cOptItem; }
+    const OPTITEM& Item(int item) const { return description_.pOptItem[item]; }
+    WideString ItemText(int item) const;
+    int OptionCount(int item) const;
+    WideString OptionTextOf(int item, int option) const;
+    // As the keyboard does: sets the control and tells the page. False when there is no such option.
+    bool Choose(int item, int option);
+
+private:
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    bool HasRadioButtons(int item) const;
+    bool HasPicture(int item) const;
+    void BuildTemplate();
+    void AddControl(DWORD style, WORD windowClass, WORD id, const WCHAR* text);
+    void Fill();
+    void Arrange();
+    void ArrangeDocument(int width);
+    void ArrangeList(int width);
+    void PlaceRadioGroup(int item, int x, int y, int width);
+    void PlaceCombo(int item, int x, int y, int width);
+    void Place(int id, int x, int y, int width, int height);
+    int GroupHeight(int item) const;
+    void SetScrollRange(int height);
+    void ScrollTo(int position);
+    void Scroll(int code);
+    void Reveal(HWND control);
+    void OnCommand(int id, int code);
+    void Select(int item, int option);
+    bool Apply();
+    void DrawPicture(const DRAWITEMSTRUCT& draw) const;
+
+    COMPROPSHEETUI description_;
+    bool german_;
+    bool isDocumentPage_;
+    void (*applied_)(void*);
+    void* context_;
+    WideString title_;
+    std::vector<WORD> template_;
+    WORD controls_ = 0;
+    PROPSHEETPAGEW page_{};
+    HWND window_ = nullptr;
+    int scrolled_ = 0; // pixels
+    int height_ = 0;   // of the whole content, in pixels
+    bool arranging_ = false;
+};
+
+} // namespace tintwerk

@@ -1,0 +1,190 @@
+#include "host/sheet/property_sheet.h"
+
+#include <array>
+
+namespace tintwerk {
+
+namespace {
+
+struct DialogName
+{
+    WORD dialog;
+    PageName name;
+};
+
+// Each page kind has one or more dialogs: the legacy one first.
+constexpr std::array<DialogName, 13> kDialogNames{{
+    {149, PageName::Main},
+    {193, PageName::Main},
+    {194, PageName::Main},
+    {162, PageName::Colors},
+    {189, PageName::Colors},
+    {163, PageName::Correction},
+    {192, PageName::Correction},
+    {107, PageName::Consumption},
+    {191, PageName::Consumption},
+    {164, PageName::Ink},
+    {190, PageName::Ink},
+    {229, PageName::Screen},
+    {106, PageName::Information},
+}};
+
+// The sheet function carries no data of its caller; a thread runs one sheet at a time.
+thread_local PropertySheet* running = nullptr;
+
+SheetPage DialogPage(const PROPSHEETPAGEW& page)
+{
+    SheetPage known;
+    if ((page.dwFlags & PSP_DLGINDIRECT) || !IS_INTRESOURCE(page.pszTemplate)) return known;
+    known.dialog = LOWORD(reinterpret_cast<ULONG_PTR>(page.pszTemplate));
+    for (const DialogName& row : kDialogNames) {
+        if (row.dialog == known.dialog) known.name = row.name;
+    }
+    return known;
+}
+
+BOOL CALLBACK FindSheet(HWND window, LPARAM found)
+{
+    if (!FindWindowExW(window, nullptr, WC_TABCONTROLW, nullptr)) return TRUE;
+    if (!SendMessageW(window, PSM_GETTABCONTROL, 0, 0)) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+} // namespace
+
+PropertySheet::PropertySheet(PluginSession& session, SheetKind kind, const WideString& printer,
+                             HANDLE printerHandle, bool german, std::function<void()> applied)
+    : session_(session), kind_(kind), printer_(printer), german_(german), applied_(std::move(applied))
+{
+    devmode_ = session.WholeDevmode(printer_.c_str());
+    parameters_.cbSize = sizeof(OEMUIPSPARAM);
+    parameters_.poemuiobj = session.Core().CoreObject();
+    parameters_.hPrinter = printerHandle;
+    parameters_.pPrinterName = printer_.data();
+    parameters_.hModule = session.Module();
+    parameters_.hOEMHeap = session.Heap();
+    parameters_.pPublicDM = reinterpret_cast<PDEVMODEW>(devmode_.data());
+    parameters_.pOEMDM = session.PrivateDevmode().data();
+    parameters_.sheet = this;
+}
+
+PropertySheet::~PropertySheet() = default;
+
+SheetOutcome PropertySheet::Run()
+{
+    PropertySheet* const outer = running;
+    running = this;
+    DWORD result = CPSUI_CANCEL;
+    const LONG shown =
+        CommonPropertySheetUIW(nullptr, Callback, reinterpret_cast<LPARAM>(&parameters_), &result);
+    running = outer;
+    SheetOutcome outcome{result == CPSUI_OK, problem_};
+    if (shown < 0 && outcome.problem.empty())
+        outcome.problem =
+            "the property sheet could not be shown (system answer " + std::to_string(shown) + ")";
+    return outcome;
+}
+
+HWND PropertySheet::Window() const
+{
+    HWND found = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), FindSheet, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
+LONG CALLBACK PropertySheet::Callback(PPROPSHEETUI_INFO info, LPARAM lParam)
+{
+    auto* const parameters = reinterpret_cast<Parameters*>(info->lParamInit);
+    return parameters->sheet->Call(*info, lParam);
+}
+
+// The plug-in gets the sheet's information with a sheet function and user data of its own.
+LONG PropertySheet::Call(PROPSHEETUI_INFO& info, LPARAM lParam)
+{
+    // Newer systems ask something before the sheet begins; the core driver's plug-ins know the classic
+    // reasons only.
+    if (info.Reason > PROPSHEETUI_REASON_GET_ICON) return 1;
+    systemFunction_ = info.pfnComPropSheet;
+    PROPSHEETUI_INFO forPlugin = info;
+    forPlugin.pfnComPropSheet = SheetFunction;
+    forPlugin.UserData = pluginData_;
+    const HRESULT answer = kind_ == SheetKind::Preferences
+                               ? session_.Plugin().DocumentPropertySheets(&forPlugin, lParam)
+                               : session_.Plugin().DevicePropertySheets(&forPlugin, lParam);
+    pluginData_ = forPlugin.UserData;
+    info.Result = forPlugin.Result;
+    if (FAILED(answer)) {
+        problem_ = "the plug-in refused to open its pages";
+        return -1;
+    }
+    if (info.Reason == PROPSHEETUI_REASON_GET_INFO_HEADER && lParam)
+        SetTitle(*reinterpret_cast<PROPSHEETUI_INFO_HEADER*>(lParam));
+    return 1;
+}
+
+// The print folder, not the driver, names the sheet after the printer.
+void PropertySheet::SetTitle(PROPSHEETUI_INFO_HEADER& header)
+{
+    if (kind_ == SheetKind::Preferences)
+        title_ = german_ ? TEXT("Druckeinstellungen f\u00fcr ") + printer_
+                         : printer_ + TEXT(" Printing Preferences");
+    else
+        title_ = german_ ? TEXT("Eigenschaften von ") + printer_ : printer_ + TEXT(" Properties");
+    header.pTitle = title_.data();
+    header.Flags = static_cast<WORD>((header.Flags & ~PSUIHDRF_PROPTITLE) | PSUIHDRF_EXACT_PTITLE);
+}
+
+LONG_PTR CALLBACK PropertySheet::SheetFunction(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2)
+{
+    PropertySheet* const self = running;
+    if (!self || !self->systemFunction_) return 0;
+    switch (function) {
+    case CPSFUNC_ADD_PROPSHEETPAGEW:
+        return self->AddPage(sheet, lParam1, lParam2);
+    case CPSFUNC_ADD_PCOMPROPSHEETUIW:
+        return self->AddOptionItems(sheet, lParam1, lParam2);
+    case CPSFUNC_SET_RESULT:
+        self->reportedResult_ = lParam2;
+        self->applied_();
+        break;
+    default:
+        break;
+    }
+    return self->systemFunction_(sheet, function, lParam1, lParam2);
+}
+
+LONG_PTR PropertySheet::AddPage(HANDLE sheet, LPARAM page, LPARAM unused)
+{
+    const LONG_PTR handle = systemFunction_(sheet, CPSFUNC_ADD_PROPSHEETPAGEW, page, unused);
+    if (handle > 0) pages_.push_back(DialogPage(*reinterpret_cast<const PROPSHEETPAGEW*>(page)));
+    return handle;
+}
+
+LONG_PTR PropertySheet::AddOptionItems(HANDLE sheet, LPARAM description, LPARAM pageCount)
+{
+    auto* const count = reinterpret_cast<DWORD*>(pageCount);
+    const LONG_PTR drawnBySystem =
+        systemFunction_(sheet, CPSFUNC_ADD_PCOMPROPSHEETUIW, description, pageCount);
+    const auto* const wanted = reinterpret_cast<const COMPROPSHEETUI*>(description);
+    if (drawnBySystem > 0) {
+        const bool document = wanted->pDlgPage == CPSUI_PDLGPAGE_DOCPROP;
+        pages_.push_back({document ? PageName::Layout : PageName::Advanced, 0, nullptr});
+        return drawnBySystem;
+    }
+    if (const LONG problem = OptionItemsPage::Check(wanted)) {
+        if (count) *count = 0;
+        return problem;
+    }
+    auto page = std::make_unique<OptionItemsPage>(
+        *wanted, german_, [](void* context) { static_cast<PropertySheet*>(context)->applied_(); }, this);
+    const LONG_PTR handle =
+        systemFunction_(sheet, CPSFUNC_ADD_PROPSHEETPAGEW, reinterpret_cast<LPARAM>(page->Page()), 0);
+    if (count) *count = handle > 0 ? 1 : 0;
+    if (handle <= 0) return handle;
+    pages_.push_back({page->IsDocumentPage() ? PageName::Layout : PageName::Advanced, 0, page.get()});
+    itemPages_.push_back(std::move(page));
+    return handle;
+}
+
+} // namespace tintwerk

@@ -1,0 +1,202 @@
+#include "host/sheet/script.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+
+#include "src/bindings/check_boxes.h"
+#include "src/bindings/number_fields.h"
+#include "src/bindings/sliders.h"
+#include "src/records/page_kinds.h"
+
+namespace tintwerk {
+
+namespace {
+
+struct PageText
+{
+    PageName page;
+    std::string_view text;
+};
+
+constexpr std::array<PageText, 9> kPageTexts{{
+    {PageName::Main, "main"},
+    {PageName::Layout, "layout"},
+    {PageName::Colors, "colors"},
+    {PageName::Correction, "correction"},
+    {PageName::Consumption, "consumption"},
+    {PageName::Ink, "ink"},
+    {PageName::Screen, "screen"},
+    {PageName::Advanced, "advanced"},
+    {PageName::Information, "information"},
+}};
+
+struct StepOption
+{
+    std::string_view option;
+    StepKind kind;
+    bool needsEquals; // "Feature=Value"
+};
+
+constexpr std::array<StepOption, 11> kStepOptions{{
+    {"page", StepKind::Page, false},
+    {"set", StepKind::Set, true},
+    {"choose", StepKind::Choose, true},
+    {"check", StepKind::Check, false},
+    {"press", StepKind::Press, false},
+    {"show", StepKind::Show, false},
+    {"screenshot", StepKind::Screenshot, false},
+    {"tour", StepKind::Tour, false},
+    {"apply", StepKind::Apply, false},
+    {"ok", StepKind::Ok, false},
+    {"cancel", StepKind::Cancel, false},
+}};
+
+std::optional<int> WholeNumber(std::string_view text)
+{
+    if (text.starts_with('+')) text.remove_prefix(1);
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size() || text.empty()) return std::nullopt;
+    return number;
+}
+
+std::string Tenths(int value, int divisor)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f", static_cast<double>(value) / divisor);
+    return text;
+}
+
+// Empty when the slider can stand at the position.
+std::string SliderProblem(const ControlBinding& slider, std::string_view value)
+{
+    const std::optional<int> position = WholeNumber(value);
+    if (position && *position >= slider.minimum && *position <= slider.maximum) return {};
+    std::string text =
+        "the slider runs from " + std::to_string(slider.minimum) + " to " + std::to_string(slider.maximum) +
+        " (PPD values " + std::to_string(PpdValue(slider, slider.minimum)) + " to " +
+        std::to_string(PpdValue(slider, slider.maximum)) + " in steps of " + std::to_string(slider.step);
+    if (DoublesAboveMiddle(slider)) text += ", above the middle of " + std::to_string(2 * slider.step);
+    return text + ")";
+}
+
+std::string NumberProblem(const NumberFieldBinding& field, std::string_view value)
+{
+    const std::string text(value);
+    char* end = nullptr;
+    const double number = std::strtod(text.c_str(), &end);
+    const bool complete = !text.empty() && *end == '\0' && std::isfinite(number);
+    if (complete && number * field.divisor >= field.minimum && number * field.divisor <= field.maximum)
+        return {};
+    return "the number field takes " + Tenths(field.minimum, field.divisor) + " to " +
+           Tenths(field.maximum, field.divisor);
+}
+
+std::string SetProblem(std::string_view feature, std::string_view value)
+{
+    for (const ControlBinding& slider : kSliderTable) {
+        if (feature == slider.keyword) return SliderProblem(slider, value);
+    }
+    for (const NumberFieldBinding& field : kNumberFieldTable) {
+        if (feature == field.keyword) return NumberProblem(field, value);
+    }
+    return "no slider or number field stands for this feature (--choose selects options, --check works check "
+           "boxes)";
+}
+
+std::string CheckProblem(const Step& step)
+{
+    const bool known = std::ranges::any_of(
+        kCheckBoxTable, [&](const CheckBoxBinding& row) { return step.subject == row.keyword; });
+    if (!known) return "no check box stands for this feature";
+    if (step.value != "on" && step.value != "off") return "a check box is \"on\" or \"off\"";
+    return {};
+}
+
+std::string ProblemWith(const Step& step)
+{
+    switch (step.kind) {
+    case StepKind::Page:
+        return PageFromText(step.subject) ? "" : "the pages are " + PageNamesForPeople();
+    case StepKind::Set:
+        return SetProblem(step.subject, step.value);
+    case StepKind::Check:
+        return CheckProblem(step);
+    case StepKind::Choose:
+        return step.value.empty() ? "an option keyword is missing after \"=\"" : "";
+    case StepKind::Press:
+    case StepKind::Show:
+    case StepKind::Screenshot:
+    case StepKind::Tour:
+        return step.subject.empty() ? "its value is missing" : "";
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+std::string_view TextOf(PageName page)
+{
+    return std::ranges::find(kPageTexts, page, &PageText::page)->text;
+}
+
+std::optional<PageName> PageFromText(std::string_view text)
+{
+    const auto row = std::ranges::find(kPageTexts, text, &PageText::text);
+    return row == kPageTexts.end() ? std::nullopt : std::optional(row->page);
+}
+
+PageName PageOfTab(unsigned long tabBit)
+{
+    switch (tabBit) {
+    case kMainPage:
+        return PageName::Main;
+    case kColorPage:
+        return PageName::Colors;
+    case kCorrectionPage:
+        return PageName::Correction;
+    case kConsumptionPage:
+        return PageName::Consumption;
+    case kInkControlPage:
+        return PageName::Ink;
+    default:
+        return PageName::Screen;
+    }
+}
+
+std::string PageNamesForPeople()
+{
+    std::string text;
+    for (const PageText& row : kPageTexts)
+        text += (text.empty() ? "" : ", ") + std::string(row.text);
+    return text;
+}
+
+std::variant<Step, std::string> ParseStep(std::string_view option, std::string_view value)
+{
+    const auto row = std::ranges::find(kStepOptions, option, &StepOption::option);
+    if (row == kStepOptions.end()) return std::string();
+
+    Step step{row->kind, std::string(value), "", "--" + std::string(option)};
+    if (!value.empty()) step.source += " " + std::string(value);
+    const std::size_t equals = value.find('=');
+    if (row->needsEquals && (equals == std::string_view::npos || equals == 0))
+        return step.source + ": \"Feature=Value\" expected";
+    if (row->needsEquals || (row->kind == StepKind::Check && equals != std::string_view::npos)) {
+        step.subject = value.substr(0, equals);
+        step.value = value.substr(equals + 1);
+    } else if (row->kind == StepKind::Check) {
+        step.value = "on";
+    }
+    const bool asFeature = row->needsEquals || row->kind == StepKind::Check || row->kind == StepKind::Show;
+    if (asFeature && step.subject.starts_with('*')) step.subject.erase(0, 1);
+    if (const std::string problem = ProblemWith(step); !problem.empty()) return step.source + ": " + problem;
+    return step;
+}
+
+} // namespace tintwerk

@@ -1,0 +1,61 @@
+// What a script does with an open sheet: steps in the order in which they were given. Made from command
+// lines, played by ScriptPlayer.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace tintwerk {
+
+// Names under which scripts know the pages of the printing preferences, whatever the language of the tabs.
+enum class PageName
+{
+    Main,
+    Layout,
+    Colors,
+    Correction,
+    Consumption,
+    Ink,
+    Screen,
+    Advanced,
+    Information
+};
+
+std::string_view TextOf(PageName page);
+std::optional<PageName> PageFromText(std::string_view text);
+std::string PageNamesForPeople(); // "main, layout, ..."
+// The page of a tab bit of the binding tables.
+PageName PageOfTab(unsigned long tabBit);
+
+enum class StepKind
+{
+    Page,       // subject: page name
+    Set,        // slider to a position, number field to a number
+    Choose,     // option of a popup or of an option item
+    Check,      // check box on or off
+    Press,      // subject: text or number of a button
+    Show,       // reports a feature's control
+    Screenshot, // subject: folder
+    Tour,       // a picture of every page; subject: folder
+    Apply,
+    Ok,
+    Cancel,
+};
+
+struct Step
+{
+    StepKind kind;
+    std::string subject; // PPD feature, page, button or folder
+    std::string value;   // position, number, option keyword, "on" or "off"
+    std::string source;  // as it was typed: "--set halvBrightness=2"
+};
+
+// The step of a command line option such as ("set", "halvBrightness=2"), or in text what is wrong with it.
+// Options that are no steps give an empty text.
+std::variant<Step, std::string> ParseStep(std::string_view option, std::string_view value);
+
+} // namespace tintwerk

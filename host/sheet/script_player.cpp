@@ -1,0 +1,379 @@
+#include "host/sheet/script_player.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "host/sheet/sheet_controls.h"
+#include "host/sheet/standard_texts.h"
+#include "platform/snapshot.h"
+#include "src/bindings/check_boxes.h"
+#include "src/bindings/number_fields.h"
+#include "src/bindings/popups.h"
+#include "src/bindings/sliders.h"
+
+namespace tintwerk {
+
+namespace {
+
+constexpr std::string_view kFormTrayTable = "*UseFormTrayTable"; // an input slot that popups do not offer
+constexpr ULONGLONG kOpeningLimit = 30000;                       // milliseconds
+
+ScriptPlayer* player = nullptr;
+
+std::string Quoted(const std::string& text)
+{
+    return '"' + text + '"';
+}
+
+template <typename Table> const auto* FindRow(const Table& table, const std::string& feature)
+{
+    const auto row = std::ranges::find_if(table, [&](const auto& binding) {
+        return binding.keyword[0] && feature == WithoutAsterisk(binding.keyword);
+    });
+    return row == table.end() ? nullptr : &*row;
+}
+
+// The halftone popup stands for no feature of its own; scripts call it by its name.
+const PopupBinding* FindPopup(const std::string& feature)
+{
+    if (const PopupBinding* row = FindRow(kPopupTable, feature)) return row->controlId ? row : nullptr;
+    const auto byName =
+        std::ranges::find_if(kPopupTable, [&](const PopupBinding& row) { return feature == row.name; });
+    return byName == kPopupTable.end() || !byName->controlId ? nullptr : &*byName;
+}
+
+std::string ListOf(const std::vector<ComboItem>& items)
+{
+    std::string text;
+    for (const ComboItem& item : items)
+        text += (text.empty() ? "" : ", ") + Quoted(item.text);
+    return text.empty() ? "nothing" : text;
+}
+
+} // namespace
+
+ScriptPlayer::ScriptPlayer(PropertySheet& sheet, ScriptSettings settings)
+    : sheet_(sheet), settings_(std::move(settings)), boxes_(settings_.confirmsQuestions, settings_.tell),
+      started_(GetTickCount64())
+{
+    player = this;
+    timer_ = SetTimer(nullptr, 0, std::max(settings_.pace, UINT{1}), OnTimer);
+}
+
+ScriptPlayer::~ScriptPlayer()
+{
+    KillTimer(nullptr, timer_);
+    player = nullptr;
+}
+
+void CALLBACK ScriptPlayer::OnTimer(HWND, UINT, UINT_PTR, DWORD)
+{
+    if (player && !player->busy_) player->Tick();
+}
+
+// --- The run
+// -----------------------------------------------------------------------------------------------------------
+
+void ScriptPlayer::Tick()
+{
+    const HWND window = sheet_.Window();
+    if (!window || !IsWindowVisible(window)) {
+        if (!closing_ && GetTickCount64() - started_ > kOpeningLimit) problem_ = "the sheet did not open";
+        return;
+    }
+    if (closing_) return;
+    busy_ = true;
+    try {
+        if (next_ < settings_.steps.size()) {
+            Do(settings_.steps[next_++]);
+        } else {
+            if (settings_.beforeClosing) settings_.beforeClosing(*this);
+            Close(PSBTN_CANCEL);
+        }
+    } catch (const Failed& failed) {
+        problem_ = settings_.steps[next_ - 1].source + ": " + failed.reason;
+        Close(PSBTN_CANCEL);
+    } catch (const std::exception& error) {
+        problem_ = error.what();
+        Close(PSBTN_CANCEL);
+    }
+    busy_ = false;
+}
+
+void ScriptPlayer::Close(int button)
+{
+    closing_ = true;
+    PostMessageW(sheet_.Window(), PSM_PRESSBUTTON, button, 0);
+}
+
+void ScriptPlayer::Do(const Step& step)
+{
+    switch (step.kind) {
+    case StepKind::Page:
+        ShowNamedPage(*PageFromText(step.subject));
+        return;
+    case StepKind::Set:
+        return Set(step);
+    case StepKind::Choose:
+        return Choose(step);
+    case StepKind::Check:
+        return Check(step);
+    case StepKind::Press:
+        return Press(step);
+    case StepKind::Show:
+        return Show(step.subject);
+    case StepKind::Screenshot:
+        return TakePicture(step.subject);
+    case StepKind::Tour:
+        return Tour(step.subject);
+    case StepKind::Apply:
+        SendMessageW(sheet_.Window(), PSM_PRESSBUTTON, PSBTN_APPLYNOW, 0);
+        settings_.tell("Apply pressed");
+        return;
+    case StepKind::Ok:
+    case StepKind::Cancel:
+        if (settings_.beforeClosing) settings_.beforeClosing(*this);
+        settings_.tell(step.kind == StepKind::Ok ? "OK pressed" : "Cancel pressed");
+        return Close(step.kind == StepKind::Ok ? PSBTN_OK : PSBTN_CANCEL);
+    }
+}
+
+// --- Pages
+// ---------------------------------------------------------------------------------------------------------------
+
+HWND ScriptPlayer::ShowPage(int index)
+{
+    const HWND window = sheet_.Window();
+    if (CurrentPage() != index) SendMessageW(window, PSM_SETCURSEL, index, 0);
+    if (CurrentPage() != index) return nullptr;
+    return reinterpret_cast<HWND>(SendMessageW(window, PSM_GETCURRENTPAGEHWND, 0, 0));
+}
+
+int ScriptPlayer::CurrentPage() const
+{
+    const HWND tabs = reinterpret_cast<HWND>(SendMessageW(sheet_.Window(), PSM_GETTABCONTROL, 0, 0));
+    return static_cast<int>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0));
+}
+
+std::string ScriptPlayer::TabText(int index) const
+{
+    const HWND tabs = reinterpret_cast<HWND>(SendMessageW(sheet_.Window(), PSM_GETTABCONTROL, 0, 0));
+    WCHAR text[128] = {};
+    TCITEMW item{};
+    item.mask = TCIF_TEXT;
+    item.pszText = text;
+    item.cchTextMax = 128;
+    SendMessageW(tabs, TCM_GETITEMW, index, reinterpret_cast<LPARAM>(&item));
+    return Utf8FromWide(item.pszText ? item.pszText : TEXT(""));
+}
+
+HWND ScriptPlayer::ShowNamedPage(PageName name)
+{
+    std::string there;
+    for (int i = 0; i < PageCount(); ++i) {
+        const SheetPage& page = sheet_.Pages()[i];
+        if (page.name == name) {
+            if (const HWND window = ShowPage(i)) return window;
+            throw Failed{"the page does not come to the front"};
+        }
+        if (page.name) there += (there.empty() ? "" : ", ") + std::string(TextOf(*page.name));
+    }
+    throw Failed{"this sheet has no page \"" + std::string(TextOf(name)) + "\" (it has " + there + ")"};
+}
+
+HWND ScriptPlayer::ShowPageOfTab(DWORD tabBit)
+{
+    return ShowNamedPage(PageOfTab(tabBit));
+}
+
+// What the user cannot reach, a script cannot either.
+HWND ScriptPlayer::UsableControl(DWORD tabBit, int id)
+{
+    const HWND page = ShowPageOfTab(tabBit);
+    const HWND control = GetDlgItem(page, id);
+    const std::string name = "on the page " + std::string(TextOf(PageOfTab(tabBit)));
+    if (!control) throw Failed{"there is no such control " + name};
+    if (!IsWindowVisible(control)) throw Failed{"the control is hidden " + name};
+    if (!IsWindowEnabled(control)) throw Failed{"the control is disabled " + name};
+    return control;
+}
+
+// --- Controls
+// ------------------------------------------------------------------------------------------------------------
+
+void ScriptPlayer::Set(const Step& step)
+{
+    if (const ControlBinding* slider = FindRow(kSliderTable, step.subject)) {
+        DragSlider(UsableControl(slider->tabBit, slider->sliderId), std::atoi(step.value.c_str()));
+    } else if (const NumberFieldBinding* field = FindRow(kNumberFieldTable, step.subject)) {
+        TypeInto(UsableControl(field->tabBit, field->editId), WideFromUtf8(step.value));
+    }
+    Show(step.subject);
+}
+
+void ScriptPlayer::Choose(const Step& step)
+{
+    if (!ChooseInPopup(step) && !ChooseOptionItem(step))
+        throw Failed{"no popup and no option item of this sheet stands for " + step.subject};
+    Show(step.subject);
+}
+
+// The items of a popup carry the number of their option, counted from 1.
+bool ScriptPlayer::ChooseInPopup(const Step& step)
+{
+    const PopupBinding* const row = FindPopup(step.subject);
+    if (!row) return false;
+    const HWND combo = UsableControl(row->tabBit, row->controlId);
+    const std::vector<ComboItem> items = ComboItems(combo);
+    std::vector<std::string_view> options = sheet_.Session().Core().Options(step.subject);
+    if (row->controlId == kPopupTable[kPopupInputSlot].controlId) std::erase(options, kFormTrayTable);
+    const auto option = std::ranges::find(options, step.value);
+    const LPARAM number = option == options.end() ? 0 : option - options.begin() + 1;
+    const auto item = std::ranges::find_if(
+        items, [&](const ComboItem& each) { return number ? each.data == number : each.text == step.value; });
+    if (item == items.end())
+        throw Failed{"the popup does not offer " + step.value + " now; it offers " + ListOf(items)};
+    const int index = static_cast<int>(item - items.begin());
+    PickComboItem(combo, index);
+    const int shown = ComboSelection(combo);
+    if (shown < 0 || ComboItems(combo)[shown].text != item->text)
+        settings_.tell(step.subject + ": the choice was not taken");
+    return true;
+}
+
+int ScriptPlayer::FindOptionItem(OptionItemsPage& page, const std::string& feature) const
+{
+    const PpdFeature* const known = sheet_.Session().Core().Description().Find(feature);
+    for (int i = 0; i < page.ItemCount(); ++i) {
+        const StandardText* const text = FindStandardText(reinterpret_cast<ULONG_PTR>(page.Item(i).pName));
+        if (text && (feature == text->keyword ||
+                     (text->keyword.starts_with('%') && feature == text->keyword.substr(1))))
+            return i;
+        if (known && page.OptionCount(i) > 0 && Utf8FromWide(page.ItemText(i)) == known->text) return i;
+    }
+    return -1;
+}
+
+int ScriptPlayer::FindOption(OptionItemsPage& page, int item, const std::string& feature,
+                             const std::string& option) const
+{
+    const PpdFeature* const known = sheet_.Session().Core().Description().Find(feature);
+    std::string text = option;
+    for (const PpdOption& each : known ? known->options : std::vector<PpdOption>()) {
+        if (each.keyword == option) text = each.text;
+    }
+    for (int i = 0; i < page.OptionCount(item); ++i) {
+        const StandardText* const standard =
+            FindStandardText(reinterpret_cast<ULONG_PTR>(page.Item(item).pOptType->pOptParam[i].pData));
+        if (standard ? standard->keyword == option : Utf8FromWide(page.OptionTextOf(item, i)) == text)
+            return i;
+    }
+    return -1;
+}
+
+bool ScriptPlayer::ChooseOptionItem(const Step& step)
+{
+    for (int i = 0; i < PageCount(); ++i) {
+        OptionItemsPage* const page = sheet_.Pages()[i].items;
+        const int item = page ? FindOptionItem(*page, step.subject) : -1;
+        if (item < 0) continue;
+        if (!ShowPage(i)) throw Failed{"the page does not come to the front"};
+        const int option = FindOption(*page, item, step.subject, step.value);
+        if (!page->Choose(item, option)) throw Failed{"the page does not offer " + step.value};
+        return true;
+    }
+    return false;
+}
+
+void ScriptPlayer::Check(const Step& step)
+{
+    const CheckBoxBinding* const row = FindRow(kCheckBoxTable, step.subject);
+    const HWND box = UsableControl(row->tabBit, row->controlId);
+    if (IsChecked(box) != (step.value == "on")) Click(box);
+    Show(step.subject);
+}
+
+void ScriptPlayer::Press(const Step& step)
+{
+    const HWND page = ShowPage(std::max(CurrentPage(), 0));
+    const HWND button = page ? FindButton(page, step.subject) : nullptr;
+    if (!button) throw Failed{"the page in front has no such button"};
+    if (!IsWindowEnabled(button)) throw Failed{"the button is disabled"};
+    const std::string text = TextOfWindow(button);
+    Click(button);
+    settings_.tell(Quoted(text) + " pressed");
+}
+
+// --- Telling
+// -------------------------------------------------------------------------------------------------------------
+
+void ScriptPlayer::Show(const std::string& feature)
+{
+    const std::string state = StateOf(feature);
+    if (state.empty()) throw Failed{"no control of this sheet stands for this feature"};
+    settings_.tell(feature + ": " + state);
+}
+
+std::string ScriptPlayer::StateOf(const std::string& feature)
+{
+    if (const ControlBinding* slider = FindRow(kSliderTable, feature)) {
+        const HWND page = ShowPageOfTab(slider->tabBit);
+        const HWND control = GetDlgItem(page, slider->sliderId);
+        if (!control) return "no slider on this page";
+        std::string text = "slider at " + std::to_string(SliderPosition(control));
+        if (const HWND label = GetDlgItem(page, slider->labelId))
+            text += ", label " + Quoted(TextOfWindow(label));
+        return text;
+    }
+    if (const NumberFieldBinding* field = FindRow(kNumberFieldTable, feature)) {
+        const HWND edit = GetDlgItem(ShowPageOfTab(field->tabBit), field->editId);
+        return edit ? "number " + TextOfWindow(edit) : "no number field on this page";
+    }
+    if (const CheckBoxBinding* row = FindRow(kCheckBoxTable, feature)) {
+        const HWND box = GetDlgItem(ShowPageOfTab(row->tabBit), row->controlId);
+        return !box || !IsWindowVisible(box) ? "no check box on this page" : IsChecked(box) ? "on" : "off";
+    }
+    if (const PopupBinding* row = FindPopup(feature)) {
+        const HWND combo = GetDlgItem(ShowPageOfTab(row->tabBit), row->controlId);
+        const int selection = combo ? ComboSelection(combo) : -1;
+        if (!combo) return "no popup on this page";
+        return selection < 0 ? "nothing selected" : "popup at " + Quoted(ComboItems(combo)[selection].text);
+    }
+    for (const SheetPage& each : sheet_.Pages()) {
+        const int item = each.items ? FindOptionItem(*each.items, feature) : -1;
+        if (item < 0) continue;
+        const LONG selected = each.items->Item(item).Sel;
+        if (selected < 0 || selected >= each.items->OptionCount(item)) return "nothing selected";
+        return "option item at " + Quoted(Utf8FromWide(each.items->OptionTextOf(item, selected)));
+    }
+    return {};
+}
+
+void ScriptPlayer::TakePicture(const std::filesystem::path& folder)
+{
+    const int current = CurrentPage();
+    if (current < 0 || current >= PageCount()) throw Failed{"no page is in front"};
+    const SheetPage& page = sheet_.Pages()[current];
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) throw Failed{"the folder cannot be made: " + error.message()};
+    const std::string name =
+        page.name ? std::string(TextOf(*page.name)) : "page-" + std::to_string(current + 1);
+    std::filesystem::path file = folder / (name + ".png");
+    for (int copy = 2; std::ranges::find(pictures_, file) != pictures_.end(); ++copy)
+        file = folder / (name + "-" + std::to_string(copy) + ".png");
+    if (const std::string problem = SaveWindowPicture(sheet_.Window(), file); !problem.empty())
+        throw Failed{problem};
+    pictures_.push_back(file);
+    settings_.tell("picture: " + file.generic_string());
+}
+
+void ScriptPlayer::Tour(const std::filesystem::path& folder)
+{
+    for (int i = 0; i < PageCount(); ++i) {
+        if (!ShowPage(i)) throw Failed{"page " + std::to_string(i + 1) + " does not come to the front"};
+        TakePicture(folder);
+    }
+}
+
+} // namespace tintwerk

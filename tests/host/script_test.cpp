@@ -1,0 +1,82 @@
+#include <gtest/gtest.h>
+
+#include "host/sheet/script.h"
+
+namespace tintwerk {
+
+TEST(ScriptSteps, TakeTheirFeatureAndValueApart)
+{
+    const struct
+    {
+        const char *option, *value;
+        StepKind kind;
+        const char *subject, *stepValue;
+    } cases[] = {
+        {"set", "halvBrightness=2", StepKind::Set, "halvBrightness", "2"},
+        {"set", "halvBrightness=-10", StepKind::Set, "halvBrightness", "-10"},
+        {"set", "halvScreenLPI=45.5", StepKind::Set, "halvScreenLPI", "45.5"},
+        {"choose", "*MediaType=Photo", StepKind::Choose, "MediaType", "Photo"},
+        {"choose", "PageSize=a=b", StepKind::Choose, "PageSize", "a=b"},
+        {"check", "halvPreview", StepKind::Check, "halvPreview", "on"},
+        {"check", "halvPreview=off", StepKind::Check, "halvPreview", "off"},
+        {"press", "Reset counters", StepKind::Press, "Reset counters", ""},
+        {"page", "colors", StepKind::Page, "colors", ""},
+        {"apply", "", StepKind::Apply, "", ""},
+    };
+    for (const auto& row : cases) {
+        SCOPED_TRACE(row.value);
+        const auto parsed = ParseStep(row.option, row.value);
+        const Step* const step = std::get_if<Step>(&parsed);
+        ASSERT_TRUE(step) << std::get<std::string>(parsed);
+        EXPECT_EQ(step->kind, row.kind);
+        EXPECT_EQ(step->subject, row.subject);
+        EXPECT_EQ(step->value, row.stepValue);
+    }
+}
+
+TEST(ScriptSteps, AreRefusedBeforeAnyWindowOpens)
+{
+    const struct
+    {
+        const char *option, *value, *reason;
+    } cases[] = {
+        {"set", "halvBrightness=40",
+         "--set halvBrightness=40: the slider runs from -10 to 10 (PPD values -50 to 50 in steps of 5)"},
+        {"set", "halvBrightness=-11",
+         "--set halvBrightness=-11: the slider runs from -10 to 10 (PPD values -50 to 50 in steps of 5)"},
+        {"set", "halvRefLight=",
+         "--set halvRefLight=: the slider runs from 0 to 6 (PPD values 50 to 80 in steps of 5)"},
+        {"set", "halvScreenInksaturation=1.5",
+         "--set halvScreenInksaturation=1.5: the slider runs from -10 to 10 (PPD values 100 to 400 in steps "
+         "of 10, above "
+         "the middle of 20)"},
+        {"set", "halvScreenAngle=180.1", "--set halvScreenAngle=180.1: the number field takes 0.0 to 180.0"},
+        {"set", "halvScreenLPI=nan", "--set halvScreenLPI=nan: the number field takes 10.0 to 150.0"},
+        {"set", "PageSize=1",
+         "--set PageSize=1: no slider or number field stands for this feature (--choose selects options, "
+         "--check works "
+         "check boxes)"},
+        {"set", "halvBrightness", "--set halvBrightness: \"Feature=Value\" expected"},
+        {"choose", "=A4", "--choose =A4: \"Feature=Value\" expected"},
+        {"check", "PageSize", "--check PageSize: no check box stands for this feature"},
+        {"check", "halvPreview=yes", "--check halvPreview=yes: a check box is \"on\" or \"off\""},
+        {"page", "colours",
+         "--page colours: the pages are main, layout, colors, correction, consumption, ink, screen, "
+         "advanced, information"},
+        {"tour", "", "--tour: its value is missing"},
+    };
+    for (const auto& row : cases) {
+        const auto parsed = ParseStep(row.option, row.value);
+        ASSERT_TRUE(std::holds_alternative<std::string>(parsed)) << row.value;
+        EXPECT_EQ(std::get<std::string>(parsed), row.reason);
+    }
+}
+
+TEST(ScriptSteps, LeaveOtherOptionsAlone)
+{
+    const auto parsed = ParseStep("ppd", "x.ppd");
+    ASSERT_TRUE(std::holds_alternative<std::string>(parsed));
+    EXPECT_TRUE(std::get<std::string>(parsed).empty());
+}
+
+} // namespace tintwerk

@@ -1,0 +1,79 @@
+#include "tests/host/program_fixture.h"
+
+#include <fstream>
+
+namespace tintwerk {
+
+using testing::HasSubstr;
+
+TEST(CommandLine, MistakesNameTheOptionAndWhatIsAccepted)
+{
+    const std::string ppd = Sample("tintwerk-x12.ppd");
+    const struct
+    {
+        std::vector<std::string> arguments;
+        int status;
+        const char* text;
+    } cases[] = {
+        {{"prefs"}, 2, "tintwerk: prefs: no such command"},
+        {{}, 2, "Usage: tintwerk COMMAND"},
+        {{"preferences"}, 2, "tintwerk: --ppd is missing"},
+        {{"preferences", "--ppd"}, 2, "tintwerk: --ppd: its value is missing (FILE)"},
+        {{"preferences", "--sett", "a=b"}, 2, "tintwerk: --sett: no such option"},
+        {{"preferences", "--apply=1"}, 2, "tintwerk: --apply: takes no value"},
+        {{"preferences", "-p"}, 2, "tintwerk: -p: options begin with two dashes"},
+        {{"preferences", ppd}, 2, "options begin with two dashes (the PPD goes to --ppd)"},
+        {{"preferences", "--ppd", ppd, "--set", "halvBrightness=40"}, 2, "the slider runs from -10 to 10"},
+        {{"preferences", "--ppd", ppd, "--ok", "--page", "main"}, 2, "--page main: stands behind --ok"},
+        {{"preferences", "--ppd", ppd, "--page", "main", "--language", "fr"}, 2, "accepted are en, de"},
+        {{"preferences", "--ppd", ppd, "--page", "main", "--gui-mode", "100"}, 2, "from 0 to 99 is accepted"},
+        {{"preferences", "--ppd", ppd, "--page", "main", "--pace", "5ms"},
+         2,
+         "a whole number from 1 to 60000"},
+        {{"preferences", "--ppd", ppd, "--page", "main", "--windows-version", "7"},
+         2,
+         "\"major.minor\" expected"},
+        {{"preferences", "--ppd", ppd, "--page", "main", "--answer", "maybe"}, 2, "accepted are ok, cancel"},
+        {{"preferences", "--ppd", "no-such.ppd", "--page", "main"}, 1, "no-such.ppd"},
+        {{"features"}, 2, "one PPD file is expected"},
+        {{"features", "no-such.ppd"}, 1, "no-such.ppd"},
+        {{"ink", "no-such.ink"}, 1, "no-such.ink: the file cannot be read"},
+        {{"devmode", ppd}, 1, "holds no private DEVMODE part"},
+        {{"print", "--ppd", ppd, "--job", "0"}, 2, "--job 0: a whole number from 1"},
+    };
+    for (const auto& row : cases) {
+        const ProgramResult result = RunTintwerk(row.arguments);
+        EXPECT_EQ(result.status, row.status) << row.text;
+        EXPECT_THAT(result.err, HasSubstr(row.text));
+        EXPECT_EQ(result.out, "");
+    }
+}
+
+TEST(CommandLine, EveryCommandExplainsItself)
+{
+    const ProgramResult overview = RunTintwerk({"--help"});
+    EXPECT_EQ(overview.status, 0);
+    for (const char* command :
+         {"preferences", "properties", "print", "features", "ink", "devmode", "check"}) {
+        EXPECT_THAT(overview.out, HasSubstr("\n  " + std::string(command) + " "));
+        const ProgramResult help = RunTintwerk({command, "--help"});
+        EXPECT_EQ(help.status, 0);
+        EXPECT_THAT(help.out, HasSubstr("Usage: tintwerk " + std::string(command)));
+    }
+    EXPECT_THAT(RunTintwerk({"--version"}).out, testing::MatchesRegex("tintwerk \\d.\\d.\\d\n"));
+}
+
+TEST(CommandLine, AMalformedPpdIsNamedWithItsLineAndOpensNothing)
+{
+    const TemporaryFolder folder;
+    const std::string ppd = folder.Text() + "/broken.ppd";
+    std::ofstream(ppd)
+        << "*PPD-Adobe: \"4.3\"\n*OpenUI *PageSize/Size: PickOne\n*PageSize A4/A4: \"\"\n*CloseUI: *Duplex\n";
+    const ProgramResult result =
+        RunTintwerk({"preferences", "--ppd", ppd, "--page", "main", "--store", folder.Text()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("broken.ppd:4: "));
+    EXPECT_EQ(result.out, "");
+}
+
+} // namespace tintwerk

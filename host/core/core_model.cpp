@@ -244,8 +244,9 @@ std::vector<CoreModel::Side> CoreModel::WhyConstrained(Selection selected, std::
     for (const std::size_t number : features[feature].constraints) {
         const auto [mine, other] = SidesOf(ppd_.Constraints()[number], feature);
         if (!Covers(mine, option) || !Covers(other, selected[other.feature])) continue;
-        const bool known = std::any_of(reasons.begin(), reasons.end(),
-                                       [&](const Side& reason) { return reason.feature == other.feature; });
+        const bool known =
+            std::any_of(reasons.begin(), reasons.end(),
+                        [theirs = other.feature](const Side& reason) { return reason.feature == theirs; });
         if (!known) reasons.push_back({other.feature, selected[other.feature]});
     }
     return reasons;

@@ -101,25 +101,6 @@ bool AppendHex(std::string& bytes, std::string_view digits)
     return true;
 }
 
-std::string ResolveHex(std::string_view raw)
-{
-    std::string bytes;
-    while (!raw.empty()) {
-        const std::size_t open = std::min(raw.find('<'), raw.size());
-        bytes += raw.substr(0, open);
-        raw.remove_prefix(open);
-        if (raw.empty()) break;
-        const std::size_t close = raw.find('>');
-        if (close != std::string_view::npos && AppendHex(bytes, raw.substr(1, close - 1))) {
-            raw.remove_prefix(close + 1);
-        } else {
-            bytes += '<';
-            raw.remove_prefix(1);
-        }
-    }
-    return bytes;
-}
-
 bool IsAscii(std::string_view bytes)
 {
     return std::all_of(bytes.begin(), bytes.end(),
@@ -182,9 +163,28 @@ bool IsPlainPpdText(std::string_view raw)
                        [](char c) { return static_cast<unsigned char>(c) < 0x80 && c != '<'; });
 }
 
+std::string ResolvePpdHex(std::string_view raw)
+{
+    std::string bytes;
+    while (!raw.empty()) {
+        const std::size_t open = std::min(raw.find('<'), raw.size());
+        bytes += raw.substr(0, open);
+        raw.remove_prefix(open);
+        if (raw.empty()) break;
+        const std::size_t close = raw.find('>');
+        if (close != std::string_view::npos && AppendHex(bytes, raw.substr(1, close - 1))) {
+            raw.remove_prefix(close + 1);
+        } else {
+            bytes += '<';
+            raw.remove_prefix(1);
+        }
+    }
+    return bytes;
+}
+
 std::optional<std::string> DecodePpdText(std::string_view raw, PpdEncoding encoding)
 {
-    std::string bytes = ResolveHex(Trim(raw));
+    std::string bytes = ResolvePpdHex(Trim(raw));
     if (IsAscii(bytes)) return bytes;
     const bool mayBeUtf8 = encoding == PpdEncoding::Utf8 || encoding == PpdEncoding::Unknown ||
                            encoding == PpdEncoding::MultiByte;

@@ -30,6 +30,10 @@ bool IsUtf8(std::string_view bytes);
 // itself.
 std::optional<std::string> DecodePpdText(std::string_view raw, PpdEncoding encoding);
 
+// The bytes with their hexadecimal parts resolved and nothing else changed: how job control codes are
+// written.
+std::string ResolvePpdHex(std::string_view raw);
+
 // True when DecodePpdText would change nothing.
 bool IsPlainPpdText(std::string_view raw);
 

@@ -489,6 +489,8 @@ private:
             for (PpdOption& option : feature.options) {
                 option.text = Decoded(option.text, option.keyword, encoding_);
                 ResolveSymbol(option);
+                if (feature.jcl && option.value.find('<') != std::string_view::npos)
+                    option.value = ppd_->texts_.emplace_back(ResolvePpdHex(option.value));
             }
         }
         Ppd::Header& header = ppd_->header_;

@@ -291,6 +291,10 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
                     LPPROCESS_INFORMATION information);
 BOOL CloseHandle(HANDLE handle);
 DWORD GetCurrentThreadId();
+inline HANDLE GetCurrentProcess()
+{
+    return reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-1));
+}
 DWORD GetCurrentProcessId();
 
 union LARGE_INTEGER {

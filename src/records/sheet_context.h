@@ -102,6 +102,8 @@ struct OptionItemsArea
     OPTITEM* layoutItems;
     OPTITEM* advancedItems;
     SourceRow* advancedRows;
+    int layoutItemCount;
+    int advancedItemCount;
 };
 
 // Copies of the sheet record's fields that the feature layer works with.

@@ -173,7 +173,7 @@ TEST_F(CoreDriverTest, GivesWholeListsAndRefusesOneByteLess)
         EXPECT_EQ(expected.size(), needed);
         EXPECT_EQ(std::string(small.size(), '?'), small);
         std::string exact(expected.size(), '?');
-        EXPECT_EQ(S_OK, row.query(exact.data(), needed, &needed));
+        EXPECT_EQ(S_OK, row.query(exact.data(), static_cast<DWORD>(exact.size()), &needed));
         EXPECT_EQ(expected, exact);
     }
 }

@@ -35,22 +35,13 @@ protected:
 
 TEST_F(ConstraintsTest, ForbiddenResolutionsDisappearAndTheSelectionMovesOn)
 {
-    const struct
-    {
-        int selected;
-        Strings forbidden;
-        std::vector<int> offered;
-        int selection;
-    } cases[] = {
-        {2, {}, {1, 2, 3, 4}, 2},
-        {2, {"b"}, {1, 3, 4}, 3},
-        {2, {"c", "b"}, {1, 4}, 4},
-        {3, {"c", "d"}, {1, 2}, 2},
-        {4, {"d"}, {1, 2, 3}, 3},
-        {1, {"a", "b", "c", "d"}, {}, 0},
-        {1, {"d", "B", "bb"}, {1, 2, 3}, 1},
-        {0, {"d"}, {1, 2, 3}, 0},
+    // clang-format off
+    const struct { int selected; Strings forbidden; std::vector<int> offered; int selection; } cases[] = {
+        {2, {}, {1, 2, 3, 4}, 2}, {2, {"b"}, {1, 3, 4}, 3}, {2, {"c", "b"}, {1, 4}, 4},
+        {3, {"c", "d"}, {1, 2}, 2}, {4, {"d"}, {1, 2, 3}, 3}, {1, {"a", "b", "c", "d"}, {}, 0},
+        {1, {"d", "B", "bb"}, {1, 2, 3}, 1}, {0, {"d"}, {1, 2, 3}, 0},
     };
+    // clang-format on
     for (const auto& row : cases) {
         const HWND combo = Popup(kPopupResolution, "a b c d", row.selected);
         if (row.selected == 0) SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
@@ -113,16 +104,9 @@ TEST_F(ConstraintsTest, IntentsAndColourModelsFollowTheMedia)
 {
     const std::string intents = "none_0 photo_1 art_3 proof_4 special";
     const std::string models = "RGB CMYKproof CMYK RGBphoto";
-    const struct
-    {
-        const char* what;
-        int row;
-        const char* media;
-        std::string intents, models;
-        int intent, model;
-        std::vector<int> offered;
-        int selection;
-    } cases[] = {
+    // clang-format off
+    const struct { const char* what; int row; const char* media; std::string intents, models; int intent, model;
+                   std::vector<int> offered; int selection; } cases[] = {
         {"all intents", kPopupIntent, "Photo_9", intents, models, 4, 1, {1, 2, 3, 4, 5}, 4},
         {"a higher mode than the media's", kPopupIntent, "Photo_3", intents, models, 4, 1, {1, 2, 3, 5}, 3},
         {"no mode", kPopupIntent, "Plain", intents, models, 3, 1, {1, 5}, 1},
@@ -133,17 +117,10 @@ TEST_F(ConstraintsTest, IntentsAndColourModelsFollowTheMedia)
         {"all models", kPopupColorModel, "Photo_3", intents, models, 2, 3, {1, 2, 3, 4}, 3},
         {"no colour data", kPopupColorModel, "Chart_2", intents, models, 2, 3, {1, 2}, 2},
         {"no colour management", kPopupColorModel, "Photo_3", intents, models, 1, 4, {1, 2}, 2},
-        {"models in another order",
-         kPopupColorModel,
-         "Chart_2",
-         intents,
-         "CMYK CMYKproofs RGB",
-         2,
-         1,
-         {3},
-         3},
+        {"models in another order", kPopupColorModel, "Chart_2", intents, "CMYK CMYKproofs RGB", 2, 1, {3}, 3},
         {"no model", kPopupColorModel, "Chart_2", intents, "CMYK Grey rgb", 2, 3, {}, 1},
     };
+    // clang-format on
     for (const auto& row : cases) {
         Fill(kPopupMediaType, row.media, 0);
         Popup(kPopupIntent, row.intents, row.intent);
@@ -271,13 +248,8 @@ TEST_F(ConstraintsTest, AnIncompleteProfileIsWarnedOfWhenItIsChosen)
 
 TEST_F(ConstraintsTest, TheColourSpacePopupFitsTheColourModel)
 {
-    const struct
-    {
-        const char* models;
-        int selection, stored;
-        bool cmyk;
-        Strings lines;
-    } cases[] = {
+    // clang-format off
+    const struct { const char* models; int selection, stored; bool cmyk; Strings lines; } cases[] = {
         {"RGB CMYKproof", 2, 2, true, {"colmode=2\n", "colmodename=CMYKproof\n", "CMYK-Mode - CMYKproof\n"}},
         {"RGB CMYKproof", 1, 1, false, {"colmode=1\n", "colmodename=RGB\n", "RGB-Mode - RGB\n"}},
         {"cmyk CMY", 9, 2, false, {"colmode=2\n", "colmodename=CMY\n", "RGB-Mode - CMY\n"}},
@@ -285,6 +257,7 @@ TEST_F(ConstraintsTest, TheColourSpacePopupFitsTheColourModel)
         {"", 3, 1, false, {"colmode=1\n", "colmodename=\n", "RGB-Mode - \n"}},
         {"CMYK%s%n", 1, 1, true, {"colmode=1\n", "colmodename=CMYK%s%n\n", "CMYK-Mode - CMYK%s%n\n"}},
     };
+    // clang-format on
     const HWND colorspace = Combo(kPopupColorspace);
     const HWND cmykSpace = Combo(kPopupCmykSpace);
     for (const auto& row : cases) {

@@ -10,20 +10,14 @@ namespace {
 
 TEST(KeywordLists, EndAtTheClosingZeroOrAtTheLastByteGiven)
 {
-    const struct
-    {
-        std::string bytes;
-        Strings keywords;
-        Strings pairs;
-    } cases[] = {
+    // clang-format off
+    const struct { std::string bytes; Strings keywords; Strings pairs; } cases[] = {
         {List({"A4", "Letter", "A3"}), {"A4", "Letter", "A3"}, {"A4=Letter"}},
         {List({"A", "B", "C", "D"}) + "beyond" + '\0', {"A", "B", "C", "D"}, {"A=B", "C=D"}},
-        {std::string("A\0B\0C", 5), {"A", "B"}, {"A=B"}},
-        {std::string("A\0B\0", 4), {"A", "B"}, {"A=B"}},
-        {"unterminated", {}, {}},
-        {std::string(1, '\0'), {}, {}},
-        {"", {}, {}},
+        {std::string("A\0B\0C", 5), {"A", "B"}, {"A=B"}}, {std::string("A\0B\0", 4), {"A", "B"}, {"A=B"}},
+        {"unterminated", {}, {}}, {std::string(1, '\0'), {}, {}}, {"", {}, {}},
     };
+    // clang-format on
     for (const auto& row : cases) {
         // Its own block, so that a sanitizer sees the first byte read beyond it.
         const std::vector<char> bytes(row.bytes.begin(), row.bytes.end());
@@ -88,33 +82,15 @@ TEST_F(FeatureTest, ReadingAFeatureAsksOnce)
 
 TEST_F(FeatureTest, OptionKeywordsStandForNumbers)
 {
-    const struct
-    {
-        const char* option;
-        HRESULT result;
-        int value;
-    } cases[] = {
-        {"preview-on", S_OK, 1},
-        {"preview-off", S_OK, 0},
-        {"-on-off", S_OK, 0},
-        {"a-only", S_OK, 1},
-        {"-15", S_OK, -15},
-        {"+7", S_OK, 7},
-        {" 12", S_OK, 12},
-        {"\t12", S_OK, 12},
-        {"12dpi", S_OK, 12},
-        {"007", S_OK, 7},
-        {"2147483647", S_OK, 2147483647},
-        {"2147483648", S_OK, 2147483647},
-        {"-2147483649", S_OK, INT_MIN},
-        {"99999999999999999999", S_OK, INT_MAX},
-        {"1e3", S_OK, 1},
-        {"None", E_FAIL, 0},
-        {"-", E_FAIL, 0},
-        {"+-5", E_FAIL, 0},
-        {"- 5", E_FAIL, 0},
-        {"on", E_FAIL, 0},
+    // clang-format off
+    const struct { const char* option; HRESULT result; int value; } cases[] = {
+        {"preview-on", S_OK, 1}, {"preview-off", S_OK, 0}, {"-on-off", S_OK, 0}, {"a-only", S_OK, 1},
+        {"-15", S_OK, -15}, {"+7", S_OK, 7}, {" 12", S_OK, 12}, {"\t12", S_OK, 12}, {"12dpi", S_OK, 12},
+        {"007", S_OK, 7}, {"2147483647", S_OK, 2147483647}, {"2147483648", S_OK, 2147483647},
+        {"-2147483649", S_OK, INT_MIN}, {"99999999999999999999", S_OK, INT_MAX}, {"1e3", S_OK, 1},
+        {"None", E_FAIL, 0}, {"-", E_FAIL, 0}, {"+-5", E_FAIL, 0}, {"- 5", E_FAIL, 0}, {"on", E_FAIL, 0},
     };
+    // clang-format on
     for (const auto& row : cases) {
         core.features["halvUCR"] = {{}, row.option};
         int value = 77;
@@ -125,13 +101,8 @@ TEST_F(FeatureTest, OptionKeywordsStandForNumbers)
 
 TEST_F(FeatureTest, AnAnswerIsReadWithinItsBytes)
 {
-    const struct
-    {
-        const char* what;
-        FakeCore::Answer answer;
-        HRESULT result;
-        const char* option;
-    } cases[] = {
+    // clang-format off
+    const struct { const char* what; FakeCore::Answer answer; HRESULT result; const char* option; } cases[] = {
         {"empty", {S_OK, std::string(1, '\0')}, E_FAIL, "before"},
         {"no byte at all", {S_OK, ""}, E_FAIL, "before"},
         {"too long", {E_OUTOFMEMORY, std::string(1024, 'x'), 2000}, E_FAIL, "before"},
@@ -141,6 +112,7 @@ TEST_F(FeatureTest, AnAnswerIsReadWithinItsBytes)
         {"size reported too large", {S_OK, List({"halvX", "5"}), 0xFFFFFFFF}, S_OK, "5"},
         {"size reported too small", {S_OK, List({"halvX", "5"}), 7}, S_OK, ""},
     };
+    // clang-format on
     for (const auto& row : cases) {
         core.answers["GetOptions halvX"] = row.answer;
         char option[64] = "before";

@@ -11,31 +11,24 @@ namespace {
 TEST_F(FeatureTest, NormalPageSizesArePairedWithTheirBorderlessTwins)
 {
     const std::string longest(117, 'L'), tooLong(118, 'L');
-    const struct
-    {
-        std::string sizes;
-        int selected;
-        std::vector<int> statuses;
-        int shown;
-        int borderless;
-    } cases[] = {
+    // clang-format off
+    const struct { std::string sizes; int selected; std::vector<int> statuses; int shown, borderless; } cases[] = {
         {"A4 A4Borderless Letter borderlessLetter Custom.1x2", 1, {2, 0, 4, 0, -3}, 1, 0},
         {"A4 A4Borderless Letter borderlessLetter Custom.1x2", 2, {2, 0, 4, 0, -3}, 1, 1},
         {"A4 A4Borderless Letter borderlessLetter Custom.1x2", 4, {2, 0, 4, 0, -3}, 3, 1},
         {"A4 A4Borderless Letter borderlessLetter Custom.1x2", 5, {2, 0, 4, 0, -3}, 5, 0},
-        {"PhotoBorderless A4", 1, {-2, -1}, 1, 1},
-        {"A4 a4BORDERLESS", 2, {2, 0}, 1, 1},
-        {"a4BORDERLESS", 1, {-1}, 1, 0},                       // not marked by its own name
+        {"PhotoBorderless A4", 1, {-2, -1}, 1, 1}, {"A4 a4BORDERLESS", 2, {2, 0}, 1, 1},
+        {"a4BORDERLESS", 1, {-1}, 1, 0}, // not marked by its own name
         {"BORDERLESSA4 A4 A4Borderless", 2, {0, 1, -2}, 2, 0}, // the first of two twins
         {"Customized Custom custom", 1, {-3, -3, -1}, 1, 0},
         {"A4Borderlesss xA4Borderless A4", 3, {-2, -2, -1}, 3, 0},
         {"a4BORDERLESSBorderless a4BORDERLESS A4", 1, {0, 0, 2}, 1, 1}, // a twin of a twin
         {"A4 a4BORDERLESS a4BORDERLESSBorderless", 3, {2, 0, -2}, 3, 1},
         {longest + " " + longest + "Borderless", 2, {2, 0}, 1, 1},
-        {tooLong + " " + tooLong + "Borderless", 1, {-1, -2}, 1, 0},
-        {"", 1, {0}, 1, 0},
+        {tooLong + " " + tooLong + "Borderless", 1, {-1, -2}, 1, 0}, {"", 1, {0}, 1, 0},
         {"A4 A4Borderless", 3, {2, 0}, 3, 0},
     };
+    // clang-format on
     for (const auto& row : cases) {
         context.pageSizes = {};
         context.checkStates.borderless = 7;

@@ -77,28 +77,21 @@ TEST_F(OptionListTest, HoldTheFirst80OptionsButNotTheFormTrayTable)
     std::string many;
     for (int i = 1; i <= 100; ++i)
         many += "o" + std::to_string(i) + " ";
-    const struct
-    {
-        const char* feature;
-        int row;
-        std::string options, selected;
-        size_t size;
-        int selection;
-    } cases[] = {
+    // clang-format off
+    const struct { std::string feature; int row; std::string options, selected; size_t size; int selection; } cases[] = {
         {"InputSlot", kPopupInputSlot, "A *UseFormTrayTable B", "B", 2, 2},
         {"InputSlot", kPopupInputSlot, "*UseFormTrayTable A B", "A", 2, 1},
         {"InputSlot", kPopupInputSlot, "A B *UseFormTrayTable", "*UseFormTrayTable", 2, 1},
         {"InputSlot", kPopupInputSlot, "*UseFormTrayTable", "*UseFormTrayTable", 0, 1},
         {"InputSlot", kPopupInputSlot, "*UseFormTrayTable " + many, "o80", 80, 80},
         {"OutputBin", kPopupOutputBin, "A *UseFormTrayTable B", "B", 3, 3},
-        {"PageSize", kPopupPageSize, many, "o80", 80, 80},
-        {"PageSize", kPopupPageSize, many, "o81", 80, 1},
+        {"PageSize", kPopupPageSize, many, "o80", 80, 80}, {"PageSize", kPopupPageSize, many, "o81", 80, 1},
         {"PageSize", kPopupPageSize, "A4 Letter A3", "A3", 3, 3},
-        {"PageSize", kPopupPageSize, "A4 Letter", "a4", 2, 1},
-        {"PageSize", kPopupPageSize, "", "A4", 0, 1},
+        {"PageSize", kPopupPageSize, "A4 Letter", "a4", 2, 1}, {"PageSize", kPopupPageSize, "", "A4", 0, 1},
         {"PageSize", kPopupPageSize, std::string("A4 ").append(300, 'x'), std::string(300, 'x'), 2, 1},
         {"PageSize", kPopupPageSize, std::string("A4 ").append(255, 'x'), std::string(255, 'x'), 2, 2},
     };
+    // clang-format on
     for (const auto& row : cases) {
         *table = {};
         core.Offer(row.feature, row.options, row.selected);
@@ -176,11 +169,12 @@ TEST_F(OptionListTest, NamesThatAreMissingForeignOrUnterminated)
 
 TEST_F(OptionListTest, ScreenModesTurnIntoScreenPrintingHalftoneAndMultiBlack)
 {
-    const struct
-    {
-        int selection, on, halftone, multiBlack;
-    } cases[] = {{1, 0, 1, 0}, {2, 1, 1, 0}, {3, 1, 1, 1}, {4, 1, 2, 0}, {5, 1, 2, 1},
-                 {6, 1, 3, 0}, {7, 1, 3, 1}, {8, 1, 4, 0}, {9, 1, 4, 1}, {10, 1, 1, 0}};
+    // clang-format off
+    const struct { int selection, on, halftone, multiBlack; } cases[] = {
+        {1, 0, 1, 0}, {2, 1, 1, 0}, {3, 1, 1, 1}, {4, 1, 2, 0}, {5, 1, 2, 1}, {6, 1, 3, 0}, {7, 1, 3, 1},
+        {8, 1, 4, 0}, {9, 1, 4, 1}, {10, 1, 1, 0},
+    };
+    // clang-format on
     for (const auto& row : cases) {
         core.Offer("halvScreenmode", "m1 m2 m3 m4 m5 m6 m7 m8 m9 m10", "m" + std::to_string(row.selection));
         ASSERT_EQ(S_OK, getPPDComboOptions(context));
@@ -198,24 +192,19 @@ TEST_F(OptionListTest, ListsThatLieAreReadWithinTheirBytes)
     std::string tenThousand;
     for (int i = 0; i < 10000; ++i)
         tenThousand += "option" + std::to_string(i) + '\0';
-    const struct
-    {
-        const char* what;
-        FakeCore::Answer answer;
-        HRESULT result;
-        size_t size;
-    } cases[] = {
+    // clang-format off
+    const struct { const char* what; FakeCore::Answer answer; HRESULT result; size_t size; } cases[] = {
         {"no closing zero", {S_OK, std::string("A4\0Letter\0", 10)}, S_OK, 2},
         {"last option cut off", {S_OK, std::string("A4\0Letter", 9)}, S_OK, 1},
         {"size larger than the buffer", {S_OK, std::string(4096, 'x'), 0xFFFFFFFF}, S_OK, 0},
         {"size smaller than the list", {S_OK, List({"A4", "Letter"}), 3}, S_OK, 1},
-        {"one zero byte", {S_OK, std::string(1, '\0')}, S_OK, 0},
-        {"nothing", {S_OK, ""}, S_OK, 0},
+        {"one zero byte", {S_OK, std::string(1, '\0')}, S_OK, 0}, {"nothing", {S_OK, ""}, S_OK, 0},
         {"10,000 options that fail twice", {E_OUTOFMEMORY, tenThousand}, S_OK, 0},
         {"no memory for nothing", {E_OUTOFMEMORY, "", 1}, S_OK, 0},
         {"another success", {S_FALSE, List({"A4"})}, S_OK, 0},
         {"a failure", {E_UNEXPECTED, List({"A4"})}, S_OK, 0},
     };
+    // clang-format on
     for (const auto& row : cases) {
         *table = {};
         core.answers["EnumOptions PageSize"] = row.answer;

@@ -95,17 +95,12 @@ TEST_F(PageSettingsTest, WhatThePageDoesNotHaveIsNotWritten)
 
 TEST_F(PageSettingsTest, TheBorderlessBoxChoosesTheTwinOfTheShownSize)
 {
-    const struct
-    {
-        int shown;
-        bool checked;
-        DWORD tabBits;
-        const char* written;
-    } cases[] = {{1, true, kMainPage, "A4Borderless"},
-                 {1, false, kMainPage, "A4"},
-                 {3, true, kMainPage, "Photo"},
-                 {4, true, kMainPage, "PosterBorderless"},
-                 {1, true, kMainPage | kColorPage, "A4"}};
+    // clang-format off
+    const struct { int shown; bool checked; DWORD tabBits; const char* written; } cases[] = {
+        {1, true, kMainPage, "A4Borderless"}, {1, false, kMainPage, "A4"}, {3, true, kMainPage, "Photo"},
+        {4, true, kMainPage, "PosterBorderless"}, {1, true, kMainPage | kColorPage, "A4"},
+    };
+    // clang-format on
     const int statuses[] = {2, 0, -1, -2};
     std::ranges::copy(statuses, context.pageSizes.statuses);
     context.checkBoxes.borderless = Child(TEXT("BUTTON"), BS_AUTOCHECKBOX, 1123);
@@ -129,14 +124,13 @@ TEST_F(PageSettingsTest, TheBorderlessBoxChoosesTheTwinOfTheShownSize)
 
 TEST_F(PageSettingsTest, TheScreenModeCombinesTwoBoxesAndTheHalftone)
 {
-    const struct
-    {
-        bool on, multiBlack;
-        int halftone;
-        const char* mode;
-    } cases[] = {{false, true, 3, "m1"}, {true, false, 1, "m2"},   {true, true, 1, "m3"},
-                 {true, false, 2, "m4"}, {true, true, 2, "m5"},    {true, false, 3, "m6"},
-                 {true, true, 3, "m7"},  {true, true, 0, nullptr}, {false, false, 0, nullptr}};
+    // clang-format off
+    const struct { bool on, multiBlack; int halftone; const char* mode; } cases[] = {
+        {false, true, 3, "m1"}, {true, false, 1, "m2"}, {true, true, 1, "m3"}, {true, false, 2, "m4"},
+        {true, true, 2, "m5"}, {true, false, 3, "m6"}, {true, true, 3, "m7"}, {true, true, 0, nullptr},
+        {false, false, 0, nullptr},
+    };
+    // clang-format on
     Fill(kPopupScreenMode, "m1 m2 m3 m4 m5 m6 m7", 1);
     CheckBox(kCheckScreenPrinting, false);
     CheckBox(kCheckMultiBlack, false);

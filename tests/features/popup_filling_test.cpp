@@ -25,26 +25,18 @@ protected:
 
 TEST_F(PopupTest, ShowsTheVisibleOptionsAndTheSelectedOne)
 {
-    const struct
-    {
-        std::string options;
-        std::vector<int> visibility;
-        int selection;
-        Strings items; // the current one with a star
-    } cases[] = {
+    // clang-format off
+    const struct { std::string options; std::vector<int> visibility; int selection; Strings items; } cases[] = {
         {"a b c d", {}, 1, {"[a]=1*", "[b]=2", "[c]=3", "[d]=4"}},
         {"a b c d", {1, 1, 0, 1}, 4, {"[a]=1", "[b]=2", "[d]=4*"}},
         {"a b c d", {1, 1, 0, 1}, 3, {"[a]=1", "[b]=2*", "[d]=4"}},
         {"a b c d", {0, 1, 1, 1}, 1, {"[b]=2", "[c]=3", "[d]=4"}},
-        {"a b c d", {-3, -1, 2, 0}, 3, {"[a]=1", "[b]=2", "[c]=3*"}},
-        {"a b", {}, 0, {"[a]=1*", "[b]=2"}},
-        {"a b", {}, 3, {"[a]=1*", "[b]=2"}},
-        {"a b", {}, -1, {"[a]=1*", "[b]=2"}},
-        {"*a b *c d", {}, 4, {"[b]=2", "[d]=4*"}},
-        {"*a b", {}, 1, {"[b]=2"}},
-        {"a b", {0, 0}, 2, {}},
+        {"a b c d", {-3, -1, 2, 0}, 3, {"[a]=1", "[b]=2", "[c]=3*"}}, {"a b", {}, 0, {"[a]=1*", "[b]=2"}},
+        {"a b", {}, 3, {"[a]=1*", "[b]=2"}}, {"a b", {}, -1, {"[a]=1*", "[b]=2"}},
+        {"*a b *c d", {}, 4, {"[b]=2", "[d]=4*"}}, {"*a b", {}, 1, {"[b]=2"}}, {"a b", {0, 0}, 2, {}},
         {"", {}, 1, {}},
     };
+    // clang-format on
     const HWND combo = Combo(kPopupMediaType);
     for (const auto& row : cases) {
         Fill(kPopupMediaType, row.options, row.selection);
@@ -152,14 +144,12 @@ TEST_F(PopupTest, ShowsTheSizeOfTheFormInWholeMillimetres)
     };
 
     ReplaceFunction("GetFormW", &AnswerForm);
-    const struct
-    {
-        SIZEL size;
-        const char* text;
-    } cases[] = {{{210000, 297000}, "(210 x 297 mm)"},
-                 {{215900, 279400}, "(216 x 279 mm)"},
-                 {{499, 500}, "(0 x 1 mm)"},
-                 {{2147483647, -1600}, "(2147484 x -1 mm)"}};
+    // clang-format off
+    const struct { SIZEL size; const char* text; } cases[] = {
+        {{210000, 297000}, "(210 x 297 mm)"}, {{215900, 279400}, "(216 x 279 mm)"},
+        {{499, 500}, "(0 x 1 mm)"}, {{2147483647, -1600}, "(2147484 x -1 mm)"},
+    };
+    // clang-format on
     formError = 0;
     for (const auto& row : cases) {
         formSize = row.size;

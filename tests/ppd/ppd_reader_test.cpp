@@ -184,7 +184,7 @@ of two lines"
 *CloseSubGroup: Feed
 *CloseGroup: Paper
 *JCLOpenUI *JCLMode/Mode: PickMany
-*JCLMode A: ""
+*JCLMode A: "@PJL SET MODE=A<0A>"
 *JCLCloseUI: *JCLMode
 )PPD";
 
@@ -213,6 +213,7 @@ TEST(PpdReader, ReadsFeaturesWithAllTheirParts)
     EXPECT_EQ("False", feed.options[1].text) << "an option without a translation shows its keyword";
     EXPECT_EQ(PpdFeatureType::PickMany, result.ppd->Find("JCLMode")->type);
     EXPECT_TRUE(result.ppd->Find("JCLMode")->jcl);
+    EXPECT_EQ("@PJL SET MODE=A\n", result.ppd->Find("JCLMode")->options[0].value);
     EXPECT_EQ(nullptr, result.ppd->Find("*Tray2"));
 }
 

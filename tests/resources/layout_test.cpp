@@ -196,6 +196,15 @@ RECT ShownArea(const TemplateControl& control)
     return area;
 }
 
+// Centring makes every control a pixel wider and higher; a group box then hides the frame of one that touches
+// it.
+RECT Grown(const TemplateControl& control)
+{
+    RECT area = ShownArea(control);
+    if (KindOf(control) == "group") area.bottom += 1;
+    return area;
+}
+
 bool Overlap(const RECT& a, const RECT& b)
 {
     return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
@@ -234,7 +243,7 @@ TEST(DialogTemplates, KeepControlsApartAndInsideThePage)
                 if (!(control.style & other.style & WS_VISIBLE) ||
                     ShareAPlace(page.position, control.id, other.id))
                     continue;
-                EXPECT_TRUE(!Overlap(area, ShownArea(other)) || Frames(other, area))
+                EXPECT_TRUE(!Overlap(area, Grown(other)) || Frames(other, area))
                     << control.id << " overlaps " << other.id;
             }
         }

@@ -1,0 +1,41 @@
+// Numbers in option keywords: any text reads as the runtime's own decimal reader reads it, kept within 32
+// bits.
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <climits>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "src/features/feature_access.h"
+
+namespace {
+
+bool ReadNumber(const std::string& text, int* value)
+{
+    *value = 0;
+    if (text.find("-off") != text.npos) return true;
+    if (text.find("-on") != text.npos) {
+        *value = 1;
+        return true;
+    }
+    char* end = nullptr;
+    const long long number = std::strtoll(text.c_str(), &end, 10); // ends at the ends of 64 bits
+    if (end == text.c_str()) return false;
+    *value = static_cast<int>(std::clamp<long long>(number, INT_MIN, INT_MAX));
+    return true;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::string bytes(reinterpret_cast<const char*>(data), size);
+    const std::string text(bytes.c_str()); // ends at the first zero
+    int value = 77;
+    int expected = 77;
+    const bool read = tintwerk::OptionNumber(text.c_str(), &value);
+    if (read != ReadNumber(text, &expected) || value != expected) std::abort();
+    return 0;
+}

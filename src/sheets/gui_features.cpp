@@ -1,0 +1,52 @@
+#include "src/sheets/gui_features.h"
+
+#include <cstring>
+
+#include "src/features/keyword_list.h"
+#include "src/trace/trace.h"
+
+namespace tintwerk {
+
+namespace {
+
+constexpr char kRequest[] = "halvGuiMode\0halvGuiIcon\0halvScreenmode\0"; // and the closing zero
+constexpr SIZE_T kReplyBytes = 12512;
+
+void TakeFeature(GuiFeatures& gui, const KeywordPair& pair)
+{
+    Trace(TEXT("UI:  **Feature Option %S is %S\r\n"), pair.feature, pair.option);
+    if (std::strcmp(pair.feature, "halvGuiMode") == 0)
+        gui.mode = GuiModeOf(pair.option, gui.mode);
+    else if (std::strcmp(pair.feature, "halvGuiIcon") == 0)
+        CopyLogoFileName(gui.logoFileName, pair.option);
+    else if (std::strcmp(pair.feature, "halvScreenmode") == 0)
+        gui.screenPrinting = true;
+}
+
+} // namespace
+
+void CopyLogoFileName(char (&fileName)[kLogoFileNameBytes], const char* option)
+{
+    lstrcpynA(fileName, option, kLogoFileNameBytes);
+    if (char* const separator = std::strchr(fileName, '-')) *separator = '\\';
+}
+
+GuiFeatures ReadGuiFeatures(const CoreArea& core)
+{
+    GuiFeatures gui;
+    if (!core.helper) return gui;
+    char reply[kReplyBytes] = {};
+    DWORD needed = 0;
+    const HRESULT status =
+        core.helper->GetOptions(core.object, 0, kRequest, sizeof(kRequest), reply, sizeof(reply), &needed);
+    if (FAILED(status)) {
+        Trace(TEXT("UI:  GetOptions failed with result = %x\n"), static_cast<unsigned>(status));
+        return gui;
+    }
+    Trace(TEXT("UI:  Reply length=%d\n"), static_cast<int>(needed));
+    for (const KeywordPair& pair : PairList(reply, BytesGiven(needed, sizeof(reply))))
+        TakeFeature(gui, pair);
+    return gui;
+}
+
+} // namespace tintwerk

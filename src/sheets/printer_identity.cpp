@@ -1,0 +1,110 @@
+#include "src/sheets/printer_identity.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <cstring>
+
+#include "platform/owners.h"
+#include "src/config/registry_values.h"
+#include "src/records/process_values.h"
+#include "src/trace/trace.h"
+
+namespace tintwerk {
+
+namespace {
+
+using TextView = std::basic_string_view<WCHAR>;
+
+constexpr SIZE_T kInkFileCharacters = 20; // of "\ink\printer0000.ink"
+
+bool IsBlank(WCHAR c)
+{
+    return c == ' ' || (c >= '\t' && c <= '\r');
+}
+
+bool IsDigit(WCHAR c)
+{
+    return c >= '0' && c <= '9';
+}
+
+int NumberOfDriver(const WCHAR* driverName)
+{
+    const TextView name(OrEmpty(driverName));
+    Trace(TEXT("*** extracted drivername: %s\n"), name.data());
+    if (name.size() <= kNumberCharacters) return kUnknownPrinterNumber;
+    const ScannedNumber number = ScanNumber(name.substr(name.size() - kNumberCharacters));
+    Trace(TEXT("Got %d args with number=%d\n"), number.count, number.value);
+    return number.value;
+}
+
+// Asks the spooler for the printer's driver.
+int ReadPrinterNumber(const SheetRecord& record)
+{
+    PRINTER_INFO_2W sizing{};
+    DWORD needed = 0;
+    GetPrinterW(record.printer, 2, reinterpret_cast<LPBYTE>(&sizing), sizeof(sizing), &needed);
+    if (needed == 0) return kUnknownPrinterNumber;
+    Trace(TEXT("GetPrinter needs %d Bytes\n"), static_cast<int>(needed));
+
+    // A spooler that asks for less than the record itself still finds room for it.
+    const HeapBlock<PRINTER_INFO_2W> printer(record.parameters->hOEMHeap,
+                                             std::max<SIZE_T>(needed, sizeof(PRINTER_INFO_2W)));
+    Trace(TEXT("pPrinterInfo2 is %d\n"), static_cast<int>(reinterpret_cast<INT_PTR>(printer.Get())));
+    if (printer && GetPrinterW(record.printer, 2, reinterpret_cast<LPBYTE>(printer.Get()), needed, &needed))
+        return NumberOfDriver(printer->pDriverName);
+    Trace(TEXT("GetPrinter2 failed - cbNeeded=%d\n"), static_cast<int>(needed));
+    return kUnknownPrinterNumber;
+}
+
+// The process keeps the first directory that it could read; empty while there is none.
+const char* ConfigDirectory()
+{
+    char(&directory)[kRegistryTextBytes] = Process().configDirectory;
+    if (directory[0]) return directory;
+    char read[kRegistryTextBytes];
+    if (ReadRegistryString("ConfigDir", read) != 0) {
+        std::fprintf(stderr, "get_settings_directory failed\n");
+        return "";
+    }
+    lstrcpynA(directory, read, kRegistryTextBytes);
+    return directory;
+}
+
+} // namespace
+
+ScannedNumber ScanNumber(TextView text)
+{
+    auto at = std::ranges::find_if_not(text, IsBlank);
+    const bool negative = at != text.end() && *at == '-';
+    if (at != text.end() && (*at == '-' || *at == '+')) ++at;
+    if (at == text.end() || !IsDigit(*at)) return {0, kUnknownPrinterNumber};
+    int value = 0;
+    for (; at != text.end() && IsDigit(*at); ++at)
+        value = 10 * value + (*at - '0');
+    return {1, negative ? -value : value};
+}
+
+void AppendInkFile(char (&path)[kInkFilePathBytes], int printerNumber)
+{
+    const SIZE_T length = std::strlen(path);
+    if (length < kInkFilePathBytes - kInkFileCharacters)
+        std::snprintf(path + length, kInkFilePathBytes - length, "\\ink\\printer%.04d.ink", printerNumber);
+}
+
+void IdentifyPrinter(SheetRecord& record)
+{
+    SheetContext& context = *record.context;
+    record.printer = context.core.printer = record.parameters->hPrinter;
+    record.printerNumber = ReadPrinterNumber(record);
+    if (record.printerNumber == kUnknownPrinterNumber) {
+        Trace(TEXT("GetPrinter failed\n"));
+        record.printerNumber = 0;
+    }
+    lstrcpynA(context.inkFilePath, ConfigDirectory(), kInkFilePathBytes);
+    record.printerNumber %= kPrinterNumberLimit;
+    AppendInkFile(context.inkFilePath, record.printerNumber);
+    if (const WCHAR* const name = record.parameters->pPrinterName)
+        lstrcpynW(context.printerName, name, kPrinterNameUnits);
+}
+
+} // namespace tintwerk

@@ -1,0 +1,100 @@
+// The house itself: includes run down the list of rooms only, and what differs between the platforms stays in
+// platform/.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tintwerk {
+namespace {
+
+namespace fs = std::filesystem;
+
+// From the ground up; docs/architecture.md shows them in this order.
+constexpr std::string_view kRooms[] = {
+    "platform",     "src/resources", "src/trace",  "src/records", "src/bindings", "src/config", "src/i18n",
+    "src/features", "src/ink",       "src/events", "src/pages",   "src/sheets",   "src/plugin", "host"};
+
+// Number of the room that a path from the root lies in; that of no room when it lies in none.
+std::size_t RoomOf(std::string_view path)
+{
+    return static_cast<std::size_t>(std::ranges::find_if(kRooms,
+                                                         [path](std::string_view room) {
+                                                             return path.starts_with(room) &&
+                                                                    path.substr(room.size()).starts_with('/');
+                                                         }) -
+                                    std::begin(kRooms));
+}
+
+struct Source
+{
+    std::string path; // from the root
+    std::vector<std::string> lines;
+};
+
+std::vector<Source> ReadSources(const std::vector<std::string>& folders)
+{
+    const fs::path root = TINTWERK_SOURCE_DIR;
+    std::vector<Source> sources;
+    for (const std::string& folder : folders)
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root / folder)) {
+            const fs::path extension = entry.path().extension();
+            if (extension != ".cpp" && extension != ".h") continue;
+            Source source{fs::relative(entry.path(), root).generic_string(), {}};
+            std::ifstream file(entry.path());
+            for (std::string line; std::getline(file, line);)
+                source.lines.push_back(line);
+            sources.push_back(std::move(source));
+        }
+    return sources;
+}
+
+// The file that a line includes; empty when it includes none.
+std::string IncludedBy(std::string_view line)
+{
+    constexpr std::string_view kInclude = "#include ";
+    if (!line.starts_with(kInclude)) return {};
+    line.remove_prefix(kInclude.size());
+    return std::string(line.substr(1, line.find_first_of("\">", 1) - 1));
+}
+
+TEST(House, IncludesRunDownTheListOfRooms)
+{
+    int followed = 0;
+    for (const Source& source : ReadSources({"platform", "src", "host"})) {
+        const std::size_t room = RoomOf(source.path);
+        EXPECT_NE(std::size(kRooms), room) << source.path << " lies in no room";
+        for (const std::string& line : source.lines) {
+            const std::string included = IncludedBy(line);
+            if (included.find('/') == std::string::npos || !line.ends_with('"')) continue;
+            ++followed;
+            EXPECT_LE(RoomOf(included), room) << source.path << " includes " << included;
+            EXPECT_TRUE(fs::exists(fs::path(TINTWERK_SOURCE_DIR) / included))
+                << source.path << ": " << included;
+        }
+    }
+    EXPECT_LT(100, followed);
+}
+
+TEST(House, OneDoorLeadsToThePlatform)
+{
+    const char* const systemHeaders[] = {"windows.h",  "commctrl.h", "prsht.h",   "winspool.h", "compstui.h",
+                                         "winddiui.h", "unknwn.h",   "objbase.h", "shlwapi.h",  "unistd.h"};
+    for (const Source& source : ReadSources({"src", "host", "tests", "bench", "fuzz"})) {
+        // The headless platform's own tests and the tests' helpers may know which platform they stand on.
+        if (source.path.starts_with("tests/support/") || source.path.starts_with("tests/headless/")) continue;
+        for (const std::string& line : source.lines) {
+            EXPECT_EQ(std::end(systemHeaders), std::ranges::find(systemHeaders, IncludedBy(line)))
+                << source.path;
+            EXPECT_FALSE(line.starts_with("#if") && line.find("WIN32") != std::string::npos) << source.path;
+        }
+    }
+}
+
+} // namespace
+} // namespace tintwerk

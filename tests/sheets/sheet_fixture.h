@@ -1,0 +1,175 @@
+// An open property sheet without windows: the plug-in heap, the parameter block and the sheet function of the
+// common property sheet UI, which records the pages that are added; a spooler that knows one printer.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <span>
+
+#include "platform/environment.h"
+#include "platform/function_hook.h"
+#include "platform/testing.h"
+#include "src/records/process_values.h"
+#include "src/records/sheet_record.h"
+#include "src/sheets/document_sheet.h"
+#include "tests/sheets/scripted_core.h"
+
+namespace tintwerk {
+
+// What GetPrinterW knows.
+struct TestSpooler
+{
+    inline static Text driverName;
+    inline static bool sizeOnly; // tells the size and then refuses
+
+    TestSpooler() { ReplaceFunction("GetPrinterW", &Answer); }
+    ~TestSpooler() { RestoreFunction("GetPrinterW"); }
+
+    static BOOL WINAPI Answer(HANDLE printer, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed)
+    {
+        const DWORD bytes =
+            static_cast<DWORD>(sizeof(PRINTER_INFO_2W) + (driverName.size() + 1) * sizeof(WCHAR));
+        *needed = 0;
+        SetLastError(ERROR_INVALID_HANDLE);
+        if (!printer || level != 2) return FALSE;
+        *needed = bytes;
+        SetLastError(ERROR_INSUFFICIENT_BUFFER);
+        if (size < bytes || sizeOnly) return FALSE;
+        auto* const information = reinterpret_cast<PRINTER_INFO_2W*>(buffer);
+        *information = {};
+        information->pDriverName = reinterpret_cast<LPWSTR>(information + 1);
+        lstrcpyW(information->pDriverName, driverName.c_str());
+        return TRUE;
+    }
+};
+
+// A page that was handed to the sheet function; texts are copied, as they may go when the call returns.
+struct AddedPage
+{
+    UINT function;
+    PropertySheetPage page; // of CPSFUNC_ADD_PROPSHEETPAGEW
+    bool hasTitle;
+    Text title;
+    COMPROPSHEETUI items; // of CPSFUNC_ADD_PCOMPROPSHEETUIW
+    DWORD* pageCount;
+
+    int Template() const { return static_cast<int>(reinterpret_cast<UINT_PTR>(page.page.pszTemplate)); }
+};
+
+class TestSheet
+{
+public:
+    explicit TestSheet(IPrintCoreUI2* helper, POEMUIOBJ object) : helper_(helper)
+    {
+        parameters.cbSize = sizeof(parameters);
+        parameters.poemuiobj = object;
+        parameters.hPrinter = &parameters;
+        parameters.pPrinterName = printerName.data();
+        parameters.hOEMHeap = HeapCreate(0, 0, 0);
+        parameters.pOEMDM = &devmode;
+        info.cbSize = sizeof(info);
+        info.Version = PROPSHEETUI_INFO_VERSION;
+        info.hComPropSheet = this;
+        info.pfnComPropSheet = &AddPage;
+        info.lParamInit = reinterpret_cast<LPARAM>(&parameters);
+    }
+    ~TestSheet()
+    {
+        if (info.UserData) Call(PROPSHEETUI_REASON_DESTROY);
+        HeapDestroy(parameters.hOEMHeap);
+    }
+    TestSheet(const TestSheet&) = delete;
+    TestSheet& operator=(const TestSheet&) = delete;
+
+    HRESULT Call(int reason, LPARAM lParam = 0)
+    {
+        info.Reason = static_cast<WORD>(reason);
+        return hrOEMDocumentPropertySheets(&info, lParam, helper_);
+    }
+    HRESULT Open() { return Call(PROPSHEETUI_REASON_INIT); }
+
+    SheetRecord& Record() { return *reinterpret_cast<SheetRecord*>(info.UserData); }
+    SheetContext& Context() { return *Record().context; }
+
+    // Dialog templates in the order of adding; "layout" and "advanced" for the generated pages.
+    std::string Pages() const
+    {
+        std::string pages;
+        for (const AddedPage& page : added)
+            pages += (pages.empty() ? "" : " ") + Name(page);
+        return pages;
+    }
+    const AddedPage* Find(std::string_view name) const
+    {
+        for (const AddedPage& page : added)
+            if (Name(page) == name) return &page;
+        return nullptr;
+    }
+    static std::string Name(const AddedPage& page)
+    {
+        if (page.function == CPSFUNC_ADD_PROPSHEETPAGEW) return std::to_string(page.Template());
+        return page.items.pDlgPage == CPSUI_PDLGPAGE_DOCPROP ? "layout" : "advanced";
+    }
+
+    Text printerName = TEXT("Proofer");
+    OemPrivateDevmode devmode{};
+    OEMUIPSPARAM parameters{};
+    PROPSHEETUI_INFO info{};
+    std::vector<AddedPage> added;
+    bool refusesPages = false;
+
+private:
+    static LONG_PTR CALLBACK AddPage(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2)
+    {
+        auto& self = *static_cast<TestSheet*>(sheet);
+        AddedPage added{};
+        added.function = function;
+        if (function == CPSFUNC_ADD_PROPSHEETPAGEW) {
+            added.page = *reinterpret_cast<const PropertySheetPage*>(lParam1);
+            added.hasTitle = (added.page.page.dwFlags & PSP_USETITLE) != 0;
+            if (added.hasTitle) added.title = added.page.page.pszTitle;
+        } else {
+            added.items = *reinterpret_cast<const COMPROPSHEETUI*>(lParam1);
+            *reinterpret_cast<DWORD*>(lParam2) = 1;
+        }
+        self.added.push_back(added);
+        return self.refusesPages ? 0 : static_cast<LONG_PTR>(100 + self.added.size());
+    }
+
+    IPrintCoreUI2* helper_;
+};
+
+// A printer called "Proofer" whose driver is number 42; the process as it was loaded.
+class SheetTest : public testing::Test
+{
+protected:
+    SheetTest()
+    {
+        Process() = {};
+        lstrcpynA(Process().configDirectory, "C:\\conf", sizeof(Process().configDirectory));
+        TestSpooler::driverName = TEXT("Tintwerk 0042");
+        TestSpooler::sizeOnly = false;
+        SetWindowsVersion(10, 0);
+    }
+    ~SheetTest() override { SetWindowsVersion(0, 0); }
+
+    ScriptedCore core;
+    TestSpooler spooler;
+    DebugLines trace;
+};
+
+// The lines of a trace that are among the expected ones, for comparing their order and number.
+inline std::vector<Text> LinesLike(const std::vector<Text>& lines, const std::vector<Text>& beginnings)
+{
+    std::vector<Text> found;
+    for (const Text& line : lines)
+        for (const Text& beginning : beginnings)
+            if (line.starts_with(beginning)) {
+                found.push_back(line);
+                break;
+            }
+    return found;
+}
+
+} // namespace tintwerk

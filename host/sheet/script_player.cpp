@@ -53,8 +53,7 @@ std::string ListOf(const std::vector<ComboItem>& items)
 } // namespace
 
 ScriptPlayer::ScriptPlayer(PropertySheet& sheet, ScriptSettings settings)
-    : sheet_(sheet), settings_(std::move(settings)), boxes_(settings_.confirmsQuestions, settings_.tell),
-      started_(GetTickCount64())
+    : sheet_(sheet), settings_(std::move(settings)), boxes_(settings_.confirmsQuestions, settings_.tell)
 {
     player = this;
     timer_ = SetTimer(nullptr, 0, std::max(settings_.pace, UINT{1}), OnTimer);
@@ -77,12 +76,9 @@ void CALLBACK ScriptPlayer::OnTimer(HWND, UINT, UINT_PTR, DWORD)
 void ScriptPlayer::Tick()
 {
     const HWND window = sheet_.Window();
-    if (!window || !IsWindowVisible(window)) {
-        if (!closing_ && GetTickCount64() - started_ > kOpeningLimit) problem_ = "the sheet did not open";
-        return;
-    }
-    if (closing_) return;
-    if (next_ == 0) SetForegroundWindow(window);
+    if (!window || !IsWindowVisible(window) || closing_) return;
+    if (!opened_) SetForegroundWindow(window);
+    opened_ = true;
     busy_ = true;
     try {
         if (next_ < settings_.steps.size()) {
@@ -99,6 +95,13 @@ void ScriptPlayer::Tick()
         Close(PSBTN_CANCEL);
     }
     busy_ = false;
+}
+
+std::string ScriptPlayer::Problem() const
+{
+    if (!problem_.empty() || closing_) return problem_;
+    if (!opened_) return "the sheet did not open; are there windows on this display?";
+    return "the sheet closed before the script was done";
 }
 
 void ScriptPlayer::Close(int button)

@@ -33,8 +33,8 @@ public:
     ScriptPlayer(const ScriptPlayer&) = delete;
     ScriptPlayer& operator=(const ScriptPlayer&) = delete;
 
-    // Why the script could not go on: the step and the reason. Empty when all went well.
-    const std::string& Problem() const { return problem_; }
+    // For when the sheet has closed: why the script did not come to its end. Empty when all went well.
+    std::string Problem() const;
 
     // Brings a page to the front; null when the sheet does not have it.
     HWND ShowPage(int index);
@@ -79,9 +79,9 @@ private:
     AnsweredMessageBoxes boxes_;
     std::size_t next_ = 0;
     bool busy_ = false;
+    bool opened_ = false;
     bool closing_ = false;
     UINT_PTR timer_ = 0;
-    ULONGLONG started_;
     std::string problem_;
     std::vector<std::filesystem::path> pictures_;
 };

@@ -16,7 +16,6 @@ namespace tintwerk {
 namespace {
 
 constexpr std::string_view kFormTrayTable = "*UseFormTrayTable"; // an input slot that popups do not offer
-constexpr ULONGLONG kOpeningLimit = 30000;                       // milliseconds
 
 ScriptPlayer* player = nullptr;
 

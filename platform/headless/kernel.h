@@ -291,6 +291,7 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
                     LPPROCESS_INFORMATION information);
 BOOL CloseHandle(HANDLE handle);
 DWORD GetCurrentThreadId();
+HANDLE GetCurrentProcess(); // a value that stands for this process; never closed
 DWORD GetCurrentProcessId();
 
 union LARGE_INTEGER {

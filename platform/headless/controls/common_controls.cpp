@@ -1,0 +1,11 @@
+// The control families are always there; asking for them changes nothing.
+#include "platform/headless/controls.h"
+
+BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX* families)
+{
+    return families && families->dwSize == sizeof *families;
+}
+
+void WINAPI InitCommonControls()
+{
+}

@@ -1,0 +1,127 @@
+// Static controls: texts, pictures, frames, and owner-drawn fields whose painting is asked of the parent.
+#include "platform/headless/window.h"
+
+namespace tintwerk::headless {
+
+namespace {
+
+struct StaticState final : ControlState
+{
+    HBITMAP picture = nullptr;
+    HBITMAP ownPicture = nullptr; // loaded from the template's picture number
+    ~StaticState() override
+    {
+        if (ownPicture) DeleteObject(ownPicture);
+    }
+};
+
+DWORD KindOf(const Window& window)
+{
+    return window.style & SS_TYPEMASK;
+}
+
+// An etched line is as thin as its edges.
+void Flatten(Window& window)
+{
+    window.exStyle |= WS_EX_STATICEDGE;
+    RECT edge{0, 0, window.Width(), window.Height()};
+    if (KindOf(window) == SS_ETCHEDHORZ)
+        edge.bottom = 0;
+    else
+        edge.right = 0;
+    AdjustWindowRectEx(&edge, window.style, FALSE, window.exStyle);
+    window.place.right = window.place.left + edge.right - edge.left;
+    window.place.bottom = window.place.top + edge.bottom - edge.top;
+}
+
+void FitToPicture(Window& window, HBITMAP picture)
+{
+    BITMAP description{};
+    if ((window.style & (SS_CENTERIMAGE | SS_REALSIZECONTROL)) ||
+        !GetObjectW(picture, sizeof description, &description))
+        return;
+    const RECT frame = FrameOf(window.style, window.exStyle);
+    SetWindowPos(window.handle, nullptr, 0, 0, description.bmWidth + frame.left + frame.right,
+                 description.bmHeight + frame.top + frame.bottom, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+LRESULT SetPicture(HWND handle, HBITMAP picture)
+{
+    auto* const state = StateOf<StaticState>(handle);
+    Window* const window = Peek(handle);
+    if (!state || KindOf(*window) != SS_BITMAP) return 0;
+    if (picture && GetObjectType(picture) != OBJ_BITMAP) return 0;
+    const HBITMAP previous = std::exchange(state->picture, picture);
+    if (picture) FitToPicture(*window, picture);
+    InvalidateRect(handle, nullptr, TRUE);
+    return reinterpret_cast<LRESULT>(previous);
+}
+
+void DrawItem(HWND handle)
+{
+    PAINTSTRUCT paint;
+    if (!BeginPaint(handle, &paint)) return;
+    const Window& window = *Peek(handle);
+    DRAWITEMSTRUCT item{};
+    item.CtlType = ODT_STATIC;
+    item.CtlID = static_cast<UINT>(window.id);
+    item.itemAction = ODA_DRAWENTIRE;
+    item.itemState = window.style & WS_DISABLED ? ODS_DISABLED : 0;
+    item.hwndItem = handle;
+    item.hDC = paint.hdc;
+    item.rcItem = ClientOf(window);
+    SendMessageW(window.parent->handle, WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+    EndPaint(handle, &paint);
+}
+
+void LoadOwnPicture(Window& window, StaticState& state, const CREATESTRUCTW& creation)
+{
+    if (KindOf(window) != SS_BITMAP || !creation.lpszName) return;
+    if (!IS_INTRESOURCE(creation.lpszName) && !*creation.lpszName) return;
+    state.ownPicture = LoadBitmapW(creation.hInstance, creation.lpszName);
+    state.picture = state.ownPicture;
+    if (state.picture) FitToPicture(window, state.picture);
+}
+
+} // namespace
+
+LRESULT CALLBACK StaticProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    Window* const window = Peek(handle);
+    if (!window) return 0;
+    switch (message) {
+    case WM_NCCREATE: {
+        auto state = std::make_unique<StaticState>();
+        if (window->style & SS_SUNKEN) window->exStyle |= WS_EX_STATICEDGE;
+        if (KindOf(*window) == SS_ETCHEDHORZ || KindOf(*window) == SS_ETCHEDVERT) Flatten(*window);
+        window->control = std::move(state);
+        return DefWindowProcW(handle, message, wParam, lParam);
+    }
+    case WM_CREATE:
+        LoadOwnPicture(*window, *StateOf<StaticState>(handle),
+                       *reinterpret_cast<const CREATESTRUCTW*>(lParam));
+        return 0;
+    case WM_PAINT:
+        if (KindOf(*window) != SS_OWNERDRAW) return DefWindowProcW(handle, message, wParam, lParam);
+        DrawItem(handle);
+        return 0;
+    case WM_ENABLE:
+        InvalidateRect(handle, nullptr, FALSE);
+        return 0;
+    case WM_GETDLGCODE:
+        return DLGC_STATIC;
+    case STM_SETIMAGE:
+        return wParam == IMAGE_BITMAP ? SetPicture(handle, reinterpret_cast<HBITMAP>(lParam)) : 0;
+    case STM_GETIMAGE: {
+        const auto* const state = StateOf<StaticState>(handle);
+        return state && wParam == IMAGE_BITMAP ? reinterpret_cast<LRESULT>(state->picture) : 0;
+    }
+    case WM_LBUTTONDOWN:
+        if (window->style & SS_NOTIFY) NotifyCommand(*window, STN_CLICKED);
+        return 0;
+    default:
+        return DefWindowProcW(handle, message, wParam, lParam);
+    }
+}
+
+} // namespace tintwerk::headless

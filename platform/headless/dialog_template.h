@@ -1,0 +1,55 @@
+// A dialog template taken apart: both binary layouts, classic and extended, give the same record. Used by
+// dialog.cpp for dialogs and by propsheet.cpp for pages, which change the style before the dialog is made.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/headless/windows.h"
+
+namespace tintwerk::headless {
+
+// A text or a number; a number goes where texts go as an integer resource name.
+struct TextOrNumber
+{
+    std::u16string text;
+    WORD number = 0;
+
+    LPCWSTR Name() const { return number ? MAKEINTRESOURCEW(number) : text.c_str(); }
+};
+
+struct DialogItem
+{
+    DWORD style = 0;
+    DWORD exStyle = 0;
+    short x = 0, y = 0, width = 0, height = 0; // dialog units
+    DWORD id = 0;
+    TextOrNumber className;
+    TextOrNumber text;
+    const void* creationData = nullptr;
+};
+
+struct DialogTemplate
+{
+    DWORD style = 0;
+    DWORD exStyle = 0;
+    short x = 0, y = 0, width = 0, height = 0; // dialog units
+    TextOrNumber className;
+    std::u16string title;
+    int pointSize = 0; // 0: the system font
+    std::vector<DialogItem> items;
+
+    int UnitWidth() const;  // pixels of 4 horizontal dialog units
+    int UnitHeight() const; // pixels of 8 vertical dialog units
+    SIZE PixelSize() const;
+};
+
+// False when the template ends before its items do.
+bool ParseDialogTemplate(const void* data, std::size_t size, DialogTemplate& dialog);
+// The template resource of that name.
+bool LoadDialogTemplate(HINSTANCE module, LPCWSTR name, DialogTemplate& dialog);
+
+HWND CreateDialogFrom(const DialogTemplate& dialog, HINSTANCE module, HWND parent, DLGPROC procedure,
+                      LPARAM lParam);
+
+} // namespace tintwerk::headless

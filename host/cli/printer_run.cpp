@@ -39,6 +39,15 @@ void PretendWindowsVersion(const std::string& text)
     SetWindowsVersion(major, minor, build);
 }
 
+// As the platform spells it: the driver puts backslashes and names behind it.
+std::string AbsolutePath(const std::string& path)
+{
+    std::filesystem::path absolute = std::filesystem::absolute(PathFromUtf8(path)).lexically_normal();
+    if (!absolute.has_filename()) absolute = absolute.parent_path();
+    const std::u8string text = absolute.make_preferred().u8string();
+    return std::string(text.begin(), text.end());
+}
+
 WideString ModulePath(HMODULE module)
 {
     WideString path(1024, WCHAR{});
@@ -140,7 +149,7 @@ void PrinterRun::Read(const Arguments& arguments)
 void PrinterRun::SetSurroundings(const Arguments& arguments)
 {
     if (arguments.Has("windows-version")) PretendWindowsVersion(arguments.Value("windows-version"));
-    if (arguments.Has("config-dir")) WriteProductValue("ConfigDir", arguments.Value("config-dir"));
+    if (arguments.Has("config-dir")) WriteProductValue("ConfigDir", AbsolutePath(arguments.Value("config-dir")));
 }
 
 // A printer that is not installed, as the spooler would describe it.

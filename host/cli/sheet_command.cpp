@@ -58,7 +58,6 @@ public:
         PluginSession& session = printer.StartPlugin();
         PropertySheet sheet(session, kind_, printer.Name(), printer.Printer(), printer.IsGerman(),
                             [&printer] { printer.Keep(); });
-        SheetOutcome outcome;
         std::string problem;
         if (scripted) {
             const Watchdog watchdog(limit, "the script took longer than " + std::to_string(limit) +
@@ -67,13 +66,12 @@ public:
                                     [this](const std::string& line) { Tell(line); }, nullptr};
             if (json_) settings.beforeClosing = [this](ScriptPlayer& player) { report_.Describe(player); };
             ScriptPlayer player(sheet, std::move(settings));
-            outcome = sheet.Run();
-            problem = player.Problem();
+            const std::string notShown = sheet.Run();
+            problem = player.Problem().empty() ? notShown : player.Problem();
         } else {
-            outcome = sheet.Run();
+            problem = sheet.Run();
         }
-        if (problem.empty()) problem = outcome.problem;
-        return Finish(printer, outcome, problem);
+        return Finish(printer, problem);
     }
 
 private:
@@ -85,10 +83,10 @@ private:
             output_.out << "  " << line << std::endl;
     }
 
-    int Finish(PrinterRun& printer, const SheetOutcome& outcome, const std::string& problem)
+    int Finish(PrinterRun& printer, const std::string& problem)
     {
         if (json_) {
-            report_.Write(output_.out, kind_, printer, outcome, problem);
+            report_.Write(output_.out, kind_, printer, problem);
         } else {
             TellChanges(printer);
         }

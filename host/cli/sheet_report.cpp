@@ -121,8 +121,7 @@ void SheetReport::Describe(ScriptPlayer& player)
     }
 }
 
-void SheetReport::Write(std::ostream& out, SheetKind kind, PrinterRun& printer, const SheetOutcome& outcome,
-                        const std::string& problem)
+void SheetReport::Write(std::ostream& out, SheetKind kind, PrinterRun& printer, const std::string& problem)
 {
     Json json;
     json["command"] = kind == SheetKind::Preferences ? "preferences" : "properties";
@@ -131,7 +130,6 @@ void SheetReport::Write(std::ostream& out, SheetKind kind, PrinterRun& printer, 
     json["language"] = printer.IsGerman() ? "de" : "en";
     json["problem"] = problem;
     json["steps"] = lines_;
-    json["closed_with"] = outcome.confirmed ? "ok" : "cancel";
     json["pages"] = pages_->json;
     json["applied"] = printer.Kept();
     json["selections_file"] = printer.Kept() ? Json(Utf8FromPath(printer.StoreFile())) : Json();

@@ -22,8 +22,7 @@ public:
     void AddLine(const std::string& line) { lines_.push_back(line); }
     // Reads every page of the open sheet, brings each to the front.
     void Describe(ScriptPlayer& player);
-    void Write(std::ostream& out, SheetKind kind, PrinterRun& printer, const SheetOutcome& outcome,
-               const std::string& problem);
+    void Write(std::ostream& out, SheetKind kind, PrinterRun& printer, const std::string& problem);
 
 private:
     struct Pages; // the part in JSON

@@ -71,7 +71,7 @@ PropertySheet::PropertySheet(PluginSession& session, SheetKind kind, const WideS
 
 PropertySheet::~PropertySheet() = default;
 
-SheetOutcome PropertySheet::Run()
+std::string PropertySheet::Run()
 {
     PropertySheet* const outer = running;
     running = this;
@@ -79,11 +79,9 @@ SheetOutcome PropertySheet::Run()
     const LONG shown =
         CommonPropertySheetUIW(nullptr, Callback, reinterpret_cast<LPARAM>(&parameters_), &result);
     running = outer;
-    SheetOutcome outcome{result == CPSUI_OK, problem_};
-    if (shown < 0 && outcome.problem.empty())
-        outcome.problem =
-            "the property sheet could not be shown (system answer " + std::to_string(shown) + ")";
-    return outcome;
+    if (shown < 0 && problem_.empty())
+        return "the property sheet could not be shown (system answer " + std::to_string(shown) + ")";
+    return problem_;
 }
 
 HWND PropertySheet::Window() const

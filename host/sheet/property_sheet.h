@@ -29,12 +29,6 @@ struct SheetPage
     OptionItemsPage* items = nullptr; // null for a dialog page, and where the system draws the items
 };
 
-struct SheetOutcome
-{
-    bool confirmed = false; // closed with OK
-    std::string problem;    // empty when the sheet was shown
-};
-
 class PropertySheet
 {
 public:
@@ -45,8 +39,8 @@ public:
     PropertySheet(const PropertySheet&) = delete;
     PropertySheet& operator=(const PropertySheet&) = delete;
 
-    // Shows the sheet until it is closed.
-    SheetOutcome Run();
+    // Shows the sheet until it is closed. Returns an empty text, or why it could not be shown.
+    std::string Run();
 
     // While it runs, and what is left of it afterwards.
     std::span<const SheetPage> Pages() const { return pages_; }

@@ -82,6 +82,7 @@ void ScriptPlayer::Tick()
         return;
     }
     if (closing_) return;
+    if (next_ == 0) SetForegroundWindow(window);
     busy_ = true;
     try {
         if (next_ < settings_.steps.size()) {

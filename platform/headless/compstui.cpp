@@ -1,5 +1,6 @@
-// The common property sheet UI: collects the pages that a callback (a printer driver's) adds, runs the sheet, and tells the
-// callback when it is over. Option items are not drawn here; asked to add them the sheet function declines.
+// The common property sheet UI: collects the pages that a callback (a printer driver's) adds, runs the sheet,
+// and tells the callback when it is over. Option items are not drawn here; asked to add them the sheet
+// function declines.
 #include <memory>
 #include <vector>
 
@@ -111,7 +112,8 @@ LONG WINAPI CommonPropertySheetUIW(HWND owner, PFNPROPSHEETUI callback, LPARAM l
         PROPSHEETUI_INFO_HEADER wanted{};
         wanted.cbSize = sizeof wanted;
         wanted.hWndParent = owner;
-        if (root.Ask(PROPSHEETUI_REASON_GET_INFO_HEADER, reinterpret_cast<LPARAM>(&wanted)) > 0 && !pages.empty()) {
+        if (root.Ask(PROPSHEETUI_REASON_GET_INFO_HEADER, reinterpret_cast<LPARAM>(&wanted)) > 0 &&
+            !pages.empty()) {
             const PROPSHEETHEADERW header = HeaderFor(wanted, pages);
             const INT_PTR run = PropertySheetW(&header);
             answer = run < 0 ? ERR_CPSUI_GETLASTERROR : CPSUI_OK;

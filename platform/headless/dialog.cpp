@@ -1,5 +1,5 @@
-// Dialogs: made from templates, with the default behaviour that a dialog procedure leaves to the system, the keyboard of
-// IsDialogMessage, and the modal loop.
+// Dialogs: made from templates, with the default behaviour that a dialog procedure leaves to the system, the
+// keyboard of IsDialogMessage, and the modal loop.
 #include <algorithm>
 
 #include "platform/headless/dialog_template.h"
@@ -17,7 +17,8 @@ DLGPROC ProcedureOf(HWND dialog)
     return reinterpret_cast<DLGPROC>(GetWindowLongPtrW(dialog, DWLP_DLGPROC));
 }
 
-// Where a new dialog stands: children in their parent, others on the screen, from the owner's client area, never off it.
+// Where a new dialog stands: children in their parent, others on the screen, from the owner's client area,
+// never off it.
 RECT PlaceOf(const DialogTemplate& dialog, HWND parent)
 {
     const SIZE size = dialog.PixelSize();
@@ -28,9 +29,11 @@ RECT PlaceOf(const DialogTemplate& dialog, HWND parent)
     AdjustWindowRectEx(&place, dialog.style, FALSE, dialog.exStyle);
     if (child) return place;
     if (dialog.style & DS_CENTER) {
-        OffsetRect(&place, (kScreenWidth - place.left - place.right) / 2, (kScreenHeight - place.top - place.bottom) / 2);
+        OffsetRect(&place, (kScreenWidth - place.left - place.right) / 2,
+                   (kScreenHeight - place.top - place.bottom) / 2);
     }
-    OffsetRect(&place, std::min<int>(kScreenWidth - place.right, 0), std::min<int>(kScreenHeight - place.bottom, 0));
+    OffsetRect(&place, std::min<int>(kScreenWidth - place.right, 0),
+               std::min<int>(kScreenHeight - place.bottom, 0));
     OffsetRect(&place, std::max<int>(-place.left, 0), std::max<int>(-place.top, 0));
     return place;
 }
@@ -53,10 +56,10 @@ bool CreateItem(HWND handle, const DialogTemplate& dialog, const DialogItem& ite
     }
     const auto x = [&dialog](int units) { return MulDiv(units, dialog.UnitWidth(), 4); };
     const auto y = [&dialog](int units) { return MulDiv(units, dialog.UnitHeight(), 8); };
-    const HWND control =
-        CreateWindowExW(exStyle, item.className.Name(), item.text.Name(), style, x(item.x), y(item.y), x(item.width),
-                        y(item.height), handle, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int>(item.id))),
-                        module, const_cast<void*>(item.creationData));
+    const HWND control = CreateWindowExW(
+        exStyle, item.className.Name(), item.text.Name(), style, x(item.x), y(item.y), x(item.width),
+        y(item.height), handle, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int>(item.id))),
+        module, const_cast<void*>(item.creationData));
     if (!control) return (dialog.style & DS_NOFAILCREATE) != 0;
     const Window* const owner = Peek(handle);
     if (owner && owner->font) SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(owner->font), FALSE);
@@ -132,8 +135,10 @@ LRESULT Defaults(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
         if (!wParam) SaveFocus(window);
         return DefWindowProcW(handle, message, wParam, lParam);
     case WM_ACTIVATE:
-        if (LOWORD(wParam) != WA_INACTIVE) RestoreFocus(handle);
-        else SaveFocus(window);
+        if (LOWORD(wParam) != WA_INACTIVE)
+            RestoreFocus(handle);
+        else
+            SaveFocus(window);
         return 0;
     case WM_SETFOCUS:
         RestoreFocus(handle);
@@ -187,18 +192,21 @@ bool OnReturnKey(HWND dialog)
     const HWND focused = GetFocus();
     int id = IDOK;
     const LRESULT answer = SendMessageW(dialog, DM_GETDEFID, 0, 0);
-    if (focused && (SendMessageW(focused, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON)) id = GetDlgCtrlID(focused);
-    else if (HIWORD(answer) == DC_HASDEFID) id = LOWORD(answer);
+    if (focused && (SendMessageW(focused, WM_GETDLGCODE, 0, 0) & DLGC_DEFPUSHBUTTON))
+        id = GetDlgCtrlID(focused);
+    else if (HIWORD(answer) == DC_HASDEFID)
+        id = LOWORD(answer);
     const HWND button = GetDlgItem(dialog, id);
     if (button && !IsWindowEnabled(button)) return true;
-    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(static_cast<WORD>(id), BN_CLICKED), reinterpret_cast<LPARAM>(button));
+    SendMessageW(dialog, WM_COMMAND, MAKEWPARAM(static_cast<WORD>(id), BN_CLICKED),
+                 reinterpret_cast<LPARAM>(button));
     return true;
 }
 
 bool OnDialogKey(HWND dialog, const MSG& message)
 {
-    const auto wants =
-        static_cast<LONG>(SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message)));
+    const auto wants = static_cast<LONG>(
+        SendMessageW(message.hwnd, WM_GETDLGCODE, message.wParam, reinterpret_cast<LPARAM>(&message)));
     if (wants & DLGC_WANTALLKEYS) return false;
     switch (message.wParam) {
     case VK_TAB:
@@ -235,7 +243,8 @@ INT_PTR RunModal(HWND handle, HWND owner)
     return result;
 }
 
-INT_PTR RunModalFrom(const DialogTemplate& dialog, HINSTANCE module, HWND parent, DLGPROC procedure, LPARAM lParam)
+INT_PTR RunModalFrom(const DialogTemplate& dialog, HINSTANCE module, HWND parent, DLGPROC procedure,
+                     LPARAM lParam)
 {
     Window* const window = parent ? Find(parent) : nullptr;
     if (parent && !window) return 0;
@@ -246,15 +255,17 @@ INT_PTR RunModalFrom(const DialogTemplate& dialog, HINSTANCE module, HWND parent
 
 } // namespace
 
-HWND CreateDialogFrom(const DialogTemplate& source, HINSTANCE module, HWND parent, DLGPROC procedure, LPARAM lParam)
+HWND CreateDialogFrom(const DialogTemplate& source, HINSTANCE module, HWND parent, DLGPROC procedure,
+                      LPARAM lParam)
 {
     DialogTemplate dialog = source;
     SettleStyles(dialog);
     const RECT place = PlaceOf(dialog, parent);
     const bool named = dialog.className.number || !dialog.className.text.empty();
-    const HWND handle = CreateWindowExW(dialog.exStyle, named ? dialog.className.Name() : TEXT("#32770"),
-                                        dialog.title.c_str(), dialog.style & ~WS_VISIBLE, place.left, place.top,
-                                        place.right - place.left, place.bottom - place.top, parent, nullptr, module, nullptr);
+    const HWND handle =
+        CreateWindowExW(dialog.exStyle, named ? dialog.className.Name() : TEXT("#32770"),
+                        dialog.title.c_str(), dialog.style & ~WS_VISIBLE, place.left, place.top,
+                        place.right - place.left, place.bottom - place.top, parent, nullptr, module, nullptr);
     Window* window = Peek(handle);
     if (!window) return nullptr;
     window->dialog = std::make_unique<DialogState>();
@@ -286,7 +297,9 @@ using namespace tintwerk::headless;
 HWND WINAPI CreateDialogParamW(HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure, LPARAM lParam)
 {
     DialogTemplate dialog;
-    return LoadDialogTemplate(module, name, dialog) ? CreateDialogFrom(dialog, module, parent, procedure, lParam) : nullptr;
+    return LoadDialogTemplate(module, name, dialog)
+               ? CreateDialogFrom(dialog, module, parent, procedure, lParam)
+               : nullptr;
 }
 
 HWND WINAPI CreateDialogIndirectParamW(HINSTANCE module, LPCDLGTEMPLATEW data, HWND parent, DLGPROC procedure,
@@ -300,7 +313,8 @@ HWND WINAPI CreateDialogIndirectParamW(HINSTANCE module, LPCDLGTEMPLATEW data, H
 INT_PTR WINAPI DialogBoxParamW(HINSTANCE module, LPCWSTR name, HWND parent, DLGPROC procedure, LPARAM lParam)
 {
     DialogTemplate dialog;
-    return LoadDialogTemplate(module, name, dialog) ? RunModalFrom(dialog, module, parent, procedure, lParam) : -1;
+    return LoadDialogTemplate(module, name, dialog) ? RunModalFrom(dialog, module, parent, procedure, lParam)
+                                                    : -1;
 }
 
 INT_PTR WINAPI DialogBoxIndirectParamW(HINSTANCE module, LPCDLGTEMPLATEW data, HWND parent, DLGPROC procedure,
@@ -356,7 +370,8 @@ BOOL WINAPI MapDialogRect(HWND handle, LPRECT rectangle)
     if (!window || !window->dialog || !rectangle) return FALSE;
     const DialogState& state = *window->dialog;
     *rectangle = {MulDiv(rectangle->left, state.unitWidth, 4), MulDiv(rectangle->top, state.unitHeight, 8),
-                  MulDiv(rectangle->right, state.unitWidth, 4), MulDiv(rectangle->bottom, state.unitHeight, 8)};
+                  MulDiv(rectangle->right, state.unitWidth, 4),
+                  MulDiv(rectangle->bottom, state.unitHeight, 8)};
     return TRUE;
 }
 

@@ -151,7 +151,8 @@ bool LoadDialogTemplate(HINSTANCE module, LPCWSTR name, DialogTemplate& dialog)
 {
     const HRSRC resource = FindResourceW(module, name, RT_DIALOG);
     if (!resource) return false;
-    return ParseDialogTemplate(LockResource(LoadResource(module, resource)), SizeofResource(module, resource), dialog);
+    return ParseDialogTemplate(LockResource(LoadResource(module, resource)), SizeofResource(module, resource),
+                               dialog);
 }
 
 } // namespace tintwerk::headless

@@ -1,5 +1,5 @@
-// A dialog template taken apart: both binary layouts, classic and extended, give the same record. Used by dialog.cpp for
-// dialogs and by propsheet.cpp for pages, which change the style before the dialog is made.
+// A dialog template taken apart: both binary layouts, classic and extended, give the same record. Used by
+// dialog.cpp for dialogs and by propsheet.cpp for pages, which change the style before the dialog is made.
 #pragma once
 
 #include <string>
@@ -49,6 +49,7 @@ bool ParseDialogTemplate(const void* data, std::size_t size, DialogTemplate& dia
 // The template resource of that name.
 bool LoadDialogTemplate(HINSTANCE module, LPCWSTR name, DialogTemplate& dialog);
 
-HWND CreateDialogFrom(const DialogTemplate& dialog, HINSTANCE module, HWND parent, DLGPROC procedure, LPARAM lParam);
+HWND CreateDialogFrom(const DialogTemplate& dialog, HINSTANCE module, HWND parent, DLGPROC procedure,
+                      LPARAM lParam);
 
 } // namespace tintwerk::headless

@@ -1,5 +1,5 @@
-// Device contexts, drawing objects and the few shapes that are painted. All threads share the objects, as on the real
-// platform; a device context is used by one thread at a time.
+// Device contexts, drawing objects and the few shapes that are painted. All threads share the objects, as on
+// the real platform; a device context is used by one thread at a time.
 #include "platform/headless/gdi_objects.h"
 
 #include <algorithm>
@@ -58,7 +58,8 @@ public:
     {
         const auto key = reinterpret_cast<UINT_PTR>(handle);
         const std::size_t slot = key & 0x3fff;
-        return slot < slots_.size() && slots_[slot].record && Key(slot) == key ? slots_[slot].record.get() : nullptr;
+        return slot < slots_.size() && slots_[slot].record && Key(slot) == key ? slots_[slot].record.get()
+                                                                               : nullptr;
     }
     void Leave(const void* handle) { slots_[reinterpret_cast<UINT_PTR>(handle) & 0x3fff].record.reset(); }
     std::size_t Count() const
@@ -86,8 +87,9 @@ private:
     std::vector<Slot> slots_;
 };
 
-constexpr std::array<int, 11> kStock{WHITE_BRUSH, LTGRAY_BRUSH, GRAY_BRUSH, DKGRAY_BRUSH, BLACK_BRUSH,     NULL_BRUSH,
-                                     WHITE_PEN,   BLACK_PEN,    NULL_PEN,   SYSTEM_FONT,  DEFAULT_GUI_FONT};
+constexpr std::array<int, 11> kStock{WHITE_BRUSH, LTGRAY_BRUSH, GRAY_BRUSH,      DKGRAY_BRUSH,
+                                     BLACK_BRUSH, NULL_BRUSH,   WHITE_PEN,       BLACK_PEN,
+                                     NULL_PEN,    SYSTEM_FONT,  DEFAULT_GUI_FONT};
 
 struct Drawing
 {
@@ -118,7 +120,10 @@ struct Drawing
         ownObjects = objects.Count();
     }
 
-    HGDIOBJ Enter(std::unique_ptr<Object> object) { return reinterpret_cast<HGDIOBJ>(objects.Enter(std::move(object))); }
+    HGDIOBJ Enter(std::unique_ptr<Object> object)
+    {
+        return reinterpret_cast<HGDIOBJ>(objects.Enter(std::move(object)));
+    }
 
     static std::unique_ptr<Object> MakeStock(int index)
     {
@@ -126,7 +131,8 @@ struct Drawing
         object->stock = true;
         object->kind = index <= NULL_BRUSH ? OBJ_BRUSH : index <= NULL_PEN ? OBJ_PEN : OBJ_FONT;
         object->hollow = index == NULL_BRUSH || index == NULL_PEN;
-        constexpr COLORREF kGreys[] = {RGB(255, 255, 255), RGB(192, 192, 192), RGB(128, 128, 128), RGB(64, 64, 64)};
+        constexpr COLORREF kGreys[] = {RGB(255, 255, 255), RGB(192, 192, 192), RGB(128, 128, 128),
+                                       RGB(64, 64, 64)};
         if (index <= DKGRAY_BRUSH) object->color = kGreys[index];
         if (index == WHITE_PEN) object->color = RGB(255, 255, 255);
         return object;
@@ -210,7 +216,9 @@ void PaintRounded(const Tools& tools, RECT shape, int ellipseWidth, int ellipseH
         const int y = shape.top + row;
         if (filled) FillRow(*tools.surface, y, left, right, tools.brush->color);
         if (!outlined) continue;
-        const int outer = fromEdge == 0 ? right - left : std::max(InsetOf(fromEdge - 1, ellipseWidth, ellipseHeight) - inset, 1);
+        const int outer = fromEdge == 0
+                              ? right - left
+                              : std::max(InsetOf(fromEdge - 1, ellipseWidth, ellipseHeight) - inset, 1);
         FillRow(*tools.surface, y, left, left + outer, tools.pen->color);
         FillRow(*tools.surface, y, right - outer, right, tools.pen->color);
     }
@@ -251,8 +259,10 @@ BOOL Delete(HGDIOBJ handle)
     Object* const object = Gdi().objects.Find(handle);
     if (!object || object->deleted) return FALSE;
     if (object->stock) return TRUE;
-    if (object->selections > 0) object->deleted = true;
-    else Gdi().objects.Leave(handle);
+    if (object->selections > 0)
+        object->deleted = true;
+    else
+        Gdi().objects.Leave(handle);
     return TRUE;
 }
 
@@ -290,7 +300,8 @@ HBITMAP SurfaceOf(Window& window)
 {
     const RECT client = ClientOf(window);
     const Object* const own = Gdi().objects.Find(window.surface);
-    if (own && own->surface->width == client.right && own->surface->height == client.bottom) return window.surface;
+    if (own && own->surface->width == client.right && own->surface->height == client.bottom)
+        return window.surface;
     ReleaseSurface(window);
     auto surface = std::make_unique<Surface>(client.right, client.bottom);
     std::ranges::fill(surface->pixels, PixelOf(GetSysColor(COLOR_BTNFACE)));
@@ -310,8 +321,13 @@ template <typename Record> int CopyRecord(const Record& record, int size, LPVOID
 BITMAP DescriptionOf(Surface& surface)
 {
     const int bytes = (surface.width * surface.bitsPerPixel + 15) / 16 * 2;
-    return {0, surface.width, surface.height, surface.isDibSection ? (bytes + 3) / 4 * 4 : bytes, 1,
-            surface.bitsPerPixel, surface.isDibSection ? surface.pixels.data() : nullptr};
+    return {0,
+            surface.width,
+            surface.height,
+            surface.isDibSection ? (bytes + 3) / 4 * 4 : bytes,
+            1,
+            surface.bitsPerPixel,
+            surface.isDibSection ? surface.pixels.data() : nullptr};
 }
 
 int DescribeBitmap(Surface& surface, int size, LPVOID buffer)
@@ -397,7 +413,8 @@ HBITMAP WINAPI CreateCompatibleBitmap(HDC, int width, int height)
 HBITMAP WINAPI CreateDIBSection(HDC, const BITMAPINFO* info, UINT, void** bits, HANDLE, DWORD)
 {
     if (bits) *bits = nullptr;
-    if (!info || info->bmiHeader.biBitCount != 32 || info->bmiHeader.biWidth <= 0 || info->bmiHeader.biHeight == 0)
+    if (!info || info->bmiHeader.biBitCount != 32 || info->bmiHeader.biWidth <= 0 ||
+        info->bmiHeader.biHeight == 0)
         return nullptr;
     auto surface = std::make_unique<Surface>(info->bmiHeader.biWidth, std::abs(info->bmiHeader.biHeight));
     surface->bottomUp = info->bmiHeader.biHeight > 0;
@@ -423,7 +440,8 @@ int WINAPI GetDIBits(HDC, HBITMAP bitmap, UINT start, UINT lines, LPVOID bits, B
     if (info->bmiHeader.biBitCount != 32 || info->bmiHeader.biWidth != surface.width) return 0;
     const bool topDown = info->bmiHeader.biHeight < 0;
     auto* out = static_cast<std::uint32_t*>(bits);
-    const int last = static_cast<int>(std::min<std::uint64_t>(std::uint64_t{start} + lines, surface.pixels.size()));
+    const int last =
+        static_cast<int>(std::min<std::uint64_t>(std::uint64_t{start} + lines, surface.pixels.size()));
     int copied = 0;
     for (int line = static_cast<int>(start); line < std::min(last, surface.height); ++line, ++copied) {
         for (int x = 0; x < surface.width; ++x)
@@ -578,7 +596,8 @@ COLORREF WINAPI SetPixel(HDC dc, int x, int y, COLORREF color)
     return color & 0xffffff;
 }
 
-BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int sourceX, int sourceY, DWORD operation)
+BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int sourceX, int sourceY,
+                   DWORD operation)
 {
     const Lock lock(Gdi().mutex);
     if (!Gdi().contexts.Find(dc)) return FALSE;
@@ -589,8 +608,10 @@ BOOL WINAPI BitBlt(HDC dc, int x, int y, int width, int height, HDC source, int 
         for (int column = 0; column < width; ++column) {
             if (!Inside(*target.surface, x + column, y + row)) continue;
             std::uint32_t& pixel = target.surface->At(x + column, y + row);
-            if (operation == BLACKNESS) pixel = 0;
-            else if (operation == WHITENESS) pixel = 0xffffff;
+            if (operation == BLACKNESS)
+                pixel = 0;
+            else if (operation == WHITENESS)
+                pixel = 0xffffff;
             else if (from.surface && Inside(*from.surface, sourceX + column, sourceY + row))
                 pixel = from.surface->At(sourceX + column, sourceY + row);
         }

@@ -9,7 +9,8 @@
 
 namespace tintwerk::headless {
 
-// 32-bit pixels 0x00RRGGBB, the top row first in memory order of Row(); a picture of 24 bits or less is widened when loaded.
+// 32-bit pixels 0x00RRGGBB, the top row first in memory order of Row(); a picture of 24 bits or less is
+// widened when loaded.
 struct Surface
 {
     int width = 0;
@@ -27,7 +28,8 @@ struct Surface
     std::uint32_t& At(int x, int y)
     {
         const int row = bottomUp ? height - 1 - y : y;
-        return pixels[static_cast<std::size_t>(row) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
+        return pixels[static_cast<std::size_t>(row) * static_cast<std::size_t>(width) +
+                      static_cast<std::size_t>(x)];
     }
 };
 

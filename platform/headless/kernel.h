@@ -291,10 +291,7 @@ BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES
                     LPPROCESS_INFORMATION information);
 BOOL CloseHandle(HANDLE handle);
 DWORD GetCurrentThreadId();
-inline HANDLE GetCurrentProcess()
-{
-    return reinterpret_cast<HANDLE>(static_cast<LONG_PTR>(-1));
-}
+HANDLE GetCurrentProcess(); // a value that stands for this process; never closed
 DWORD GetCurrentProcessId();
 
 union LARGE_INTEGER {

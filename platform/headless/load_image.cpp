@@ -1,4 +1,5 @@
-// Bitmaps from resources and .bmp files: 1, 4, 8, 24 and 32 bits a pixel, uncompressed, into a 32-bit surface.
+// Bitmaps from resources and .bmp files: 1, 4, 8, 24 and 32 bits a pixel, uncompressed, into a 32-bit
+// surface.
 #include <array>
 #include <cstdio>
 #include <cstring>
@@ -40,7 +41,8 @@ constexpr LONG kLargestSide = 16384;
 bool ReadPicture(Bytes bytes, std::size_t rows, Picture& picture)
 {
     BITMAPINFOHEADER& header = picture.header;
-    if (!bytes.Read(0, header) || header.biSize < sizeof header || header.biCompression != BI_RGB) return false;
+    if (!bytes.Read(0, header) || header.biSize < sizeof header || header.biCompression != BI_RGB)
+        return false;
     if (header.biWidth <= 0 || header.biWidth > kLargestSide || header.biHeight == 0 ||
         header.biHeight > kLargestSide || header.biHeight < -kLargestSide)
         return false;
@@ -80,20 +82,25 @@ std::uint32_t PixelAt(Bytes bytes, const Picture& picture, int x, int y)
     return static_cast<std::uint32_t>(pixel[0] | pixel[1] << 8 | pixel[2] << 16);
 }
 
-// Greys of the classic look follow the system's colours, and the first pixel's colour becomes that of windows.
+// Greys of the classic look follow the system's colours, and the first pixel's colour becomes that of
+// windows.
 void MapColors(Bytes bytes, Picture& picture, UINT flags)
 {
     if (picture.header.biBitCount > 8) return;
     if (flags & LR_LOADTRANSPARENT) {
         const int window = flags & LR_LOADMAP3DCOLORS ? COLOR_3DFACE : COLOR_WINDOW;
-        const BYTE* const firstRow = bytes.data + picture.rows; // the one stored first, at the bottom of the picture
+        const BYTE* const firstRow =
+            bytes.data + picture.rows; // the one stored first, at the bottom of the picture
         picture.colors[IndexAt(firstRow, 0, picture.header.biBitCount)] = PixelOf(GetSysColor(window));
     }
     if (!(flags & LR_LOADMAP3DCOLORS)) return;
     for (std::uint32_t& color : picture.colors) {
-        if (color == 0x808080) color = PixelOf(GetSysColor(COLOR_3DSHADOW));
-        else if (color == 0xc0c0c0) color = PixelOf(GetSysColor(COLOR_3DFACE));
-        else if (color == 0xdfdfdf) color = PixelOf(GetSysColor(COLOR_3DLIGHT));
+        if (color == 0x808080)
+            color = PixelOf(GetSysColor(COLOR_3DSHADOW));
+        else if (color == 0xc0c0c0)
+            color = PixelOf(GetSysColor(COLOR_3DFACE));
+        else if (color == 0xdfdfdf)
+            color = PixelOf(GetSysColor(COLOR_3DLIGHT));
     }
 }
 
@@ -158,7 +165,8 @@ HANDLE LoadWide(HINSTANCE module, LPCWSTR name, UINT kind, int width, int height
 
 HANDLE LoadNarrow(HINSTANCE module, LPCSTR name, UINT kind, int width, int height, UINT flags)
 {
-    if (IS_INTRESOURCE(name)) return LoadWide(module, reinterpret_cast<LPCWSTR>(name), kind, width, height, flags);
+    if (IS_INTRESOURCE(name))
+        return LoadWide(module, reinterpret_cast<LPCWSTR>(name), kind, width, height, flags);
     if (kind != IMAGE_BITMAP || !(flags & LR_LOADFROMFILE)) return nullptr;
     return BitmapFromFile(name, width, height, flags);
 }

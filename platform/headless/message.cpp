@@ -1,5 +1,5 @@
-// Messages: sent at once, posted to the thread's queue, made by timers and by windows that want painting; and what a window
-// does with a message that its own procedure leaves alone.
+// Messages: sent at once, posted to the thread's queue, made by timers and by windows that want painting; and
+// what a window does with a message that its own procedure leaves alone.
 #include "platform/headless/window.h"
 
 #include <algorithm>
@@ -46,7 +46,8 @@ MSG MessageOf(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
     return {window, message, wParam, lParam, GetTickCount(), {0, 0}};
 }
 
-// Takes the next message that is there without waiting, in the order of the system: posted, quit, paint, timer.
+// Takes the next message that is there without waiting, in the order of the system: posted, quit, paint,
+// timer.
 bool Take(MSG& message, HWND filter, UINT first, UINT last, bool remove)
 {
     ThreadState& thread = Thread();
@@ -73,7 +74,8 @@ bool Take(MSG& message, HWND filter, UINT first, UINT last, bool remove)
     if (InRange(WM_TIMER, first, last)) {
         Timer* const timer = NextTimer(filter);
         if (timer && timer->due <= GetTickCount64()) {
-            message = MessageOf(timer->window, WM_TIMER, timer->id, reinterpret_cast<LPARAM>(timer->procedure));
+            message =
+                MessageOf(timer->window, WM_TIMER, timer->id, reinterpret_cast<LPARAM>(timer->procedure));
             if (remove) timer->due = GetTickCount64() + timer->period;
             return true;
         }
@@ -111,7 +113,8 @@ std::string NarrowedTextOf(HWND window)
     std::string narrow(static_cast<std::size_t>(
                            WideCharToMultiByte(CP_ACP, 0, wide.data(), units, nullptr, 0, nullptr, nullptr)),
                        0);
-    WideCharToMultiByte(CP_ACP, 0, wide.data(), units, narrow.data(), static_cast<int>(narrow.size()), nullptr, nullptr);
+    WideCharToMultiByte(CP_ACP, 0, wide.data(), units, narrow.data(), static_cast<int>(narrow.size()),
+                        nullptr, nullptr);
     return narrow;
 }
 
@@ -128,8 +131,8 @@ void TellPlace(HWND window, const WINDOWPOS& position)
 WCHAR CharacterOf(WPARAM key)
 {
     if (key >= 'A' && key <= 'Z') return static_cast<WCHAR>(key + 32);
-    if ((key >= '0' && key <= '9') || key == VK_BACK || key == VK_TAB || key == VK_RETURN || key == VK_ESCAPE ||
-        key == VK_SPACE)
+    if ((key >= '0' && key <= '9') || key == VK_BACK || key == VK_TAB || key == VK_RETURN ||
+        key == VK_ESCAPE || key == VK_SPACE)
         return static_cast<WCHAR>(key);
     return 0;
 }

@@ -1,5 +1,5 @@
-// Message boxes without a display: nobody can press a button, so the default one is pressed at once. Tests put their own
-// function in their place and answer.
+// Message boxes without a display: nobody can press a button, so the default one is pressed at once. Tests
+// put their own function in their place and answer.
 #include "platform/headless/hookable.h"
 #include "platform/headless/window.h"
 

@@ -18,7 +18,8 @@ void Reorder(Window& window, HWND after)
     std::vector<Window*>& siblings = window.parent->children;
     if (after == HWND_NOTOPMOST) return;
     if (after == window.handle) return;
-    Window* const sibling = after == HWND_TOP || after == HWND_BOTTOM || after == HWND_TOPMOST ? nullptr : Peek(after);
+    Window* const sibling =
+        after == HWND_TOP || after == HWND_BOTTOM || after == HWND_TOPMOST ? nullptr : Peek(after);
     std::erase(siblings, &window);
     if (after == HWND_BOTTOM) {
         siblings.push_back(&window);
@@ -50,7 +51,8 @@ void TellMoved(HWND handle, const RECT& before, UINT flags)
 {
     const Window* const window = Peek(handle);
     if (!window) return;
-    WINDOWPOS position{handle, nullptr, window->place.left, window->place.top, window->Width(), window->Height(), flags};
+    WINDOWPOS position{handle,           nullptr, window->place.left, window->place.top, window->Width(),
+                       window->Height(), flags};
     if (before.left == window->place.left && before.top == window->place.top) position.flags |= SWP_NOMOVE;
     if (before.right - before.left == position.cx && before.bottom - before.top == position.cy)
         position.flags |= SWP_NOSIZE;
@@ -62,8 +64,10 @@ void TellMoved(HWND handle, const RECT& before, UINT flags)
 RECT FrameOf(DWORD style, DWORD exStyle)
 {
     int edge = 0;
-    if ((exStyle & (WS_EX_STATICEDGE | WS_EX_DLGMODALFRAME)) == WS_EX_STATICEDGE) edge = 1;
-    else if ((exStyle & WS_EX_DLGMODALFRAME) || (style & (WS_THICKFRAME | WS_DLGFRAME))) edge = 2;
+    if ((exStyle & (WS_EX_STATICEDGE | WS_EX_DLGMODALFRAME)) == WS_EX_STATICEDGE)
+        edge = 1;
+    else if ((exStyle & WS_EX_DLGMODALFRAME) || (style & (WS_THICKFRAME | WS_DLGFRAME)))
+        edge = 2;
     if (style & WS_THICKFRAME) ++edge;
     if ((style & (WS_BORDER | WS_DLGFRAME)) || (exStyle & WS_EX_DLGMODALFRAME)) ++edge;
     RECT frame{edge, edge, edge, edge};
@@ -236,7 +240,8 @@ BOOL WINAPI SetWindowPos(HWND handle, HWND after, int x, int y, int width, int h
     place = {x, y, x + std::max(width, 0), y + std::max(height, 0)};
     if (flags & SWP_SHOWWINDOW) window->style |= WS_VISIBLE;
     if (flags & SWP_HIDEWINDOW) window->style &= ~WS_VISIBLE;
-    if (!(flags & SWP_NOREDRAW) && IsShown(*window) && (!EqualRect(&before, &place) || (flags & SWP_SHOWWINDOW)))
+    if (!(flags & SWP_NOREDRAW) && IsShown(*window) &&
+        (!EqualRect(&before, &place) || (flags & SWP_SHOWWINDOW)))
         Invalidate(*window, true);
     TellMoved(handle, before, flags);
     if (!(flags & SWP_NOACTIVATE) && Peek(handle) && !window->IsChild() && (window->style & WS_VISIBLE))
@@ -330,8 +335,8 @@ BOOL WINAPI IsRectEmpty(const RECT* rectangle)
 
 BOOL WINAPI PtInRect(const RECT* rectangle, POINT point)
 {
-    return rectangle && point.x >= rectangle->left && point.x < rectangle->right && point.y >= rectangle->top &&
-           point.y < rectangle->bottom;
+    return rectangle && point.x >= rectangle->left && point.x < rectangle->right &&
+           point.y >= rectangle->top && point.y < rectangle->bottom;
 }
 
 BOOL WINAPI OffsetRect(LPRECT rectangle, int x, int y)

@@ -144,6 +144,12 @@ DWORD GetCurrentThreadId()
 {
     return static_cast<DWORD>(gettid());
 }
+
+HANDLE GetCurrentProcess()
+{
+    return INVALID_HANDLE_VALUE;
+}
+
 DWORD GetCurrentProcessId()
 {
     return static_cast<DWORD>(getpid());

@@ -1,12 +1,13 @@
-// Property sheets: a frame with a tab control and the OK, Cancel and Apply buttons, and pages that are made from their
-// templates when they are shown for the first time.
+// Property sheets: a frame with a tab control and the OK, Cancel and Apply buttons, and pages that are made
+// from their templates when they are shown for the first time.
 #include <algorithm>
 #include <cstring>
 
 #include "platform/headless/dialog_template.h"
 #include "platform/headless/window.h"
 
-// What CreatePropertySheetPageW hands out: a copy of the page's record with whatever follows it, and of its texts.
+// What CreatePropertySheetPageW hands out: a copy of the page's record with whatever follows it, and of its
+// texts.
 struct _PSP
 {
     std::vector<BYTE> record;
@@ -47,7 +48,9 @@ struct SheetState final : ControlState
 
     Entry* At(LONG_PTR index)
     {
-        return index >= 0 && index < static_cast<LONG_PTR>(pages.size()) ? &pages[static_cast<std::size_t>(index)] : nullptr;
+        return index >= 0 && index < static_cast<LONG_PTR>(pages.size())
+                   ? &pages[static_cast<std::size_t>(index)]
+                   : nullptr;
     }
     Entry* Active() { return At(active); }
     int IndexOf(HWND window) const
@@ -64,7 +67,8 @@ SheetState* SheetOf(HWND sheet)
 
 UINT Call(PROPSHEETPAGEW& page, UINT message)
 {
-    return (page.dwFlags & PSP_USECALLBACK) && page.pfnCallback ? page.pfnCallback(nullptr, message, &page) : 1;
+    return (page.dwFlags & PSP_USECALLBACK) && page.pfnCallback ? page.pfnCallback(nullptr, message, &page)
+                                                                : 1;
 }
 
 void Release(HPROPSHEETPAGE page)
@@ -126,19 +130,22 @@ bool CreatePage(HWND sheet, int index)
     PROPSHEETPAGEW& record = page->Page();
     DialogTemplate dialog;
     if (!Call(record, PSPCB_CREATE) || !LoadTemplate(*page, dialog)) return false;
-    dialog.style &= ~(DS_MODALFRAME | WS_CAPTION | WS_SYSMENU | WS_POPUP | WS_DISABLED | WS_VISIBLE | WS_THICKFRAME);
+    dialog.style &=
+        ~(DS_MODALFRAME | WS_CAPTION | WS_SYSMENU | WS_POPUP | WS_DISABLED | WS_VISIBLE | WS_THICKFRAME);
     dialog.style |= WS_CHILD | WS_TABSTOP | DS_CONTROL;
-    const HWND window =
-        CreateDialogFrom(dialog, record.hInstance, sheet, record.pfnDlgProc, reinterpret_cast<LPARAM>(&record));
+    const HWND window = CreateDialogFrom(dialog, record.hInstance, sheet, record.pfnDlgProc,
+                                         reinterpret_cast<LPARAM>(&record));
     state = SheetOf(sheet);
     if (!window || !state || !state->At(index)) return false;
     state->At(index)->window = window;
     const RECT area = PageArea(sheet);
-    SetWindowPos(window, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top, SWP_NOACTIVATE);
+    SetWindowPos(window, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                 SWP_NOACTIVATE);
     return true;
 }
 
-// Shows a page in the place of the one that was active. A page that cannot be made leaves the sheet without one.
+// Shows a page in the place of the one that was active. A page that cannot be made leaves the sheet without
+// one.
 bool ShowPage(HWND sheet, int index)
 {
     const HWND previous = ActiveWindow(sheet);
@@ -169,7 +176,8 @@ bool SelectPage(HWND sheet, LONG_PTR index)
     return state && state->At(index) && ShowPage(sheet, static_cast<int>(index));
 }
 
-// Asks the active page whether it may be left, then every page that was made to apply. False when one of them refuses.
+// Asks the active page whether it may be left, then every page that was made to apply. False when one of them
+// refuses.
 bool Apply(HWND sheet, bool closing)
 {
     if (!LeaveActive(sheet)) return false;
@@ -181,8 +189,10 @@ bool Apply(HWND sheet, bool closing)
         if (answer == PSNRET_INVALID || answer == PSNRET_INVALID_NOCHANGEPAGE) return false;
     }
     if (!(state = SheetOf(sheet))) return false;
-    if (closing) state->active = -1;
-    else NotifyPage(sheet, ActiveWindow(sheet), PSN_SETACTIVE);
+    if (closing)
+        state->active = -1;
+    else
+        NotifyPage(sheet, ActiveWindow(sheet), PSN_SETACTIVE);
     return true;
 }
 
@@ -192,7 +202,8 @@ void End(HWND sheet, INT_PTR result)
     if (!state) return;
     state->result = result;
     state->ended = true;
-    if (!state->modal) state->active = -1; // a modeless sheet is destroyed by its owner, who sees that no page is current
+    if (!state->modal)
+        state->active = -1; // a modeless sheet is destroyed by its owner, who sees that no page is current
 }
 
 void PressOk(HWND sheet)
@@ -304,8 +315,10 @@ LRESULT AddPage(HWND sheet, HPROPSHEETPAGE page)
 
 int PageIndex(const SheetState& state, LPARAM page, WPARAM fallback)
 {
-    const auto own = std::ranges::find(state.pages, reinterpret_cast<HPROPSHEETPAGE>(page), &SheetState::Entry::page);
-    return page && own != state.pages.end() ? static_cast<int>(own - state.pages.begin()) : static_cast<int>(fallback);
+    const auto own =
+        std::ranges::find(state.pages, reinterpret_cast<HPROPSHEETPAGE>(page), &SheetState::Entry::page);
+    return page && own != state.pages.end() ? static_cast<int>(own - state.pages.begin())
+                                            : static_cast<int>(fallback);
 }
 
 INT_PTR CALLBACK SheetProcedure(HWND sheet, UINT message, WPARAM wParam, LPARAM lParam)
@@ -397,8 +410,9 @@ void CreateButtons(HWND sheet, int right, int top, HINSTANCE module, bool hasApp
     const int shown = hasApply ? 3 : 2;
     int left = right - shown * kButtonWidth - (shown - 1) * kMargin;
     for (const auto& button : buttons) {
-        CreateWindowExW(0, TEXT("Button"), button.text, WS_CHILD | button.style, left, top, kButtonWidth, kButtonHeight,
-                        sheet, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(button.id)), module, nullptr);
+        CreateWindowExW(0, TEXT("Button"), button.text, WS_CHILD | button.style, left, top, kButtonWidth,
+                        kButtonHeight, sheet, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(button.id)),
+                        module, nullptr);
         left += kButtonWidth + kMargin;
     }
 }
@@ -409,11 +423,12 @@ HWND CreateFrame(const PROPSHEETHEADERW& header, const std::vector<HPROPSHEETPAG
     const int tabWidth = page.cx + kTabAroundPage.cx;
     const int tabHeight = page.cy + kTabAroundPage.cy;
     RECT frame{0, 0, tabWidth + 2 * kMargin, tabHeight + 3 * kMargin + kButtonHeight};
-    constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPSIBLINGS | DS_CONTEXTHELP | DS_MODALFRAME |
-                             DS_SETFONT | DS_3DLOOK;
+    constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPSIBLINGS | DS_CONTEXTHELP |
+                             DS_MODALFRAME | DS_SETFONT | DS_3DLOOK;
     constexpr DWORD kExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
     AdjustWindowRectEx(&frame, kStyle, FALSE, kExStyle);
-    std::u16string title = header.pszCaption && !IS_INTRESOURCE(header.pszCaption) ? header.pszCaption : TEXT("");
+    std::u16string title =
+        header.pszCaption && !IS_INTRESOURCE(header.pszCaption) ? header.pszCaption : TEXT("");
     if (header.dwFlags & PSH_PROPTITLE) title.insert(0, TEXT("Properties for "));
     const HWND sheet =
         CreateWindowExW(kExStyle, TEXT("#32770"), title.c_str(), kStyle, 0, 0, frame.right - frame.left,
@@ -428,11 +443,13 @@ HWND CreateFrame(const PROPSHEETHEADERW& header, const std::vector<HPROPSHEETPAG
     state->hasApply = !(header.dwFlags & PSH_NOAPPLYNOW);
     window->control = std::move(state);
     SetWindowLongPtrW(sheet, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(SheetProcedure));
-    CreateButtons(sheet, kMargin + tabWidth, 2 * kMargin + tabHeight, header.hInstance, !(header.dwFlags & PSH_NOAPPLYNOW));
-    SheetOf(sheet)->tab = CreateWindowExW(
-        0, WC_TABCONTROLW, TEXT(""), WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_GROUP | WS_CLIPSIBLINGS | TCS_MULTILINE,
-        kMargin, kMargin, tabWidth, tabHeight, sheet, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(kTabId)),
-        header.hInstance, nullptr);
+    CreateButtons(sheet, kMargin + tabWidth, 2 * kMargin + tabHeight, header.hInstance,
+                  !(header.dwFlags & PSH_NOAPPLYNOW));
+    SheetOf(sheet)->tab =
+        CreateWindowExW(0, WC_TABCONTROLW, TEXT(""),
+                        WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_GROUP | WS_CLIPSIBLINGS | TCS_MULTILINE,
+                        kMargin, kMargin, tabWidth, tabHeight, sheet,
+                        reinterpret_cast<HMENU>(static_cast<LONG_PTR>(kTabId)), header.hInstance, nullptr);
     return sheet;
 }
 
@@ -457,7 +474,8 @@ std::vector<HPROPSHEETPAGE> PagesOf(const PROPSHEETHEADERW& header)
 int StartPage(const PROPSHEETHEADERW& header, const std::vector<HPROPSHEETPAGE>& pages)
 {
     std::size_t start = 0;
-    if (!(header.dwFlags & PSH_USEPSTARTPAGE)) start = header.nStartPage;
+    if (!(header.dwFlags & PSH_USEPSTARTPAGE))
+        start = header.nStartPage;
     else
         while (start < pages.size() && TitleOf(*pages[start]) != header.pStartPage)
             ++start;

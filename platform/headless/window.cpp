@@ -12,7 +12,8 @@ namespace {
 
 std::atomic<DWORD> liveWindows{0};
 
-// Every handle carries a generation that no other window of the process has had lately, so that a stale one is found out.
+// Every handle carries a generation that no other window of the process has had lately, so that a stale one
+// is found out.
 UINT_PTR NextGeneration()
 {
     static std::atomic<UINT> last{0};
@@ -113,8 +114,9 @@ void SettleStyles(Window& window)
         window.style |= WS_CLIPSIBLINGS;
         if (!(window.style & WS_POPUP)) window.style |= WS_CAPTION;
     }
-    const bool raised = (window.exStyle & WS_EX_DLGMODALFRAME) ||
-                        (!(window.exStyle & WS_EX_STATICEDGE) && (window.style & (WS_DLGFRAME | WS_THICKFRAME)));
+    const bool raised =
+        (window.exStyle & WS_EX_DLGMODALFRAME) ||
+        (!(window.exStyle & WS_EX_STATICEDGE) && (window.style & (WS_DLGFRAME | WS_THICKFRAME)));
     window.exStyle = raised ? window.exStyle | WS_EX_WINDOWEDGE : window.exStyle & ~WS_EX_WINDOWEDGE;
 }
 
@@ -178,7 +180,8 @@ BOOL EnumerateHandles(const std::vector<HWND>& handles, WNDENUMPROC procedure, L
 
 bool Matches(const Window& window, LPCWSTR className, LPCWSTR text)
 {
-    return (!className || EqualIgnoringCase(window.windowClass->name, className)) && (!text || window.text == text);
+    return (!className || EqualIgnoringCase(window.windowClass->name, className)) &&
+           (!text || window.text == text);
 }
 
 } // namespace
@@ -263,8 +266,9 @@ std::shared_ptr<const WindowClass> FindClass(LPCWSTR name, HINSTANCE module)
     const std::lock_guard lock(table.mutex);
     const std::shared_ptr<const WindowClass>* match = nullptr;
     for (const auto& entry : table.classes) {
-        const bool same = IS_INTRESOURCE(name) ? entry->atom == static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(name))
-                                               : EqualIgnoringCase(entry->name, name);
+        const bool same = IS_INTRESOURCE(name)
+                              ? entry->atom == static_cast<ATOM>(reinterpret_cast<ULONG_PTR>(name))
+                              : EqualIgnoringCase(entry->name, name);
         if (!same) continue;
         if (entry->module == module) return entry;
         if (!match) match = &entry;
@@ -301,7 +305,8 @@ ATOM WINAPI RegisterClassExW(const WNDCLASSEXW* windowClass)
     ClassTable& table = Classes();
     const std::lock_guard lock(table.mutex);
     for (const auto& entry : table.classes) {
-        if (entry->module == windowClass->hInstance && EqualIgnoringCase(entry->name, windowClass->lpszClassName)) {
+        if (entry->module == windowClass->hInstance &&
+            EqualIgnoringCase(entry->name, windowClass->lpszClassName)) {
             SetLastError(ERROR_CLASS_ALREADY_EXISTS);
             return 0;
         }
@@ -333,8 +338,9 @@ BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE module)
     return TRUE;
 }
 
-HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y, int width,
-                            int height, HWND parent, HMENU menuOrId, HINSTANCE module, LPVOID parameter)
+HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y,
+                            int width, int height, HWND parent, HMENU menuOrId, HINSTANCE module,
+                            LPVOID parameter)
 {
     const std::shared_ptr<const WindowClass> windowClass = className ? FindClass(className, module) : nullptr;
     if (!windowClass) {
@@ -371,8 +377,9 @@ HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWOR
     std::vector<Window*>& siblings = window->parent->children;
     siblings.insert(child ? siblings.end() : siblings.begin(), window);
 
-    CREATESTRUCTW creation{parameter, module, menuOrId, parent,    height,      width, y, x, static_cast<LONG>(style),
-                           text,      className, exStyle};
+    CREATESTRUCTW creation{
+        parameter, module,    menuOrId, parent, height, width, y, x, static_cast<LONG>(style),
+        text,      className, exStyle};
     if (!SendMessageW(handle, WM_NCCREATE, 0, reinterpret_cast<LPARAM>(&creation))) {
         if ((window = Peek(handle))) Leave(*window);
         return nullptr;
@@ -399,9 +406,11 @@ BOOL WINAPI DestroyWindow(HWND handle)
     window->dying = true;
     TellParent(*window, WM_DESTROY);
     if (Window* const still = Peek(handle); still && (still->style & WS_VISIBLE)) {
-        if (still->IsChild()) ShowWindow(handle, SW_HIDE);
-        else SetWindowPos(handle, nullptr, 0, 0, 0, 0,
-                          SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW);
+        if (still->IsChild())
+            ShowWindow(handle, SW_HIDE);
+        else
+            SetWindowPos(handle, nullptr, 0, 0, 0, 0,
+                         SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_HIDEWINDOW);
     }
     for (const HWND other : TopLevelWindows()) {
         const Window* const owned = Peek(other);

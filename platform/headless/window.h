@@ -1,5 +1,6 @@
-// The inside of the headless window manager, shared by the files that make it up: the window record, its table of handles,
-// and the state of a thread that owns windows. Nothing outside platform/headless includes it.
+// The inside of the headless window manager, shared by the files that make it up: the window record, its
+// table of handles, and the state of a thread that owns windows. Nothing outside platform/headless includes
+// it.
 #pragma once
 
 #include <deque>
@@ -52,8 +53,8 @@ struct Window
     HWND handle = nullptr;
     std::shared_ptr<const WindowClass> windowClass;
     WNDPROC procedure = nullptr;
-    Window* parent = nullptr; // the desktop for top-level windows
-    HWND owner = nullptr;     // of a top-level window
+    Window* parent = nullptr;      // the desktop for top-level windows
+    HWND owner = nullptr;          // of a top-level window
     std::vector<Window*> children; // front to back
     RECT place{};                  // in the parent's client coordinates
     DWORD style = 0;
@@ -85,7 +86,8 @@ struct Timer
     ULONGLONG due;
 };
 
-// All windows of one thread and its message queue. Handles of other threads' windows are foreign here and are refused.
+// All windows of one thread and its message queue. Handles of other threads' windows are foreign here and are
+// refused.
 struct ThreadState
 {
     struct Slot
@@ -156,8 +158,8 @@ LRESULT CALLBACK TrackbarProcedure(HWND window, UINT message, WPARAM wParam, LPA
 LRESULT CALLBACK UpDownProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK TabProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-// Runs messages until done() holds; false when the thread was asked to quit, or when nothing can happen any more: no message,
-// no timer, nobody who could press a button.
+// Runs messages until done() holds; false when the thread was asked to quit, or when nothing can happen any
+// more: no message, no timer, nobody who could press a button.
 template <typename Done> bool PumpUntil(HWND dialog, Done done)
 {
     MSG message;

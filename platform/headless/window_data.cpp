@@ -46,7 +46,7 @@ LONG_PTR ReadNamed(Window& window, int index)
     }
 }
 
-LONG_PTR WriteStyle(Window& window, DWORD Window::* member, int index, LONG_PTR value)
+LONG_PTR WriteStyle(Window& window, DWORD Window::*member, int index, LONG_PTR value)
 {
     STYLESTRUCT change{window.*member, static_cast<DWORD>(value)};
     const HWND handle = window.handle;
@@ -64,7 +64,8 @@ LONG_PTR WriteNamed(Window& window, int index, LONG_PTR value)
     case GWLP_HINSTANCE:
         return reinterpret_cast<LONG_PTR>(std::exchange(window.module, reinterpret_cast<HINSTANCE>(value)));
     case GWLP_HWNDPARENT:
-        if (window.IsChild()) return reinterpret_cast<LONG_PTR>(SetParent(window.handle, reinterpret_cast<HWND>(value)));
+        if (window.IsChild())
+            return reinterpret_cast<LONG_PTR>(SetParent(window.handle, reinterpret_cast<HWND>(value)));
         return reinterpret_cast<LONG_PTR>(std::exchange(window.owner, reinterpret_cast<HWND>(value)));
     case GWL_STYLE:
         return WriteStyle(window, &Window::style, index, value);

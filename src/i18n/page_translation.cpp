@@ -53,7 +53,7 @@ void TranslateControl(HWND control, const char* key)
 void TranslateDialogPage(DWORD pageBits, HWND page)
 {
     Trace(TEXT("----- TRANSLAGE DLGPAGE dlgidx is %d\n"), static_cast<int>(pageBits));
-    const int position = std::countr_zero((pageBits & 0xFFu) | (1u << kPositions));
+    const int position = std::countr_zero(pageBits | 1u << kPositions);
     Trace(TEXT("DLGPAGE is %d\n"), position);
     for (const PageLabel& label : PageLabels(position)) {
         if (const HWND control = GetDlgItem(page, label.controlId)) TranslateControl(control, label.key);

@@ -66,7 +66,8 @@ void ShowOemLogo(HWND page)
     if (process.guiMode == 0 || (process.guiMode & kGuiModeFull) || ReadConfigDir(directory) != 0) return;
     if (std::strlen(directory) + std::strlen(process.oemLogoFileName) >= kLogoNames) return;
     char path[kLogoPathBytes];
-    std::snprintf(path, sizeof path, "%s\\oem\\%s", directory, process.oemLogoFileName);
+    const int length = std::snprintf(path, sizeof path, "%s\\oem\\%s", directory, process.oemLogoFileName);
+    if (length < 0 || length >= static_cast<int>(sizeof path)) return;
     Trace(TEXT("UI:  Load OEMlogo path= %S\r\n"), path);
     ShowPicture(PictureSlot::A, GetDlgItem(page, kLogoControl),
                 static_cast<HBITMAP>(

@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <map>
-#include <set>
 #include <string>
 
 #include "platform/testing.h"
@@ -136,29 +134,6 @@ TEST_F(PageTranslation, CleansAndCutsTheTexts)
         const Page page{1214};
         TranslateDialogPage(kConsumptionPage, page.window);
         EXPECT_EQ(row.shown, page[1214]) << row.what;
-    }
-}
-
-TEST_F(PageTranslation, ShowsTheKeyBeforeAnyTableWasBuilt)
-{
-    const Page page{1225};
-    TranslateDialogPage(kConsumptionPage, page.window);
-    EXPECT_EQ(TEXT("wlabel_consume_header"), page[1225]);
-}
-
-TEST_F(PageTranslation, KnowsEveryKeyThatItsTablesName)
-{
-    InitStringTable("en");
-    const size_t rows[] = {19, 21, 17, 3, 22, 11, 0, 0, 0};
-    for (int position = 0; position < 9; ++position) {
-        EXPECT_EQ(rows[position], PageLabels(position).size()) << position;
-        std::set<int> controls;
-        for (const PageLabel& label : PageLabels(position)) {
-            trace.Take();
-            FindDefaultString(label.key, 0);
-            EXPECT_NE(TEXT("defaultstring not found"), trace.Lines().at(0).substr(0, 23)) << label.key;
-            EXPECT_TRUE(controls.insert(label.controlId).second) << label.controlId;
-        }
     }
 }
 

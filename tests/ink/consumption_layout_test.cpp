@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <set>
 
 #include "src/ink/bar_value.h"
 
@@ -96,12 +95,6 @@ TEST(ConsumptionValues, AddUpBeyond32Bits)
     EXPECT_EQ(kHighest, sums.largestLastJob);
     EXPECT_EQ(10, sums.shown);
     EXPECT_EQ(1, SumUp(InkCounters{}).largestLastJob);
-}
-
-TEST(ConsumptionValues, ShowEveryChannelOnce)
-{
-    EXPECT_EQ(static_cast<size_t>(kInkChannels),
-              std::set<int>(kDisplayOrder.begin(), kDisplayOrder.end()).size());
 }
 
 TEST(BarValue, KeepsTheLowByteOfThePercentage)

@@ -148,15 +148,6 @@ TEST_F(ConsumptionPage, KeepsSizeAndLeftEdgeOfWhatItMoves)
     EXPECT_EQ(208, context.consumption.lastLine);
 }
 
-TEST_F(ConsumptionPage, SpeaksTheLanguageOfTheSheet)
-{
-    InitStringTable("de");
-    Show(1, 1, 1);
-    DrawConsumptionPage(context);
-    EXPECT_EQ(TEXT("Photo Schwarz:"), TextOf(view.names[0]));
-    EXPECT_EQ(TEXT("Summe:"), TextOf(context.consumption.totals.names[12]));
-}
-
 TEST_F(ConsumptionPage, SurvivesExtremeCounters)
 {
     for (const int mode : {0, 1}) {
@@ -218,15 +209,6 @@ TEST_F(ConsumptionPage, TracesWhatItShows)
     ASSERT_GE(lines.size(), head.size());
     EXPECT_EQ(head,
               std::vector<Text>(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(head.size())));
-}
-
-TEST_F(ConsumptionPage, DrawsNothingWithoutControls)
-{
-    SheetContext empty{};
-    empty.consumption.firstLine = -1;
-    empty.inkCounters.shownRank[0] = 1;
-    DrawConsumptionPage(empty);
-    EXPECT_TRUE(trace.Contains(TEXT("Control missing!\n")));
 }
 
 } // namespace

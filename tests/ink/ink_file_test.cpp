@@ -91,15 +91,6 @@ TEST_F(InkFile, HidesPlainBlackBesideASpecialOne)
     EXPECT_EQ(4u, context.inkCounters.shownCount) << "greys are no special blacks";
 }
 
-TEST_F(InkFile, StartsFromNothingAtEveryRead)
-{
-    Read("LastInk_K=1\nTotalInk_K=2\n");
-    const InkCounters& counters = Read("LastInk_C=3\n");
-    EXPECT_EQ(0, counters.lastJob[K]);
-    EXPECT_EQ(0, counters.total[K]);
-    EXPECT_EQ((std::map<int, DWORD>{{C, 1}}), Ranks());
-}
-
 TEST_F(InkFile, HidesEverythingWhenItIsMissing)
 {
     Read("LastInk_K=1\n");

@@ -54,15 +54,6 @@ TEST(InkLines, AreCutAlikeHoweverTheBytesArrive)
     }
 }
 
-TEST(InkLines, NeverMakeANumberOfTornLines)
-{
-    // The seam of two pieces falls into the number: the first piece keeps the digits that it holds, the rest
-    // is a line of its own.
-    const std::string padding(255 - 11, ' ');
-    EXPECT_EQ((std::vector<std::string>{padding + "LastInk_K=1", "234"}),
-              Cut(padding + "LastInk_K=1234\n", 16384));
-}
-
 TEST(InkLine, SaysWhichCounterHasWhichValue)
 {
     struct

@@ -94,13 +94,5 @@ TEST(Bar, LeavesTheDeviceContextAsItWas)
     EXPECT_EQ(bar.brush, GetCurrentObject(bar.dc, OBJ_BRUSH));
 }
 
-TEST(Bar, IsSplitWithinItsControl)
-{
-    EXPECT_EQ(50, BarSplit(0, 105, 50));
-    EXPECT_EQ(10, BarSplit(10, 110, 0));
-    EXPECT_EQ(105, BarSplit(10, 110, 100));
-    EXPECT_EQ(-2, BarSplit(0, 1, 50)) << "a control narrower than its corners";
-}
-
 } // namespace
 } // namespace tintwerk

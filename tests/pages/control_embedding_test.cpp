@@ -113,13 +113,6 @@ TEST_F(Embedding, LeavesOutTheCartridgePopupOfASingleCartridge)
     }
 }
 
-TEST_F(Embedding, HidesThePreviewBoxWithoutThePreviewFeature)
-{
-    sheet.core.features.erase("halvPreview");
-    sheet.Open(kMain);
-    EXPECT_FALSE(Shown(sheet.Control(kMain, 12346)));
-}
-
 TEST_F(Embedding, FindsAPostScriptInterpreterOnItsTwoPaths)
 {
     static std::set<std::string> existing;

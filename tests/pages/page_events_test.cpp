@@ -169,6 +169,7 @@ TEST_F(PageEvents, ScreenPrintingTakesTheColourPagesAway)
         sheet.Check(kScreenPrinting, 1239, multiBlack);
         for (const int cartridge : {1240, 1241, 1261, 1286})
             EXPECT_EQ(multiBlack, Enabled(sheet.Control(kScreenPrinting, cartridge))) << cartridge;
+        EXPECT_TRUE(Enabled(sheet.Control(kScreenPrinting, 1243))) << "nothing changes behind a missing one";
     }
 }
 

@@ -277,6 +277,10 @@ TEST_F(PageProcedure, SwitchesTheCountersWithTheTabs)
         OnSelectionChanged(sheet.Page(kConsumption), tabs);
         EXPECT_EQ(pane, PaneOf(sheet.Page(kConsumption))) << "there is one pane for both tabs";
     }
+    sheet.context.consumption.displayMode = 1;
+    DestroyWindow(sheet.Page(kConsumption));
+    sheet.Open(kConsumption);
+    EXPECT_EQ(TEXT("2"), TextOf(GetDlgItem(PaneOf(sheet.Page(kConsumption)), 3111))) << "on its first tab";
     EXPECT_TRUE(trace.Contains(TEXT("DoLockRed Findresource name=188\n")));
     EXPECT_TRUE(trace.Contains(TEXT("resSize=271 x 127\n")));
     EXPECT_TRUE(trace.Contains(TEXT("ChildDialog Ptr is set\n")));
@@ -395,21 +399,26 @@ TEST_F(PageProcedure, ShowsPicturesAndVersionsInThePrinterProperties)
     SheetRecord device{};
     PROPSHEETPAGEW page{};
     page.lParam = reinterpret_cast<LPARAM>(&device);
-    const HWND window = CreateDialogParamW(Process().module, MAKEINTRESOURCEW(106), sheet.sheet,
-                                           &DevicePageProc, reinterpret_cast<LPARAM>(&page));
-    ASSERT_TRUE(window);
-    for (const int id : {1062, 1063, 1066})
-        EXPECT_TRUE(Picture(GetDlgItem(window, id))) << id;
-    EXPECT_EQ(TEXT("Version: unknown"), TextOf(GetDlgItem(window, 1070)));
-    EXPECT_EQ(TEXT("[ drv: unknown / pscript: unknown / psui: unknown ]"), TextOf(GetDlgItem(window, 1071)));
+    DWORD objects[2];
+    for (DWORD& left : objects) {
+        const HWND window = CreateDialogParamW(Process().module, MAKEINTRESOURCEW(106), sheet.sheet,
+                                               &DevicePageProc, reinterpret_cast<LPARAM>(&page));
+        ASSERT_TRUE(window);
+        for (const int id : {1062, 1063, 1066})
+            EXPECT_TRUE(Picture(GetDlgItem(window, id))) << id;
+        EXPECT_EQ(TEXT("Version: unknown"), TextOf(GetDlgItem(window, 1070)));
+        EXPECT_EQ(TEXT("[ drv: unknown / pscript: unknown / psui: unknown ]"),
+                  TextOf(GetDlgItem(window, 1071)));
+        NMHDR apply{window, 0, PSN_APPLY};
+        EXPECT_EQ(0, DevicePageProc(window, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&apply)));
+        EXPECT_EQ(0, DevicePageProc(window, WM_NULL, 1214, 0));
+        sheet.Open(kMain);
+        DestroyWindow(sheet.Page(kMain)); // takes the pictures of the process with it
+        DestroyWindow(window);
+        left = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+    }
+    EXPECT_EQ(objects[0], objects[1]);
     EXPECT_TRUE(trace.Contains(TEXT("UI:  INIT device\r\n")));
-    NMHDR apply{window, 0, PSN_APPLY};
-    EXPECT_EQ(0, DevicePageProc(window, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&apply)));
-    EXPECT_EQ(0, DevicePageProc(window, WM_NULL, 1214, 0));
-
-    sheet.Open(kMain);
-    DestroyWindow(sheet.Page(kMain)); // takes the pictures of the process with it
-    DestroyWindow(window);
 }
 
 } // namespace

@@ -15,7 +15,8 @@ const std::vector<ControlSpec> kControls = {
     {TEXT("Button"), 3, BS_AUTORADIOBUTTON | WS_GROUP, 120, 5, 50, 10, TEXT("One")},
     {TEXT("Button"), 4, BS_AUTORADIOBUTTON, 180, 5, 50, 10, TEXT("Two")},
     {TEXT("Edit"), 5, ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP | WS_GROUP, 5, 25, 40, 14},
-    {TEXT("msctls_updown32"), 6, UDS_AUTOBUDDY | UDS_ARROWKEYS | UDS_ALIGNRIGHT | UDS_SETBUDDYINT, 45, 25, 11, 14},
+    {TEXT("msctls_updown32"), 6, UDS_AUTOBUDDY | UDS_ARROWKEYS | UDS_ALIGNRIGHT | UDS_SETBUDDYINT, 45, 25, 11,
+     14},
     {TEXT("msctls_updown32"), 7, UDS_ARROWKEYS, 80, 25, 11, 14},
     {TEXT("ComboBox"), 8, CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP, 120, 25, 80, 100},
     {TEXT("msctls_trackbar32"), 9, WS_TABSTOP, 5, 50, 100, 15},
@@ -37,11 +38,17 @@ TEST(Buttons, TellTheirParentAboutClicks)
         {"a click", [&] { Click(check, 3, 3); }, {"command 2: 0"}, BST_CHECKED},
         {"a click by message", [&] { SendMessageW(check, BM_CLICK, 0, 0); }, {"command 2: 0"}, BST_UNCHECKED},
         {"the space bar", [&] { PressKey(check, VK_SPACE); }, {"command 2: 0"}, BST_CHECKED},
-        {"let go outside", [&] {
+        {"let go outside",
+         [&] {
              SendMessageW(check, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(3, 3));
              SendMessageW(check, WM_LBUTTONUP, 0, MAKELPARAM(300, 3));
-         }, {}, BST_CHECKED},
-        {"a state by message", [&] { SendMessageW(check, BM_SETCHECK, BST_UNCHECKED, 0); }, {}, BST_UNCHECKED},
+         },
+         {},
+         BST_CHECKED},
+        {"a state by message",
+         [&] { SendMessageW(check, BM_SETCHECK, BST_UNCHECKED, 0); },
+         {},
+         BST_UNCHECKED},
         {"a state beyond the highest", [&] { SendMessageW(check, BM_SETCHECK, 5, 0); }, {}, BST_CHECKED},
     };
     SetFocus(check);
@@ -78,15 +85,34 @@ TEST(Edits, TellEveryChange)
         std::basic_string<WCHAR> textAfter;
     } cases[] = {
         {"a text", [&] { SetWindowTextW(edit, TEXT("12.5")); }, change, TEXT("12.5")},
-        {"an 8-bit text", [&] { SendMessageA(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("13")); }, change, TEXT("13")},
+        {"an 8-bit text", [&] { SendMessageA(edit, WM_SETTEXT, 0, reinterpret_cast<LPARAM>("13")); }, change,
+         TEXT("13")},
         {"typing before the text", [&] { type('7'); }, change, TEXT("713")},
-        {"typing over everything", [&] { SendMessageW(edit, EM_SETSEL, 0, -1); type('5'); }, change, TEXT("5")},
+        {"typing over everything",
+         [&] {
+             SendMessageW(edit, EM_SETSEL, 0, -1);
+             type('5');
+         },
+         change, TEXT("5")},
         {"typing behind it", [&] { type('6'); }, change, TEXT("56")},
         {"the backspace key", [&] { type(VK_BACK); }, change, TEXT("5")},
-        {"the delete key", [&] { SendMessageW(edit, EM_SETSEL, 0, 0); PressKey(edit, VK_DELETE); }, change, TEXT("")},
+        {"the delete key",
+         [&] {
+             SendMessageW(edit, EM_SETSEL, 0, 0);
+             PressKey(edit, VK_DELETE);
+         },
+         change, TEXT("")},
         {"deleting nothing", [&] { PressKey(edit, VK_DELETE); }, {}, TEXT("")},
-        {"up to the limit", [&] { SendMessageW(edit, EM_LIMITTEXT, 1, 0); type('a'); }, change, TEXT("a")},
-        {"beyond the limit", [&] { type('b'); }, {"command 5: 1281", "command 5: 1024", "command 5: 768"}, TEXT("a")},
+        {"up to the limit",
+         [&] {
+             SendMessageW(edit, EM_LIMITTEXT, 1, 0);
+             type('a');
+         },
+         change, TEXT("a")},
+        {"beyond the limit",
+         [&] { type('b'); },
+         {"command 5: 1281", "command 5: 1024", "command 5: 768"},
+         TEXT("a")},
         {"losing the focus", [&] { SetFocus(dialog.Item(2)); }, {"command 5: 512"}, TEXT("a")},
         {"getting the focus", [&] { SetFocus(edit); }, {"command 5: 256"}, TEXT("a")},
     };
@@ -116,7 +142,10 @@ protected:
         for (const WCHAR* text : {TEXT("alpha"), TEXT("beta"), TEXT("gamma"), TEXT("delta")})
             Send(CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
     }
-    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) { return dialog.Send(8, message, wParam, lParam); }
+    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
+    {
+        return dialog.Send(8, message, wParam, lParam);
+    }
 
     RecordingDialog dialog{kControls};
     const HWND combo = dialog.Item(8);
@@ -151,7 +180,8 @@ TEST_F(ComboBoxes, KeepItemsDataAndSelectionTogether)
     EXPECT_EQ(Send(CB_GETLBTEXT, 1, reinterpret_cast<LPARAM>(text)), 4);
     EXPECT_EQ(std::basic_string<WCHAR>(text), TEXT("beta"));
     EXPECT_EQ(Send(CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(TEXT("DELTA"))), 3);
-    EXPECT_EQ(Send(CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(TEXT("del"))), CB_ERR);
+    EXPECT_EQ(Send(CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(TEXT("del"))),
+              CB_ERR);
     EXPECT_EQ(Send(CB_DELETESTRING, 2), 3);
     EXPECT_EQ(Send(CB_GETCURSEL), CB_ERR);
     Send(CB_RESETCONTENT);
@@ -178,14 +208,20 @@ TEST_F(ComboBoxes, TellChoicesOfTheUser)
         {"dropping down", [&] { Send(CB_SHOWDROPDOWN, TRUE); }, {"command 8: 7"}, 2},
         {"the down key in the open list", [&] { PressKey(combo, VK_DOWN); }, {"command 8: 1"}, 3},
         {"return in the open list", [&] { PressKey(combo, VK_RETURN); }, {"command 8: 9", "command 8: 8"}, 3},
-        {"escape in the open list", [&] {
+        {"escape in the open list",
+         [&] {
              Send(CB_SHOWDROPDOWN, TRUE);
              PressKey(combo, VK_ESCAPE);
-         }, {"command 8: 7", "command 8: 10", "command 8: 8"}, 3},
-        {"closing by message", [&] {
+         },
+         {"command 8: 7", "command 8: 10", "command 8: 8"},
+         3},
+        {"closing by message",
+         [&] {
              Send(CB_SHOWDROPDOWN, TRUE);
              Send(CB_SHOWDROPDOWN, FALSE);
-         }, {"command 8: 7", "command 8: 10", "command 8: 8"}, 3},
+         },
+         {"command 8: 7", "command 8: 10", "command 8: 8"},
+         3},
         {"losing the focus", [&] { SetFocus(dialog.Item(2)); }, {"command 8: 10", "command 8: 4"}, 3},
     };
     SetFocus(combo);
@@ -242,7 +278,8 @@ TEST(Trackbars, ScrollByKeysAndClicks)
             {VK_END, told({TB_BOTTOM, TB_ENDTRACK}), 10},
         };
         for (const auto& row : cases) {
-            EXPECT_EQ(dialog.During([&] { PressKey(dialog.Item(id), row.key); }), row.told) << id << " " << row.key;
+            EXPECT_EQ(dialog.During([&] { PressKey(dialog.Item(id), row.key); }), row.told)
+                << id << " " << row.key;
             EXPECT_EQ(dialog.Send(id, TBM_GETPOS), row.after);
         }
         Lines click = told({TB_PAGEUP, TB_ENDTRACK, TB_ENDTRACK});
@@ -278,15 +315,16 @@ protected:
 TEST_F(UpDowns, AskBeforeAStepAndTellAfterIt)
 {
     EXPECT_THAT(dialog.During([&] { ClickArrow(6, true); }),
-                ElementsAre("notify 6: -722 at 50 by 2", "command 5: 1024", "command 5: 768", "vscroll 6: 4 at 52",
-                            "vscroll 6: 8 at 52"));
+                ElementsAre("notify 6: -722 at 50 by 2", "command 5: 1024", "command 5: 768",
+                            "vscroll 6: 4 at 52", "vscroll 6: 8 at 52"));
     EXPECT_EQ(TextOf(dialog.Item(5)), TEXT("52"));
     EXPECT_THAT(dialog.During([&] { ClickArrow(7, false); }),
                 ElementsAre("notify 7: -722 at 50 by -2", "vscroll 7: 4 at 48", "vscroll 7: 8 at 48"));
     EXPECT_THAT(dialog.During([&] { PressKey(dialog.Item(7), VK_UP); }),
                 ElementsAre("notify 7: -722 at 48 by 2", "vscroll 7: 4 at 50"));
-    EXPECT_THAT(dialog.During([&] { PressKey(dialog.Item(5), VK_DOWN); }),
-                ElementsAre("notify 6: -722 at 52 by -2", "command 5: 1024", "command 5: 768", "vscroll 6: 4 at 50"));
+    EXPECT_THAT(
+        dialog.During([&] { PressKey(dialog.Item(5), VK_DOWN); }),
+        ElementsAre("notify 6: -722 at 52 by -2", "command 5: 1024", "command 5: 768", "vscroll 6: 4 at 50"));
 }
 
 TEST_F(UpDowns, StopAtTheEndOfTheRange)
@@ -328,7 +366,8 @@ TEST_F(UpDowns, ReadTheNumberOfTheirBuddy)
         const WCHAR* text;
         LRESULT position;
         BOOL failed;
-    } cases[] = {{TEXT("33"), 33, FALSE}, {TEXT("x"), 33, TRUE}, {TEXT("181"), 33, TRUE}, {TEXT("180"), 180, FALSE}};
+    } cases[] = {
+        {TEXT("33"), 33, FALSE}, {TEXT("x"), 33, TRUE}, {TEXT("181"), 33, TRUE}, {TEXT("180"), 180, FALSE}};
     for (const auto& row : cases) {
         SetWindowTextW(dialog.Item(5), row.text);
         BOOL failed = 7;
@@ -349,7 +388,9 @@ TEST(Tabs, AskAndTellAboutTheUsersChoice)
         item.iImage = -1;
         item.pszText = const_cast<WCHAR*>(text);
         const LRESULT count = SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0);
-        EXPECT_EQ(SendMessageW(tab, TCM_INSERTITEMW, static_cast<WPARAM>(count), reinterpret_cast<LPARAM>(&item)), count);
+        EXPECT_EQ(
+            SendMessageW(tab, TCM_INSERTITEMW, static_cast<WPARAM>(count), reinterpret_cast<LPARAM>(&item)),
+            count);
     }
     SetFocus(tab);
     const auto current = [tab] { return SendMessageW(tab, TCM_GETCURSEL, 0, 0); };
@@ -385,7 +426,8 @@ TEST(Statics, TakePicturesAndTheirSize)
     const RECT before = dialog.RectOf(2);
     for (const int id : {1, 2, 3}) {
         EXPECT_EQ(dialog.Send(id, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(picture)), 0);
-        EXPECT_EQ(reinterpret_cast<HBITMAP>(dialog.Send(id, STM_GETIMAGE, IMAGE_BITMAP)), id == 3 ? nullptr : picture);
+        EXPECT_EQ(reinterpret_cast<HBITMAP>(dialog.Send(id, STM_GETIMAGE, IMAGE_BITMAP)),
+                  id == 3 ? nullptr : picture);
     }
     const RECT fitted = dialog.RectOf(1);
     EXPECT_EQ(fitted.right - fitted.left, 30);

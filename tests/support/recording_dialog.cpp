@@ -31,8 +31,10 @@ void AddControl(std::vector<WORD>& words, const ControlSpec& control, bool exten
     AddStyles(words, WS_CHILD | WS_VISIBLE | control.style, extended);
     for (const short place : {control.x, control.y, control.width, control.height})
         words.push_back(static_cast<WORD>(place));
-    if (extended) Add(words, control.id);
-    else words.push_back(control.id);
+    if (extended)
+        Add(words, control.id);
+    else
+        words.push_back(control.id);
     AddText(words, control.className);
     AddText(words, control.text);
     words.push_back(0); // creation data
@@ -40,8 +42,8 @@ void AddControl(std::vector<WORD>& words, const ControlSpec& control, bool exten
 
 } // namespace
 
-std::vector<WORD> DialogWords(DWORD style, short width, short height, const std::vector<ControlSpec>& controls,
-                              bool extended)
+std::vector<WORD> DialogWords(DWORD style, short width, short height,
+                              const std::vector<ControlSpec>& controls, bool extended)
 {
     std::vector<WORD> words;
     if (extended) Add(words, 0xFFFF0001);
@@ -64,7 +66,8 @@ LPCDLGTEMPLATEW TemplateIn(const std::vector<WORD>& words)
     return reinterpret_cast<LPCDLGTEMPLATEW>(words.data());
 }
 
-RecordingDialog::RecordingDialog(const std::vector<ControlSpec>& controls, DWORD style, bool extended, HWND parent)
+RecordingDialog::RecordingDialog(const std::vector<ControlSpec>& controls, DWORD style, bool extended,
+                                 HWND parent)
 {
     const INITCOMMONCONTROLSEX families{sizeof families, ICC_WIN95_CLASSES};
     InitCommonControlsEx(&families);
@@ -126,8 +129,8 @@ void RecordingDialog::Note(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_HSCROLL:
     case WM_VSCROLL:
         lines.push_back((message == WM_HSCROLL ? "hscroll " : "vscroll ") +
-                        number(GetDlgCtrlID(reinterpret_cast<HWND>(lParam))) + ": " + number(LOWORD(wParam)) + " at " +
-                        number(HIWORD(wParam)));
+                        number(GetDlgCtrlID(reinterpret_cast<HWND>(lParam))) + ": " + number(LOWORD(wParam)) +
+                        " at " + number(HIWORD(wParam)));
         break;
     case WM_DRAWITEM:
         lines.push_back("draw " + number(wParam));

@@ -1,5 +1,5 @@
-// A dialog made from a template in memory that writes down what its controls tell it. Shared by the tests of windows, dialogs
-// and controls.
+// A dialog made from a template in memory that writes down what its controls tell it. Shared by the tests of
+// windows, dialogs and controls.
 #pragma once
 
 #include <functional>
@@ -20,8 +20,8 @@ struct ControlSpec
 };
 
 // The words of a classic (DIALOG) or extended (DIALOGEX) template, in "MS Shell Dlg" of 8 points.
-std::vector<WORD> DialogWords(DWORD style, short width, short height, const std::vector<ControlSpec>& controls,
-                              bool extended);
+std::vector<WORD> DialogWords(DWORD style, short width, short height,
+                              const std::vector<ControlSpec>& controls, bool extended);
 LPCDLGTEMPLATEW TemplateIn(const std::vector<WORD>& words);
 
 inline constexpr DWORD kPopupDialog = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE | DS_SETFONT;
@@ -29,8 +29,8 @@ inline constexpr DWORD kChildDialog = WS_CHILD | WS_VISIBLE | DS_SETFONT | DS_CO
 
 using Lines = std::vector<std::string>;
 
-// Writes down commands ("command 7: 0"), notifications ("notify 12: -16"), scroll messages ("hscroll 12: 8 at 0") and
-// requests to draw ("draw 2").
+// Writes down commands ("command 7: 0"), notifications ("notify 12: -16"), scroll messages ("hscroll 12: 8 at
+// 0") and requests to draw ("draw 2").
 class RecordingDialog
 {
 public:

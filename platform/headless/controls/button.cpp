@@ -1,5 +1,5 @@
-// Buttons: push buttons, check boxes, radio buttons, group boxes. A click tells the parent BN_CLICKED, after an automatic
-// button has changed its state.
+// Buttons: push buttons, check boxes, radio buttons, group boxes. A click tells the parent BN_CLICKED, after
+// an automatic button has changed its state.
 #include "platform/headless/window.h"
 
 namespace tintwerk::headless {

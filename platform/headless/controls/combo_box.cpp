@@ -1,5 +1,6 @@
-// Drop-down list combo boxes. A choice by the user tells the parent CBN_SELENDOK, then CBN_SELCHANGE while the list is
-// closed; with the list open every move tells CBN_SELCHANGE and closing it tells how it ended. Choices by message tell nothing.
+// Drop-down list combo boxes. A choice by the user tells the parent CBN_SELENDOK, then CBN_SELCHANGE while
+// the list is closed; with the list open every move tells CBN_SELCHANGE and closing it tells how it ended.
+// Choices by message tell nothing.
 #include <algorithm>
 
 #include "platform/headless/window.h"
@@ -42,8 +43,10 @@ LRESULT Insert(Window& window, ComboState& state, int place, LPARAM content)
 {
     if (place < 0 || place > state.Count()) return CB_ERR;
     ComboState::Item item;
-    if (!HasStrings(window)) item.data = content;
-    else if (content) item.text = reinterpret_cast<LPCWSTR>(content);
+    if (!HasStrings(window))
+        item.data = content;
+    else if (content)
+        item.text = reinterpret_cast<LPCWSTR>(content);
     if (place <= state.current) ++state.current;
     state.items.insert(state.items.begin() + place, std::move(item));
     return place;
@@ -54,7 +57,8 @@ int PlaceFor(const Window& window, const ComboState& state, LPARAM content)
     if (!(window.style & CBS_SORT) || !content) return state.Count();
     const std::u16string_view text = reinterpret_cast<LPCWSTR>(content);
     int place = 0;
-    while (place < state.Count() && lstrcmpiW(state.items[static_cast<std::size_t>(place)].text.c_str(), text.data()) <= 0)
+    while (place < state.Count() &&
+           lstrcmpiW(state.items[static_cast<std::size_t>(place)].text.c_str(), text.data()) <= 0)
         ++place;
     return place;
 }
@@ -64,8 +68,10 @@ LRESULT Delete(ComboState& state, WPARAM index)
     if (!state.At(index)) return CB_ERR;
     const int place = static_cast<int>(index);
     state.items.erase(state.items.begin() + place);
-    if (state.current == place) state.current = -1;
-    else if (state.current > place) --state.current;
+    if (state.current == place)
+        state.current = -1;
+    else if (state.current > place)
+        --state.current;
     return state.Count();
 }
 
@@ -167,8 +173,10 @@ void OnClick(HWND handle)
     SetFocus(handle);
     const auto* const state = StateOf<ComboState>(handle);
     if (!state) return;
-    if (state->dropped) RollUp(handle, true);
-    else DropDown(handle);
+    if (state->dropped)
+        RollUp(handle, true);
+    else
+        DropDown(handle);
 }
 
 void Create(Window& window)
@@ -190,12 +198,14 @@ LRESULT CALLBACK ComboBoxProcedure(HWND handle, UINT message, WPARAM wParam, LPA
     if (message == WM_NCCREATE) Create(*window);
     auto* const state = static_cast<ComboState*>(window->control.get());
     if (!state) return DefWindowProcW(handle, message, wParam, lParam);
-    const std::u16string shown = state->current >= 0 ? state->items[static_cast<std::size_t>(state->current)].text : u"";
+    const std::u16string shown =
+        state->current >= 0 ? state->items[static_cast<std::size_t>(state->current)].text : u"";
     switch (message) {
     case CB_ADDSTRING:
         return Insert(*window, *state, PlaceFor(*window, *state, lParam), lParam);
     case CB_INSERTSTRING:
-        return Insert(*window, *state, static_cast<int>(wParam) == -1 ? state->Count() : static_cast<int>(wParam), lParam);
+        return Insert(*window, *state,
+                      static_cast<int>(wParam) == -1 ? state->Count() : static_cast<int>(wParam), lParam);
     case CB_DELETESTRING:
         return Delete(*state, wParam);
     case CB_RESETCONTENT:
@@ -221,8 +231,10 @@ LRESULT CALLBACK ComboBoxProcedure(HWND handle, UINT message, WPARAM wParam, LPA
     case CB_FINDSTRINGEXACT:
         return FindExact(*state, static_cast<int>(wParam), lParam);
     case CB_SHOWDROPDOWN:
-        if (wParam) DropDown(handle);
-        else RollUp(handle, false);
+        if (wParam)
+            DropDown(handle);
+        else
+            RollUp(handle, false);
         return TRUE;
     case CB_GETDROPPEDSTATE:
         return state->dropped;
@@ -248,8 +260,10 @@ LRESULT CALLBACK ComboBoxProcedure(HWND handle, UINT message, WPARAM wParam, LPA
         NotifyCommand(*window, CBN_SETFOCUS);
         return 0;
     case WM_KILLFOCUS:
-        if (state->dropped) RollUp(handle, false);
-        else Tell(handle, CBN_SELENDCANCEL);
+        if (state->dropped)
+            RollUp(handle, false);
+        else
+            Tell(handle, CBN_SELENDCANCEL);
         Tell(handle, CBN_KILLFOCUS);
         return 0;
     case WM_GETDLGCODE:

@@ -1,4 +1,5 @@
-// Single-line edit controls: a text, a selection, a limit. Every change tells the parent EN_UPDATE, then EN_CHANGE.
+// Single-line edit controls: a text, a selection, a limit. Every change tells the parent EN_UPDATE, then
+// EN_CHANGE.
 #include <algorithm>
 
 #include "platform/headless/window.h"
@@ -73,9 +74,12 @@ void Erase(HWND handle, bool forward)
     const Window* const window = Peek(handle);
     if (!state || (window->style & ES_READONLY)) return;
     if (state->anchor == state->caret) {
-        if (forward && state->caret < window->text.size()) state->caret += 1;
-        else if (!forward && state->caret > 0) state->caret -= 1;
-        else return;
+        if (forward && state->caret < window->text.size())
+            state->caret += 1;
+        else if (!forward && state->caret > 0)
+            state->caret -= 1;
+        else
+            return;
     }
     Replace(handle, {}, false);
 }
@@ -172,7 +176,8 @@ LRESULT CALLBACK EditProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM 
         state->modified = wParam != 0;
         return 0;
     case EM_SETREADONLY:
-        window->style = wParam ? window->style | ES_READONLY : window->style & ~static_cast<DWORD>(ES_READONLY);
+        window->style =
+            wParam ? window->style | ES_READONLY : window->style & ~static_cast<DWORD>(ES_READONLY);
         return 1;
     case WM_LBUTTONDOWN:
         SetFocus(handle);

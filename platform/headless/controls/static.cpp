@@ -25,8 +25,10 @@ void Flatten(Window& window)
 {
     window.exStyle |= WS_EX_STATICEDGE;
     RECT edge{0, 0, window.Width(), window.Height()};
-    if (KindOf(window) == SS_ETCHEDHORZ) edge.bottom = 0;
-    else edge.right = 0;
+    if (KindOf(window) == SS_ETCHEDHORZ)
+        edge.bottom = 0;
+    else
+        edge.right = 0;
     AdjustWindowRectEx(&edge, window.style, FALSE, window.exStyle);
     window.place.right = window.place.left + edge.right - edge.left;
     window.place.bottom = window.place.top + edge.bottom - edge.top;
@@ -96,7 +98,8 @@ LRESULT CALLBACK StaticProcedure(HWND handle, UINT message, WPARAM wParam, LPARA
         return DefWindowProcW(handle, message, wParam, lParam);
     }
     case WM_CREATE:
-        LoadOwnPicture(*window, *StateOf<StaticState>(handle), *reinterpret_cast<const CREATESTRUCTW*>(lParam));
+        LoadOwnPicture(*window, *StateOf<StaticState>(handle),
+                       *reinterpret_cast<const CREATESTRUCTW*>(lParam));
         return 0;
     case WM_PAINT:
         if (KindOf(*window) != SS_OWNERDRAW) return DefWindowProcW(handle, message, wParam, lParam);

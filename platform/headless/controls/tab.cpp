@@ -1,5 +1,5 @@
-// Tab controls: texts in a row, one of them selected. A selection by the user asks the parent with TCN_SELCHANGING and tells
-// it with TCN_SELCHANGE; a selection by TCM_SETCURSEL tells nothing.
+// Tab controls: texts in a row, one of them selected. A selection by the user asks the parent with
+// TCN_SELCHANGING and tells it with TCN_SELCHANGE; a selection by TCM_SETCURSEL tells nothing.
 #include <algorithm>
 
 #include "platform/headless/window.h"
@@ -37,8 +37,10 @@ LRESULT Insert(TabState& state, WPARAM where, const TCITEMW& source)
     if (source.mask & TCIF_IMAGE) item.image = source.iImage;
     if (source.mask & TCIF_PARAM) item.data = source.lParam;
     state.items.insert(state.items.begin() + place, std::move(item));
-    if (state.Count() == 1) state.current = 0;
-    else if (place <= state.current) ++state.current;
+    if (state.Count() == 1)
+        state.current = 0;
+    else if (place <= state.current)
+        ++state.current;
     return place;
 }
 
@@ -61,8 +63,10 @@ LRESULT Delete(TabState& state, LONG_PTR index)
 {
     if (!state.Has(index)) return FALSE;
     state.items.erase(state.items.begin() + index);
-    if (state.current == index) state.current = -1;
-    else if (state.current > index) --state.current;
+    if (state.current == index)
+        state.current = -1;
+    else if (state.current > index)
+        --state.current;
     return TRUE;
 }
 
@@ -71,7 +75,9 @@ RECT RectOf(const TabState& state, int index)
     RECT rectangle{2, 2, 2, kRowHeight};
     for (int i = 0; i <= index; ++i) {
         rectangle.left = rectangle.right;
-        rectangle.right += kTextMargin + kCharacterWidth * static_cast<int>(state.items[static_cast<std::size_t>(i)].text.size());
+        rectangle.right +=
+            kTextMargin +
+            kCharacterWidth * static_cast<int>(state.items[static_cast<std::size_t>(i)].text.size());
     }
     return rectangle;
 }
@@ -116,8 +122,10 @@ void OnKey(HWND handle, WPARAM key)
     NotifyParent(*Peek(handle), notice.header, kKeyDownNotice);
     const auto* const state = StateOf<TabState>(handle);
     if (!state) return;
-    if (key == VK_LEFT) SelectByUser(handle, state->current - 1);
-    else if (key == VK_RIGHT) SelectByUser(handle, state->current + 1);
+    if (key == VK_LEFT)
+        SelectByUser(handle, state->current - 1);
+    else if (key == VK_RIGHT)
+        SelectByUser(handle, state->current + 1);
 }
 
 void OnClick(HWND handle, LPARAM place)

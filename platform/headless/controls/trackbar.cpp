@@ -1,5 +1,6 @@
-// Trackbars: a position in a range. Keys and clicks move it and tell the parent with WM_HSCROLL or WM_VSCROLL; messages move
-// it silently. Thumb and channel are laid out so that a click lands where it would on the real control.
+// Trackbars: a position in a range. Keys and clicks move it and tell the parent with WM_HSCROLL or
+// WM_VSCROLL; messages move it silently. Thumb and channel are laid out so that a click lands where it would
+// on the real control.
 #include <algorithm>
 
 #include "platform/headless/window.h"
@@ -92,7 +93,8 @@ void OnKey(HWND handle, WPARAM key)
 int ChannelLength(const Window& window)
 {
     const RECT client = ClientOf(window);
-    return std::max<LONG>((IsVertical(window) ? client.bottom : client.right) - 2 * kChannelMargin, kThumbLength + 1);
+    return std::max<LONG>((IsVertical(window) ? client.bottom : client.right) - 2 * kChannelMargin,
+                          kThumbLength + 1);
 }
 
 int ThumbStart(const Window& window, const TrackState& state)
@@ -117,8 +119,10 @@ void OnPress(HWND handle, LPARAM place)
     const int thumb = ThumbStart(window, *state);
     SetCapture(handle);
     state->dragging = at >= thumb && at < thumb + kThumbLength;
-    if (at < thumb) Step(handle, TB_PAGEUP, LONG_PTR{state->position} - state->PageSize());
-    else if (!state->dragging) Step(handle, TB_PAGEDOWN, LONG_PTR{state->position} + state->PageSize());
+    if (at < thumb)
+        Step(handle, TB_PAGEUP, LONG_PTR{state->position} - state->PageSize());
+    else if (!state->dragging)
+        Step(handle, TB_PAGEDOWN, LONG_PTR{state->position} + state->PageSize());
 }
 
 void OnDrag(HWND handle, LPARAM place)

@@ -1,5 +1,6 @@
-// Up-down controls: a number in a range, two arrows, and often a buddy window that shows the number. A step by the user asks
-// the parent with UDN_DELTAPOS, moves the position unless it was refused, and tells it with a scroll message in any case.
+// Up-down controls: a number in a range, two arrows, and often a buddy window that shows the number. A step
+// by the user asks the parent with UDN_DELTAPOS, moves the position unless it was refused, and tells it with
+// a scroll message in any case.
 #include <algorithm>
 #include <string>
 
@@ -22,10 +23,14 @@ struct UpDownState final : ControlState
     std::vector<UDACCEL> steps{{0, 1}, {2, 5}, {5, 20}};
     bool pressed = false;
 
-    bool Holds(LONG_PTR value) const { return value >= std::min(minimum, maximum) && value <= std::max(minimum, maximum); }
+    bool Holds(LONG_PTR value) const
+    {
+        return value >= std::min(minimum, maximum) && value <= std::max(minimum, maximum);
+    }
     int Nearest(LONG_PTR value) const
     {
-        return static_cast<int>(std::clamp<LONG_PTR>(value, std::min(minimum, maximum), std::max(minimum, maximum)));
+        return static_cast<int>(
+            std::clamp<LONG_PTR>(value, std::min(minimum, maximum), std::max(minimum, maximum)));
     }
 };
 
@@ -44,10 +49,14 @@ bool ReadBuddy(HWND handle, int& number)
     int digits = 0;
     bool negative = false;
     for (int i = 0; i < length; ++i) {
-        if (text[i] == u'-' && digits == 0) negative = true;
-        else if (text[i] == u',' || (text[i] == u' ' && digits == 0)) continue;
-        else if (text[i] < u'0' || text[i] > u'9' || ++digits > 10) return false;
-        else value = 10 * value + (text[i] - u'0');
+        if (text[i] == u'-' && digits == 0)
+            negative = true;
+        else if (text[i] == u',' || (text[i] == u' ' && digits == 0))
+            continue;
+        else if (text[i] < u'0' || text[i] > u'9' || ++digits > 10)
+            return false;
+        else
+            value = 10 * value + (text[i] - u'0');
     }
     if (negative) value = -value;
     if (digits == 0 || !state.Holds(value)) return false;
@@ -96,8 +105,11 @@ bool Offset(const Window& window, UpDownState& state, int delta)
 {
     LONG_PTR next = LONG_PTR{state.position} + delta;
     if (!state.Holds(next)) {
-        if (window.style & UDS_WRAP) next = delta > 0 ? std::min(state.minimum, state.maximum) : std::max(state.minimum, state.maximum);
-        else next = state.Nearest(next);
+        if (window.style & UDS_WRAP)
+            next =
+                delta > 0 ? std::min(state.minimum, state.maximum) : std::max(state.minimum, state.maximum);
+        else
+            next = state.Nearest(next);
     }
     if (next == state.position) return false;
     state.position = static_cast<int>(next);
@@ -188,9 +200,10 @@ void AlignTo(Window& window, const Window& buddy)
         field.left += kWidth;
     }
     const HWND handle = window.handle;
-    SetWindowPos(buddy.handle, nullptr, field.left, field.top, field.right - field.left, field.bottom - field.top,
+    SetWindowPos(buddy.handle, nullptr, field.left, field.top, field.right - field.left,
+                 field.bottom - field.top, SWP_NOACTIVATE | SWP_NOZORDER);
+    SetWindowPos(handle, nullptr, left, field.top, kWidth, field.bottom - field.top,
                  SWP_NOACTIVATE | SWP_NOZORDER);
-    SetWindowPos(handle, nullptr, left, field.top, kWidth, field.bottom - field.top, SWP_NOACTIVATE | SWP_NOZORDER);
 }
 
 HWND SetBuddy(HWND handle, HWND next)

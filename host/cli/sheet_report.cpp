@@ -78,7 +78,7 @@ Json DescribeControl(HWND control, DWORD tabBit)
     } else {
         json["text"] = TextOfWindow(control);
     }
-    if (kind == "check box" || kind == "radio button") json["checked"] = IsChecked(control);
+    if (kind == "check box" || kind == "radio button") json["checked"] = IsBoxChecked(control);
     return json;
 }
 

@@ -292,7 +292,7 @@ void ScriptPlayer::Check(const Step& step)
 {
     const CheckBoxBinding* const row = FindRow(kCheckBoxTable, step.subject);
     const HWND box = UsableControl(row->tabBit, row->controlId);
-    if (IsChecked(box) != (step.value == "on")) Click(box);
+    if (IsBoxChecked(box) != (step.value == "on")) Click(box);
     Show(step.subject);
 }
 
@@ -334,7 +334,7 @@ std::string ScriptPlayer::StateOf(const std::string& feature)
     }
     if (const CheckBoxBinding* row = FindRow(kCheckBoxTable, feature)) {
         const HWND box = GetDlgItem(ShowPageOfTab(row->tabBit), row->controlId);
-        return !box || !IsWindowVisible(box) ? "no check box on this page" : IsChecked(box) ? "on" : "off";
+        return !box || !IsWindowVisible(box) ? "no check box on this page" : IsBoxChecked(box) ? "on" : "off";
     }
     if (const PopupBinding* row = FindPopup(feature)) {
         const HWND combo = GetDlgItem(ShowPageOfTab(row->tabBit), row->controlId);

@@ -153,7 +153,7 @@ void PickComboItem(HWND combo, int item)
     Notify(combo, CBN_SELCHANGE);
 }
 
-bool IsChecked(HWND button)
+bool IsBoxChecked(HWND button)
 {
     return SendMessageW(button, BM_GETCHECK, 0, 0) == BST_CHECKED;
 }

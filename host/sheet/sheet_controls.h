@@ -33,7 +33,7 @@ int ComboSelection(HWND combo); // -1 for none
 // Picks an item as the keyboard does.
 void PickComboItem(HWND combo, int item);
 
-bool IsChecked(HWND button);
+bool IsBoxChecked(HWND button);
 void Click(HWND button);
 
 // A visible button of the page with this text (without the underscore mark of its shortcut) or control

@@ -48,6 +48,15 @@ struct DialogState
     INT_PTR result = 0;
 };
 
+// One standard scroll bar of a window.
+struct ScrollBar
+{
+    int minimum = 0;
+    int maximum = 100;
+    UINT page = 0;
+    int position = 0;
+};
+
 struct Window
 {
     HWND handle = nullptr;
@@ -68,6 +77,7 @@ struct Window
     std::vector<std::pair<std::u16string, HANDLE>> properties;
     std::unique_ptr<ControlState> control;
     std::unique_ptr<DialogState> dialog;
+    ScrollBar scrollBars[2]; // by SB_HORZ and SB_VERT
     HBITMAP surface = nullptr; // what GetDC paints on, as large as the client area was
     bool dirty = false;
     bool dying = false;

@@ -49,11 +49,11 @@ public:
         const int pace = arguments_.Number("pace", 10, 1, 60000);
         const int limit = arguments_.Number("time-limit", kScriptSeconds, 1, 86400);
         const bool scripted = !steps.empty() || json_;
+        PrinterRun printer(arguments_, output_);
         if (!scripted && !WindowsAreVisible())
             throw CommandError(kExitUsage,
                                "there is no display on which you could see the window; give steps "
                                "(--page, --set, --tour DIR ...) or --json");
-        PrinterRun printer(arguments_, output_);
         printer.Core().Calls().Record(json_);
         PluginSession& session = printer.StartPlugin();
         PropertySheet sheet(session, kind_, printer.Name(), printer.Printer(), printer.IsGerman(),

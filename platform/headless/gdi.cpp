@@ -141,8 +141,9 @@ struct Drawing
 
 Drawing& Gdi()
 {
-    static Drawing drawing;
-    return drawing;
+    // Never destroyed: programs give their objects back as late as in destructors of their own static objects.
+    static Drawing* const drawing = new Drawing;
+    return *drawing;
 }
 
 HGDIOBJ Stock(int index)

@@ -55,6 +55,8 @@ struct TestModule
 class DeviceSheet : public SheetTest
 {
 protected:
+    DeviceSheet() { Process().activationContext = INVALID_HANDLE_VALUE; }
+
     HRESULT Call(int reason, LPARAM lParam = 0)
     {
         sheet.info.Reason = static_cast<WORD>(reason);

@@ -147,6 +147,7 @@ protected:
     SheetTest()
     {
         Process() = {};
+        Process().activationContext = reinterpret_cast<HANDLE>(0x51); // of another page
         lstrcpynA(Process().configDirectory, "C:\\conf", sizeof(Process().configDirectory));
         TestSpooler::driverName = TEXT("Tintwerk 0042");
         TestSpooler::sizeOnly = false;

@@ -107,23 +107,18 @@ LONG WINAPI CommonPropertySheetUIW(HWND owner, PFNPROPSHEETUI callback, LPARAM l
     if (!callback) return ERR_CPSUI_GETLASTERROR;
     std::vector<HPROPSHEETPAGE> pages;
     Group root;
-    LONG answer = CPSUI_CANCEL;
-    if (Begin(root, callback, lParam, pages)) {
-        PROPSHEETUI_INFO_HEADER wanted{};
-        wanted.cbSize = sizeof wanted;
-        wanted.hWndParent = owner;
-        if (root.Ask(PROPSHEETUI_REASON_GET_INFO_HEADER, reinterpret_cast<LPARAM>(&wanted)) > 0 &&
-            !pages.empty()) {
-            const PROPSHEETHEADERW header = HeaderFor(wanted, pages);
-            const INT_PTR run = PropertySheetW(&header);
-            answer = run < 0 ? ERR_CPSUI_GETLASTERROR : CPSUI_OK;
-        } else {
-            for (const HPROPSHEETPAGE page : pages)
-                DestroyPropertySheetPage(page);
-            answer = pages.empty() ? ERR_CPSUI_NO_PROPSHEETPAGE : ERR_CPSUI_GETLASTERROR;
-        }
+    PROPSHEETUI_INFO_HEADER wanted{};
+    wanted.cbSize = sizeof wanted;
+    wanted.hWndParent = owner;
+    const bool ready = Begin(root, callback, lParam, pages) &&
+                       root.Ask(PROPSHEETUI_REASON_GET_INFO_HEADER, reinterpret_cast<LPARAM>(&wanted)) > 0;
+    LONG answer = pages.empty() && ready ? ERR_CPSUI_NO_PROPSHEETPAGE : ERR_CPSUI_GETLASTERROR;
+    if (ready && !pages.empty()) {
+        const PROPSHEETHEADERW header = HeaderFor(wanted, pages);
+        if (PropertySheetW(&header) >= 0) answer = CPSUI_OK;
     } else {
-        answer = ERR_CPSUI_GETLASTERROR;
+        for (const HPROPSHEETPAGE page : pages)
+            DestroyPropertySheetPage(page);
     }
     root.Destroy(answer > 0);
     if (result) *result = static_cast<DWORD>(root.info.Result);

@@ -127,7 +127,7 @@ HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ object);
 HGDIOBJ WINAPI GetCurrentObject(HDC dc, UINT kind);
 DWORD WINAPI GetObjectType(HGDIOBJ object);
 int WINAPI GetObjectW(HGDIOBJ object, int size, LPVOID buffer);
-// False for a bitmap that is selected somewhere and for what is no object; stock objects stay and count as
+// What is selected somewhere goes when it is selected nowhere any more; stock objects stay and count as
 // deleted.
 BOOL WINAPI DeleteObject(HGDIOBJ object);
 

@@ -1,0 +1,221 @@
+// Windows: handles that outlive them, what is attached to them, their relations, places, and the message
+// loop.
+#include <gmock/gmock.h>
+
+#include "tests/support/recording_dialog.h"
+
+namespace tintwerk {
+namespace {
+
+using testing::ElementsAre;
+
+const std::vector<ControlSpec> kControls = {
+    {TEXT("Static"), 1, SS_LEFT, 10, 10, 50, 8, TEXT("Label")},
+    {TEXT("Edit"), 2, ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, 70, 10, 40, 14},
+    {TEXT("Button"), 3, BS_GROUPBOX, 5, 5, 200, 100, TEXT("Group")},
+    {TEXT("Button"), IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, 10, 100, 50, 14, TEXT("OK")},
+};
+
+TEST(Windows, RefuseStaleHandles)
+{
+    HWND stale = nullptr;
+    {
+        RecordingDialog dialog(kControls);
+        stale = dialog.Item(1);
+        DestroyWindow(stale);
+        EXPECT_EQ(dialog.Item(1), nullptr);
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_CONTROL_ID_NOT_FOUND));
+    }
+    RecordingDialog another(kControls); // may take the places of the first one's windows
+    RECT rectangle;
+    const std::function<bool()> calls[] = {
+        [&] { return SendMessageW(stale, WM_GETTEXTLENGTH, 0, 0) != 0; },
+        [&] { return PostMessageW(stale, WM_NULL, 0, 0) != 0; },
+        [&] { return GetWindowRect(stale, &rectangle) != 0; },
+        [&] { return SetWindowTextW(stale, TEXT("x")) != 0; },
+        [&] { return SetWindowPos(stale, nullptr, 0, 0, 1, 1, 0) != 0; },
+        [&] { return GetWindowLongPtrW(stale, GWL_STYLE) != 0; },
+        [&] { return IsWindowVisible(stale) != 0; },
+        [&] { return DestroyWindow(stale) != 0; },
+    };
+    EXPECT_FALSE(IsWindow(stale));
+    for (const auto& call : calls) {
+        SetLastError(0);
+        EXPECT_FALSE(call());
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE)) << &call - calls;
+    }
+}
+
+TEST(Windows, KeepValuesPropertiesAndTexts)
+{
+    RecordingDialog dialog(kControls);
+    const HWND label = dialog.Item(1);
+    EXPECT_EQ(SetWindowLongPtrW(label, GWLP_USERDATA, 0x123456789), 0);
+    EXPECT_EQ(SetWindowLongPtrW(label, GWLP_USERDATA, 7), 0x123456789);
+    EXPECT_EQ(GetWindowLongW(label, GWLP_USERDATA), 7);
+    EXPECT_EQ(GetWindowLongPtrW(label, GWLP_ID), 1);
+    EXPECT_EQ(GetDlgCtrlID(label), 1);
+
+    EXPECT_TRUE(SetPropW(label, TEXT("PROP"), label));
+    EXPECT_EQ(GetPropW(label, TEXT("prop")), static_cast<HANDLE>(label));
+    EXPECT_EQ(RemovePropW(label, TEXT("PROP")), static_cast<HANDLE>(label));
+    EXPECT_EQ(GetPropW(label, TEXT("PROP")), nullptr);
+
+    WCHAR text[4];
+    EXPECT_EQ(GetWindowTextW(label, text, 4), 3);
+    EXPECT_EQ(std::basic_string<WCHAR>(text), TEXT("Lab"));
+    EXPECT_TRUE(SetDlgItemTextW(dialog.Window(), 1, TEXT("Text")));
+    EXPECT_EQ(TextOf(label), TEXT("Text"));
+    WCHAR name[16];
+    GetClassNameW(label, name, 16);
+    EXPECT_EQ(std::basic_string<WCHAR>(name), TEXT("Static"));
+}
+
+TEST(Windows, KnowTheirRelatives)
+{
+    RecordingDialog sheet(kControls);
+    RecordingDialog page(kControls, kChildDialog, false, sheet.Window());
+    const HWND edit = page.Item(2);
+    EXPECT_EQ(GetParent(edit), page.Window());
+    EXPECT_EQ(GetAncestor(edit, GA_PARENT), page.Window());
+    EXPECT_EQ(GetAncestor(edit, GA_ROOT), sheet.Window());
+    EXPECT_EQ(GetWindow(page.Window(), GW_CHILD), page.Item(1));
+    EXPECT_EQ(GetWindow(page.Item(1), GW_HWNDNEXT), edit);
+    EXPECT_EQ(FindWindowExW(page.Window(), nullptr, TEXT("edit"), nullptr), edit);
+    EXPECT_TRUE(IsChild(sheet.Window(), edit));
+
+    std::vector<int> ids;
+    const auto note = [](HWND window, LPARAM lParam) -> BOOL {
+        reinterpret_cast<std::vector<int>*>(lParam)->push_back(GetDlgCtrlID(window));
+        if (GetDlgCtrlID(window) == 1) DestroyWindow(GetWindow(window, GW_HWNDNEXT));
+        return TRUE;
+    };
+    EnumChildWindows(page.Window(), note, reinterpret_cast<LPARAM>(&ids));
+    EXPECT_THAT(ids, ElementsAre(1, 3, IDOK)); // the edit was gone when its turn came
+    EXPECT_FALSE(IsWindow(edit));
+}
+
+TEST(Windows, ShowAndTakeInputWithTheirParents)
+{
+    RecordingDialog dialog(kControls);
+    const HWND edit = dialog.Item(2);
+    EXPECT_TRUE(IsWindowVisible(edit));
+    EXPECT_TRUE(ShowWindow(dialog.Window(), SW_HIDE));
+    EXPECT_FALSE(IsWindowVisible(edit));
+    EXPECT_TRUE(GetWindowLongPtrW(edit, GWL_STYLE) & WS_VISIBLE);
+    EXPECT_FALSE(ShowWindow(dialog.Window(), SW_SHOW));
+    SetFocus(edit);
+    EXPECT_EQ(GetFocus(), edit);
+    EXPECT_FALSE(EnableWindow(edit, FALSE));
+    EXPECT_NE(GetFocus(), edit);
+    EXPECT_FALSE(IsWindowEnabled(edit));
+    EXPECT_TRUE(EnableWindow(edit, TRUE));
+}
+
+TEST(Windows, StandWhereTheirTemplateSays)
+{
+    for (const bool extended : {false, true}) {
+        RecordingDialog dialog(kControls, kPopupDialog, extended);
+        for (const ControlSpec& control : kControls) {
+            RECT wanted{control.x, control.y, control.width, control.height}; // mapped as two points
+            MapDialogRect(dialog.Window(), &wanted);
+            const RECT place = dialog.RectOf(control.id);
+            EXPECT_NEAR(place.left, wanted.left, 1);
+            EXPECT_NEAR(place.top, wanted.top, 1);
+            EXPECT_NEAR(place.right - place.left, wanted.right, 1);
+            EXPECT_NEAR(place.bottom - place.top, wanted.bottom, 1);
+        }
+        RECT client;
+        GetClientRect(dialog.Item(2), &client);
+        const RECT edit = dialog.RectOf(2);
+        EXPECT_EQ(edit.right - edit.left - client.right, 4); // the sunken border
+        RECT units{0, 0, 4, 8};
+        MapDialogRect(dialog.Window(), &units);
+        EXPECT_EQ(units.right, 7);
+        EXPECT_EQ(units.bottom, 13);
+        GetClientRect(dialog.Window(), &client);
+        RECT size{0, 0, 271, 127};
+        MapDialogRect(dialog.Window(), &size);
+        EXPECT_EQ(client.right, size.right);
+        EXPECT_EQ(client.bottom, size.bottom);
+    }
+}
+
+TEST(Windows, MoveInTheirParentsCoordinates)
+{
+    RecordingDialog dialog(kControls);
+    const HWND label = dialog.Item(1);
+    MoveWindow(label, 35, 20, 101, 15, FALSE);
+    const RECT moved = dialog.RectOf(1);
+    EXPECT_TRUE(moved.left == 35 && moved.top == 20 && moved.right == 136 && moved.bottom == 35);
+    SetWindowPos(label, nullptr, 0, 0, 50, 10, SWP_NOMOVE | SWP_NOZORDER);
+    EXPECT_EQ(dialog.RectOf(1).left, 35);
+    EXPECT_EQ(dialog.RectOf(1).right, 85);
+    SetWindowPos(label, HWND_BOTTOM, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    EXPECT_EQ(GetWindow(label, GW_HWNDNEXT), nullptr);
+}
+
+TEST(Loop, RunsPostedMessagesAndTimers)
+{
+    RecordingDialog dialog(kControls);
+    PostMessageW(dialog.Window(), WM_COMMAND, 77, 0);
+    EXPECT_THAT(dialog.During([] { Pump(); }), ElementsAre("command 77: 0"));
+    static int ticks;
+    ticks = 0;
+    const UINT_PTR id = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) { ++ticks; });
+    MSG message;
+    while (ticks < 2 && GetMessageW(&message, nullptr, 0, 0) > 0)
+        DispatchMessageW(&message);
+    EXPECT_EQ(ticks, 2);
+    EXPECT_TRUE(KillTimer(nullptr, id));
+    EXPECT_FALSE(KillTimer(nullptr, id));
+}
+
+TEST(Dialogs, GiveMessagesTheirMessageResult)
+{
+    RecordingDialog dialog(kControls);
+    dialog.onMessage = [&dialog](UINT message, WPARAM, LPARAM) -> INT_PTR {
+        SetWindowLongPtrW(dialog.Window(), DWLP_MSGRESULT, 42);
+        return message == WM_APP;
+    };
+    EXPECT_EQ(SendMessageW(dialog.Window(), WM_APP, 0, 0), 42);
+    EXPECT_EQ(SendMessageW(dialog.Window(), WM_APP + 1, 0, 0), 0);
+}
+
+TEST(Dialogs, AnswerReturnAndEscape)
+{
+    RecordingDialog dialog(kControls);
+    const auto key = [&dialog](WPARAM code) {
+        MSG message{dialog.Item(2), WM_KEYDOWN, code, 1, 0, {0, 0}};
+        return [&dialog, message]() mutable { EXPECT_TRUE(IsDialogMessageW(dialog.Window(), &message)); };
+    };
+    SetFocus(dialog.Item(2));
+    EXPECT_THAT(dialog.During(key(VK_RETURN)), ElementsAre("command 1: 0"));
+    EXPECT_THAT(dialog.During(key(VK_ESCAPE)), ElementsAre("command 2: 0"));
+    dialog.During(key(VK_TAB));
+    EXPECT_EQ(GetFocus(), dialog.Item(IDOK));
+    SendMessageW(dialog.Window(), WM_CLOSE, 0, 0);
+    EXPECT_THAT(dialog.During([] { Pump(); }), ElementsAre("command 2: 0"));
+}
+
+TEST(Dialogs, ModalOnesReturnWhatEndedThem)
+{
+    const auto procedure = [](HWND dialog, UINT message, WPARAM wParam, LPARAM) -> INT_PTR {
+        if (message == WM_INITDIALOG) PostMessageW(dialog, WM_COMMAND, IDOK, 0);
+        if (message == WM_COMMAND && LOWORD(wParam) == IDOK) EndDialog(dialog, 17);
+        return FALSE;
+    };
+    RecordingDialog owner(kControls);
+    const std::vector<WORD> words = DialogWords(kPopupDialog, 100, 50, kControls, true);
+    EXPECT_EQ(
+        DialogBoxIndirectParamW(GetModuleHandleW(nullptr), TemplateIn(words), owner.Item(2), procedure, 0),
+        17);
+    EXPECT_TRUE(IsWindowEnabled(owner.Window()));
+    const std::vector<WORD> unknown =
+        DialogWords(kPopupDialog, 100, 50, {{TEXT("NoSuchClass"), 1, 0, 0, 0, 10, 10}}, true);
+    EXPECT_EQ(DialogBoxIndirectParamW(GetModuleHandleW(nullptr), TemplateIn(unknown), nullptr, procedure, 0),
+              -1);
+}
+
+} // namespace
+} // namespace tintwerk

@@ -78,16 +78,24 @@ use_wine() {
   export XDG_DATA_HOME=$PWD/build/home/.local/share
   mkdir -p build/home
   exec 8>build/wine.lock
+  [ -d "$WINEPREFIX" ] && flock -n -x 8 && end_wine_server # one left over from a run that was cut off may hold a display that is gone
   flock -s 8
   if [ ! -e "$WINEPREFIX/.ready" ]; then
     with_progress "Preparing Wine (once)" build/wine-prefix.log env HOME="$PWD/build/home" timeout 300 wineboot -i ||
       return
+    end_wine_server # it knows no display
     touch "$WINEPREFIX/.ready"
   fi
 }
 
+end_wine_server() {
+  wineserver -k >/dev/null 2>&1 8>&-
+  timeout 20 wineserver -w >/dev/null 2>&1 8>&-
+  return 0
+}
+
 leave_wine() {
-  [ -n "${WINEPREFIX:-}" ] && flock -n -x 8 && wineserver -k >/dev/null 2>&1
+  [ -n "${WINEPREFIX:-}" ] && flock -n -x 8 && end_wine_server
   return 0
 }
 

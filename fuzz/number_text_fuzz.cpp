@@ -1,5 +1,5 @@
 // Numbers in option keywords: any text reads as the runtime's own decimal reader reads it, kept within 32
-// bits.
+// bits. Numbers typed into a number field: within the field's range, and the same again once written back.
 #include <algorithm>
 #include <cctype>
 #include <cerrno>
@@ -9,6 +9,7 @@
 #include <string>
 
 #include "src/features/feature_access.h"
+#include "src/pages/number_text.h"
 
 namespace {
 
@@ -27,12 +28,25 @@ bool ReadNumber(const std::string& text, int* value)
     return true;
 }
 
+void CheckNumberFields(const std::string& typed)
+{
+    using namespace tintwerk;
+    const std::basic_string<WCHAR> text(typed.begin(), typed.end());
+    for (const NumberFieldBinding& field : kNumberFieldTable) {
+        const std::optional<int> value = ReadNumber(text, field);
+        if (!value) continue;
+        if (*value < field.minimum || *value > field.maximum) std::abort();
+        if (ReadNumber(FormatNumber(*value, field).units, field) != value) std::abort();
+    }
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const std::string bytes(reinterpret_cast<const char*>(data), size);
     const std::string text(bytes.c_str()); // ends at the first zero
+    CheckNumberFields(text);
     int value = 77;
     int expected = 77;
     const bool read = tintwerk::OptionNumber(text.c_str(), &value);

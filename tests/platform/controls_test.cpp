@@ -406,7 +406,6 @@ TEST(Tabs, AskAndTellAboutTheUsersChoice)
     SendMessageW(tab, TCM_GETITEMRECT, 1, reinterpret_cast<LPARAM>(&second));
     EXPECT_THAT(dialog.During([&] { Click(tab, second.left + 5, second.top + 5); }),
                 ElementsAre("notify 11: -552", "notify 11: -551", "notify 11: -2"));
-    EXPECT_EQ(current(), 1);
 
     RECT area{0, 0, 300, 100};
     SendMessageW(tab, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));

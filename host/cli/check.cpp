@@ -4,12 +4,15 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <ostream>
 
 #include <nlohmann/json.hpp>
 
 #include "host/cli/check_rules.h"
+#include "host/cli/pages_trial.h"
 #include "host/cli/printer_run.h"
+#include "host/cli/product_registry.h"
 #include "host/cli/program.h"
 #include "platform/console.h"
 
@@ -24,6 +27,7 @@ struct CheckedFile
 {
     std::string file;
     std::vector<Finding> findings;
+    std::optional<PagesTrial> pages; // when they were to be tried and the PPD could be read
 
     std::size_t Count(Severity severity) const
     {
@@ -50,15 +54,30 @@ std::vector<std::string> FilesOf(std::span<const std::string> operands)
     return files;
 }
 
-CheckedFile CheckFile(const std::string& file)
+void AddPagesFindings(const PagesTrial& trial, std::vector<Finding>& findings)
 {
-    CheckedFile checked{file, {}};
+    if (!trial.problem.empty()) findings.push_back({Severity::Error, "", "", "the pages: " + trial.problem});
+    for (const SelectionChange& change : trial.changes)
+        findings.push_back(
+            {Severity::Error, change.feature, change.before,
+             "applying the pages without a change turns " + change.before + " into " + change.after});
+    for (const std::string& message : trial.messages)
+        findings.push_back({Severity::Warning, "", "", "the pages: " + message});
+}
+
+CheckedFile CheckFile(const std::string& file, bool triesPages)
+{
+    CheckedFile checked{file, {}, {}};
     const PpdResult read = ReadPpd(PathFromUtf8(file));
     if (!read) {
         checked.findings.push_back({Severity::Error, "", "", read.error.text, read.error.line});
         return checked;
     }
     checked.findings = CheckPpd(*read.ppd);
+    if (triesPages) {
+        checked.pages = TryPages(*read.ppd);
+        AddPagesFindings(*checked.pages, checked.findings);
+    }
     for (const PpdMessage& warning : read.ppd->Warnings())
         checked.findings.push_back({Severity::Warning, "", "", warning.text, warning.line});
     std::ifstream in(PathFromUtf8(file), std::ios::binary);
@@ -68,7 +87,7 @@ CheckedFile CheckFile(const std::string& file)
     return checked;
 }
 
-// Says on standard error how far a long check is.
+// Tells a person at a terminal how far a check is that takes longer than two seconds.
 class Progress
 {
 public:
@@ -78,18 +97,17 @@ public:
     }
     ~Progress()
     {
-        if (shown_ && onTerminal_) err_ << "\r\033[K" << std::flush;
+        if (shown_) err_ << "\r\033[K" << std::flush;
     }
 
     void Step()
     {
         ++done_;
-        const auto pause = std::chrono::milliseconds(!shown_ ? 2000 : onTerminal_ ? 200 : 5000);
-        if (Clock::now() - last_ < pause) return;
+        const auto pause = std::chrono::milliseconds(shown_ ? 200 : 2000);
+        if (!onTerminal_ || Clock::now() - last_ < pause) return;
         last_ = Clock::now();
         shown_ = true;
-        err_ << (onTerminal_ ? "\r" : "") << "checked " << done_ << " of " << total_ << " files"
-             << (onTerminal_ ? "" : "\n") << std::flush;
+        err_ << "\rchecked " << done_ << " of " << total_ << " files" << std::flush;
     }
 
 private:
@@ -133,6 +151,14 @@ Json AsJson(const CheckedFile& checked)
                                     {"option", finding.option},
                                     {"text", finding.text}});
     }
+    if (!checked.pages) return json;
+    Json changes = Json::array();
+    for (const SelectionChange& change : checked.pages->changes)
+        changes.push_back({{"feature", change.feature}, {"before", change.before}, {"after", change.after}});
+    json["pages"] = {{"trial", checked.pages->selections},
+                     {"shown", checked.pages->pages},
+                     {"problem", checked.pages->problem},
+                     {"changes", changes}};
     return json;
 }
 
@@ -140,13 +166,14 @@ int Run(const Arguments& arguments, Output& output)
 {
     const std::vector<std::string> files = FilesOf(arguments.Operands());
     if (files.empty()) throw CommandError(kExitUsage, "no PPD file is given: tintwerk check FILE...");
+    if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
     const bool asJson = arguments.Has("json");
     std::size_t errors = 0, warnings = 0, notes = 0;
     Json json{{"command", "check"}, {"files", Json::array()}};
     {
         Progress progress(output.err, files.size());
         for (const std::string& file : files) {
-            const CheckedFile checked = CheckFile(file);
+            const CheckedFile checked = CheckFile(file, arguments.Has("pages"));
             errors += checked.Count(Severity::Error);
             warnings += checked.Count(Severity::Warning);
             notes += checked.Count(Severity::Note);
@@ -179,6 +206,10 @@ Command CheckCommand()
             "tintwerk check FILE|FOLDER... [--strict] [--json]",
             "Exit status 1 when there is an error, with --strict also when there is a warning.\n",
             {{"notes", "", "shows notes too: missing features, groups of the advanced page"},
+             {"pages", "",
+              "opens the pages of each PPD, applies them without a change, and tells\nwhat does not stay as "
+              "it was"},
+             {"config-dir", "DIR", "the driver's configuration directory, for --pages (ink files, logos)"},
              {"strict", "", "warnings fail the check"},
              {"json", "", "tells everything as JSON"}},
             Run};

@@ -179,7 +179,9 @@ private:
         if (feature->options.size() > kMaxOptions)
             Add(Severity::Error, feature->keyword, feature->options[kMaxOptions].keyword,
                 "the popup offers " + std::to_string(kMaxOptions) + " options; those from " +
-                    std::string(feature->options[kMaxOptions].keyword) + " on cannot be chosen");
+                    std::string(feature->options[kMaxOptions].keyword) +
+                    " on cannot be chosen, and one that is selected becomes " +
+                    std::string(feature->options[0].keyword) + " when the page is applied");
         constexpr std::array<int, 4> kConstrained{1073, 1072, 1111,
                                                   1273}; // popups that leave out what is forbidden
         if (std::ranges::find(kConstrained, row.controlId) != kConstrained.end())
@@ -309,8 +311,12 @@ private:
     {
         Selections none;
         const CoreDriver core(ppd_, none);
-        for (const auto& [first, second] : core.Conflicts())
-            Add(Severity::Warning, "", "", "the defaults exclude each other: " + first + " and " + second);
+        std::set<std::pair<std::string, std::string>> told; // PPDs state both directions
+        for (const auto& [first, second] : core.Conflicts()) {
+            if (told.insert(std::minmax(first, second)).second)
+                Add(Severity::Warning, "", "",
+                    "the defaults exclude each other: " + first + " and " + second);
+        }
     }
 
     void CheckAdvancedPage()
@@ -364,24 +370,32 @@ std::vector<Finding> CheckPpd(const Ppd& ppd)
     return Checker(ppd).Run();
 }
 
+// A finding stands at its option's line; where the file spells that otherwise, at its feature's.
 void LocateFindings(std::string_view text, std::vector<Finding>& findings)
 {
-    std::vector<std::pair<Finding*, std::string>> wanted;
+    struct Wanted
+    {
+        Finding* finding;
+        std::string start;
+        bool isOption;
+    };
+    std::vector<Wanted> wanted;
     for (Finding& finding : findings) {
         if (finding.line || finding.feature.empty()) continue;
         const std::string feature = "*" + finding.feature;
-        wanted.emplace_back(&finding,
-                            finding.option.empty() ? "*OpenUI " + feature : feature + " " + finding.option);
-        if (finding.option.empty()) wanted.emplace_back(&finding, "*JCLOpenUI " + feature);
+        if (finding.option == kCustomPageSize)
+            wanted.push_back({&finding, "*" + finding.option, true});
+        else if (!finding.option.empty())
+            wanted.push_back({&finding, feature + " " + finding.option, true});
+        wanted.push_back({&finding, "*OpenUI " + feature, false});
+        wanted.push_back({&finding, "*JCLOpenUI " + feature, false});
     }
-    unsigned number = 0;
-    while (!text.empty() && !wanted.empty()) {
-        ++number;
+    for (unsigned number = 1; !text.empty() && !wanted.empty(); ++number) {
         const std::size_t end = text.find_first_of("\r\n");
         const std::string_view line = text.substr(0, end);
-        std::erase_if(wanted, [&](auto& each) {
-            const bool here = BeginsWith(line, each.second);
-            if (here && !each.first->line) each.first->line = number;
+        std::erase_if(wanted, [&](const Wanted& each) {
+            const bool here = line.starts_with('*') && BeginsWith(line, each.start);
+            if (here && (each.isOption || !each.finding->line)) each.finding->line = number;
             return here;
         });
         if (end == std::string_view::npos) break;

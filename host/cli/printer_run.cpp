@@ -8,7 +8,6 @@
 #include "host/cli/product_registry.h"
 #include "platform/debug_sink.h"
 #include "platform/environment.h"
-#include "platform/memory_spooler.h"
 #include "src/records/private_devmode.h"
 
 namespace tintwerk {
@@ -39,22 +38,6 @@ void PretendWindowsVersion(const std::string& text)
     SetWindowsVersion(major, minor, build);
 }
 
-// As the platform spells it: the driver puts backslashes and names behind it.
-std::string AbsolutePath(const std::string& path)
-{
-    std::filesystem::path absolute = std::filesystem::absolute(PathFromUtf8(path)).lexically_normal();
-    if (!absolute.has_filename()) absolute = absolute.parent_path();
-    const std::u8string text = absolute.make_preferred().u8string();
-    return std::string(text.begin(), text.end());
-}
-
-WideString ModulePath(HMODULE module)
-{
-    WideString path(1024, WCHAR{});
-    path.resize(GetModuleFileNameW(module, path.data(), static_cast<DWORD>(path.size())));
-    return path;
-}
-
 } // namespace
 
 std::filesystem::path PathFromUtf8(const std::string& text)
@@ -66,13 +49,6 @@ std::string Utf8FromPath(const std::filesystem::path& path)
 {
     const std::u8string text = path.generic_u8string();
     return std::string(text.begin(), text.end());
-}
-
-WideString ProgramFolder()
-{
-    const WideString program = ModulePath(nullptr);
-    const std::size_t end = program.find_last_of(TEXT("\\/"));
-    return program.substr(0, end == WideString::npos ? 0 : end);
 }
 
 std::vector<OptionRow> PrinterOptions()
@@ -117,15 +93,16 @@ PrinterRun::PrinterRun(const Arguments& arguments, Output& output)
     const auto languages = core_->Options("halvLanguage");
     german_ = !languages.empty() && languages[0].starts_with("de");
     firstSelections_ = keptSelections_ = AllSelections();
-    AddToSpooler(arguments);
+    printer_ = std::make_unique<SpooledPrinter>(
+        *ppd_, PrinterEntry{name_, WideFromUtf8(arguments.Value("driver", ppd_->PrinterName())), ppdFile_,
+                            arguments.Has("offline")});
     if (traces_) SetDebugSink(TraceLine, &output_.err);
 }
 
 PrinterRun::~PrinterRun()
 {
     session_.reset();
-    printer_.Reset();
-    StopMemorySpooler();
+    printer_.reset();
     if (traces_) SetDebugSink(nullptr, nullptr);
     SetWindowsVersion(0, 0);
 }
@@ -149,40 +126,7 @@ void PrinterRun::Read(const Arguments& arguments)
 void PrinterRun::SetSurroundings(const Arguments& arguments)
 {
     if (arguments.Has("windows-version")) PretendWindowsVersion(arguments.Value("windows-version"));
-    if (arguments.Has("config-dir")) WriteProductValue("ConfigDir", AbsolutePath(arguments.Value("config-dir")));
-}
-
-// A printer that is not installed, as the spooler would describe it.
-void PrinterRun::AddToSpooler(const Arguments& arguments)
-{
-    UseMemorySpooler();
-    MemorySpooler& spooler = TheMemorySpooler();
-    const WideString program = ModulePath(nullptr);
-    MemorySpooler::Driver driver;
-    driver.name = WideFromUtf8(arguments.Value("driver", ppd_->PrinterName()));
-    driver.dataFile = WideFromUtf8(ppdFile_);
-    driver.driverPath = program; // this program plays both halves of the core driver
-    driver.configFile = program;
-    driver.dependentFiles.push_back(ProgramFolder() + TEXT("\\PSTWUI.DLL"));
-    spooler.SetDriver(driver);
-
-    MemorySpooler::Printer printer;
-    printer.name = name_;
-    printer.driverName = driver.name;
-    printer.attributes =
-        PRINTER_ATTRIBUTE_LOCAL | (arguments.Has("offline") ? PRINTER_ATTRIBUTE_WORK_OFFLINE : 0);
-    spooler.SetPrinter(printer);
-
-    // The core driver makes a form of every page size, under the name that people see.
-    for (const PpdForm& form : ppd_->Forms()) {
-        spooler.SetForm(WideFromUtf8(form.text),
-                        {{form.width, form.height},
-                         {form.left, form.height - form.top, form.right, form.height - form.bottom},
-                         FORM_PRINTER});
-    }
-    if (!OpenPrinterW(name_.data(), printer_.Receive(), nullptr))
-        throw CommandError(kExitFailed,
-                           "the printer does not open (error " + std::to_string(GetLastError()) + ")");
+    if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
 }
 
 PluginSession& PrinterRun::StartPlugin()

@@ -9,13 +9,13 @@
 #include <vector>
 
 #include "host/cli/arguments.h"
+#include "host/cli/printer_entry.h"
 #include "host/cli/program.h"
 #include "host/core/core_driver.h"
 #include "host/core/selections.h"
 #include "host/core/wide_text.h"
 #include "host/ppd/ppd_reader.h"
 #include "host/sheet/plugin_session.h"
-#include "platform/owners.h"
 
 namespace tintwerk {
 
@@ -42,7 +42,7 @@ public:
     const Ppd& Description() const { return *ppd_; }
     CoreDriver& Core() { return *core_; }
     const WideString& Name() const { return name_; }
-    HANDLE Printer() const { return printer_.Get(); }
+    HANDLE Printer() const { return printer_->Handle(); }
     bool IsGerman() const { return german_; }
 
     // Writes the selections of now to the store.
@@ -57,7 +57,6 @@ public:
 
 private:
     void Read(const Arguments& arguments);
-    void AddToSpooler(const Arguments& arguments);
     void SetSurroundings(const Arguments& arguments);
     std::vector<std::pair<std::string, std::string>> AllSelections() const;
     DWORD ApplyCount() const;
@@ -74,7 +73,7 @@ private:
     std::unique_ptr<CoreDriver> core_;
     std::unique_ptr<PluginSession> session_;
     WideString name_;
-    PrinterHandle printer_;
+    std::unique_ptr<SpooledPrinter> printer_;
     bool german_ = false;
     bool kept_ = false;
     DWORD firstApplyCount_ = 0;
@@ -82,9 +81,6 @@ private:
     std::vector<std::pair<std::string, std::string>> firstSelections_;
     std::vector<std::pair<std::string, std::string>> keptSelections_;
 };
-
-// The folder of this program, without a separator at its end.
-WideString ProgramFolder();
 
 // UTF-8 to a path and back, on every platform.
 std::filesystem::path PathFromUtf8(const std::string& text);

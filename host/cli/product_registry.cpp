@@ -1,10 +1,26 @@
 #include "host/cli/product_registry.h"
 
+#include <filesystem>
+
 #include "host/cli/arguments.h"
 #include "platform/owners.h"
 #include "src/config/registry_values.h"
 
 namespace tintwerk {
+
+namespace {
+
+// As the platform spells it: the driver puts backslashes and names behind it.
+std::string AbsolutePath(const std::string& path)
+{
+    std::filesystem::path absolute =
+        std::filesystem::absolute(std::u8string(path.begin(), path.end())).lexically_normal();
+    if (!absolute.has_filename()) absolute = absolute.parent_path();
+    const std::u8string text = absolute.make_preferred().u8string();
+    return std::string(text.begin(), text.end());
+}
+
+} // namespace
 
 void WriteProductValue(const char* name, const std::string& value)
 {
@@ -20,6 +36,11 @@ void WriteProductValue(const char* name, const std::string& value)
         RegSetValueExA(key.Get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
                        static_cast<DWORD>(value.size() + 1)) != ERROR_SUCCESS)
         throw CommandError(kExitFailed, std::string(name) + " cannot be written to the registry");
+}
+
+void UseConfigDirectory(const std::string& path)
+{
+    WriteProductValue("ConfigDir", AbsolutePath(path));
 }
 
 } // namespace tintwerk

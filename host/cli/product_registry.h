@@ -10,4 +10,7 @@ namespace tintwerk {
 // be written.
 void WriteProductValue(const char* name, const std::string& value);
 
+// The driver's configuration directory, given as a path from the current folder or an absolute one.
+void UseConfigDirectory(const std::string& path);
+
 } // namespace tintwerk

@@ -43,12 +43,17 @@ std::string HexOf(const std::vector<unsigned char>& bytes)
 
 Selections Selections::Load(const std::filesystem::path& file)
 {
-    Selections selections;
     std::ifstream stream(file, std::ios::binary);
-    if (!stream) return selections;
+    if (!stream) return {};
     const std::string text{std::istreambuf_iterator<char>(stream), {}};
     const std::u8string name = file.u8string();
-    selections.Read(std::string(name.begin(), name.end()), text);
+    return FromText(std::string(name.begin(), name.end()), text);
+}
+
+Selections Selections::FromText(const std::string& name, std::string_view text)
+{
+    Selections selections;
+    selections.Read(name, text);
     return selections;
 }
 

@@ -26,6 +26,9 @@ public:
     // A file that does not exist is empty. What makes no sense is told by Warnings() and kept when the file
     // is saved.
     static Selections Load(const std::filesystem::path& file);
+    // From what stands in the file of that name, and back.
+    static Selections FromText(const std::string& name, std::string_view text);
+    std::string Text() const;
 
     // Writes a new file beside the old one and puts it in its place, so that a crash leaves one of the two
     // whole. False with the reason when that fails; the old file is then as it was.
@@ -54,7 +57,6 @@ private:
     };
 
     void Read(const std::string& name, std::string_view text);
-    std::string Text() const;
     const Line* FindLine(std::string_view feature) const;
 
     std::vector<Line> lines_;

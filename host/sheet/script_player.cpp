@@ -56,6 +56,8 @@ ScriptPlayer::ScriptPlayer(PropertySheet& sheet, ScriptSettings settings)
 {
     player = this;
     timer_ = SetTimer(nullptr, 0, std::max(settings_.pace, UINT{1}), OnTimer);
+    // The first step need not wait: this is taken when the sheet asks for its first message.
+    PostMessageW(nullptr, WM_TIMER, timer_, reinterpret_cast<LPARAM>(OnTimer));
 }
 
 ScriptPlayer::~ScriptPlayer()

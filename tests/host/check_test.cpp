@@ -90,9 +90,11 @@ TEST(PpdCheck, CountsOptionsAndLengths)
     std::vector<std::string> many;
     for (int i = 0; i < 81; ++i)
         many.push_back("Size" + std::to_string(i));
-    EXPECT_EQ(Findings(Feature("MediaType", many)),
-              std::vector<std::string>{
-                  "86 error MediaType: the popup offers 80 options; those from Size80 on cannot be chosen"});
+    EXPECT_EQ(
+        Findings(Feature("MediaType", many)),
+        std::vector<std::string>{
+            "86 error MediaType: the popup offers 80 options; those from Size80 on cannot be chosen, and one "
+            "that is selected becomes Size0 when the page is applied"});
     many.pop_back();
     EXPECT_EQ(Findings(Feature("MediaType", many)), std::vector<std::string>{});
     const std::string longest(255, 'x');
@@ -142,12 +144,25 @@ TEST(PpdCheck, TheExitStatusIsForScripts)
     EXPECT_THAT(both.out, testing::HasSubstr("2 files: 1 errors, "));
 }
 
-TEST(PpdCheck, TheSamplesHaveNoErrors)
+TEST(PpdCheck, TriesThePagesOfEachFile)
 {
+    const TemporaryFolder folder;
+    const std::string config = Sample("config");
     for (const char* sample : {"tintwerk-x12.ppd", "tintwerk-s8.ppd", "tintwerk-lite.ppd"}) {
-        const ProgramResult result = RunTintwerk({"check", Sample(sample)});
+        const ProgramResult result =
+            RunTintwerk({"check", "--pages", "--config-dir", config, Sample(sample)});
         EXPECT_EQ(result.status, 0) << result.out;
+        EXPECT_EQ(result.err, "");
     }
+    std::vector<std::string> sizes;
+    for (int i = 0; i < 82; ++i)
+        sizes.push_back("Size" + std::to_string(i));
+    const std::string ppd = folder.Text() + "/long.ppd";
+    std::ofstream(ppd) << kHead << Feature("PageSize", sizes);
+    const ProgramResult lost = RunTintwerk({"check", "--pages", "--config-dir", config, ppd});
+    EXPECT_EQ(lost.status, 1);
+    EXPECT_THAT(lost.out, testing::HasSubstr("long.ppd:87: error: PageSize: applying the pages without a "
+                                             "change turns Size81 into Size0"));
 }
 
 } // namespace tintwerk

@@ -1,0 +1,40 @@
+// A printer that is not installed, as the spooler would describe it. Used by every command that opens pages
+// or plays jobs.
+#pragma once
+
+#include <string>
+
+#include "host/core/wide_text.h"
+#include "host/ppd/ppd.h"
+#include "platform/owners.h"
+
+namespace tintwerk {
+
+struct PrinterEntry
+{
+    WideString name;
+    WideString driver;
+    std::string ppdFile;
+    bool offline = false;
+};
+
+// Lets the spooler speak of this printer, its driver and its forms, and of nothing else; opens the printer.
+// Throws a CommandError when it does not open.
+class SpooledPrinter
+{
+public:
+    SpooledPrinter(const Ppd& ppd, const PrinterEntry& entry);
+    ~SpooledPrinter();
+    SpooledPrinter(const SpooledPrinter&) = delete;
+    SpooledPrinter& operator=(const SpooledPrinter&) = delete;
+
+    HANDLE Handle() const { return printer_.Get(); }
+
+private:
+    PrinterHandle printer_;
+};
+
+// The folder of this program, without a separator at its end.
+WideString ProgramFolder();
+
+} // namespace tintwerk

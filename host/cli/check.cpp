@@ -6,6 +6,7 @@
 #include <iterator>
 #include <optional>
 #include <ostream>
+#include <utility>
 
 #include <nlohmann/json.hpp>
 
@@ -95,9 +96,12 @@ public:
         : err_(err), total_(total), onTerminal_(&err == &std::cerr && ErrorIsTerminal())
     {
     }
-    ~Progress()
+    ~Progress() { Clear(); }
+
+    // Makes room for something else on the terminal.
+    void Clear()
     {
-        if (shown_) err_ << "\r\033[K" << std::flush;
+        if (std::exchange(onScreen_, false)) err_ << "\r\033[K" << std::flush;
     }
 
     void Step()
@@ -106,7 +110,7 @@ public:
         const auto pause = std::chrono::milliseconds(shown_ ? 200 : 2000);
         if (!onTerminal_ || Clock::now() - last_ < pause) return;
         last_ = Clock::now();
-        shown_ = true;
+        shown_ = onScreen_ = true;
         err_ << "\rchecked " << done_ << " of " << total_ << " files" << std::flush;
     }
 
@@ -115,6 +119,7 @@ private:
     std::size_t total_, done_ = 0;
     bool onTerminal_;
     bool shown_ = false;
+    bool onScreen_ = false;
     Clock::time_point last_ = Clock::now();
 };
 
@@ -126,6 +131,11 @@ std::string Coloured(Severity severity, bool coloured)
                                : severity == Severity::Warning ? "\033[33m"
                                                                : "\033[2m";
     return colour + text + "\033[0m";
+}
+
+bool Shows(const CheckedFile& checked, bool notes)
+{
+    return checked.findings.size() > (notes ? 0 : checked.Count(Severity::Note));
 }
 
 void Print(Output& output, const CheckedFile& checked, bool notes)
@@ -177,10 +187,12 @@ int Run(const Arguments& arguments, Output& output)
             errors += checked.Count(Severity::Error);
             warnings += checked.Count(Severity::Warning);
             notes += checked.Count(Severity::Note);
-            if (asJson)
+            if (asJson) {
                 json["files"].push_back(AsJson(checked));
-            else
+            } else if (Shows(checked, arguments.Has("notes"))) {
+                progress.Clear();
                 Print(output, checked, arguments.Has("notes"));
+            }
             progress.Step();
         }
     }

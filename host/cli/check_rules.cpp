@@ -8,25 +8,29 @@
 #include <set>
 #include <utility>
 
+#include "host/cli/check_constraints.h"
 #include "host/cli/feature_use.h"
 #include "host/core/core_driver.h"
 #include "host/core/wide_text.h"
 #include "host/sheet/script.h"
+#include "platform/owners.h"
 #include "src/bindings/cartridges.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/number_fields.h"
 #include "src/bindings/popups.h"
 #include "src/bindings/sliders.h"
+#include "src/sheets/advanced_rows.h"
 
 namespace tintwerk {
 
 namespace {
 
-constexpr std::size_t kLongestFeature = 254; // of one request to the core driver
-constexpr std::size_t kLongestPair = 508;    // feature and option together, of one change
-constexpr std::size_t kLongestOption = 255;  // that is recognised as the selected one
-constexpr std::size_t kAdvancedStrings = 64;
-constexpr int kScreenModes = 7; // off, and three halftones with and without multi-black
+constexpr std::size_t kLongestFeature = 254;    // of one request to the core driver
+constexpr std::size_t kLongestPair = 508;       // feature and option together, of one change
+constexpr std::size_t kLongestOption = 255;     // that is recognised as the selected one
+constexpr std::size_t kLongestText = 511;       // of an option, of one reply of the core driver
+constexpr std::size_t kLongestPairedSize = 118; // from here on a page size has no borderless twin
+constexpr int kScreenModes = 7;                 // off, and three halftones with and without multi-black
 
 // An option keyword as the number that it stands for.
 std::optional<int> NumberOf(std::string_view keyword)
@@ -50,6 +54,25 @@ std::string Joined(const std::vector<std::string>& texts, std::size_t most = 6)
     return joined;
 }
 
+// What the driver itself would list; nothing when it makes no advanced page.
+std::optional<std::set<std::string>> AdvancedFeatures(const CoreDriver& core)
+{
+    ComPtr<IPrintCoreUI2> helper;
+    core.Helper()->QueryInterface(IID_IPrintCoreUI2, reinterpret_cast<void**>(helper.Receive()));
+    HeapHandle heap;
+    heap.Reset(HeapCreate(0, 0, 0));
+    const CoreArea area{core.CoreObject(), helper.Get(), nullptr, heap.Get()};
+    AdvancedKeywords keywords;
+    if (!SelectAdvancedKeywords(area, keywords)) return std::nullopt;
+    const SourceRow* const rows = RowsFromKeywords(area, keywords);
+    if (!rows) return std::nullopt;
+    std::set<std::string> features;
+    for (const SourceEntry& entry : SourceList(rows)) {
+        if (!IsHeader(*entry.row)) features.insert(entry.row->name);
+    }
+    return features;
+}
+
 class Checker
 {
 public:
@@ -65,12 +88,16 @@ public:
             CheckCheckBox(row);
         for (const PopupBinding& row : kPopupTable)
             CheckPopup(row);
+        CheckMissingBehaviour();
         CheckBorderless();
         CheckCartridgeColors();
         CheckScreenModes();
         CheckLengths();
-        CheckDefaults();
-        CheckAdvancedPage();
+        CheckEmptyPopups(ppd_, findings_);
+        Selections none;
+        CoreDriver core(ppd_, none);
+        CheckDefaults(core);
+        CheckAdvancedPage(core);
         return std::move(findings_);
     }
 
@@ -80,14 +107,33 @@ private:
         findings_.push_back({severity, std::string(feature), std::string(option), std::move(text)});
     }
 
-    const PpdFeature* FindOrMiss(std::string_view feature, DWORD tabBit, const std::string& consequence)
+    // The consequence names the control: "its slider on the page main" + what becomes of it. Without the
+    // screen printing page nothing is said of its controls.
+    const PpdFeature* FindOrMiss(std::string_view feature, DWORD tabBit, const std::string& control,
+                                 const std::string& consequence)
     {
         const PpdFeature* const found = ppd_.Find(feature);
-        if (!found)
+        if (!found && (tabBit != kScreenPrintingPage || ppd_.Find("halvScreenmode")))
             Add(Severity::Note, "", "",
-                std::string(feature) + " is missing: " + consequence + " on the page " +
-                    std::string(TextOf(PageOfTab(tabBit))));
+                std::string(feature) + " is missing: " + control + " on the page " +
+                    std::string(TextOf(PageOfTab(tabBit))) + " " + consequence);
         return found;
+    }
+
+    void CheckMissingBehaviour()
+    {
+        constexpr std::array<std::pair<const char*, const char*>, 6> kBehaviours{{
+            {"halvLanguage", "the pages are in English"},
+            {"halvGuiMode", "every page is shown"},
+            {"halvGuiIcon", "the main page has no logo of its own"},
+            {"halvScreenmode", "there is no screen printing page"},
+            {"halvCartridgeColors", "the cartridges of the screen printing page have no colours"},
+            {"Duplex", "the page layout has no duplex item"},
+        }};
+        for (const auto& [feature, consequence] : kBehaviours) {
+            if (!ppd_.Find(feature))
+                Add(Severity::Note, "", "", std::string(feature) + " is missing: " + consequence);
+        }
     }
 
     void CheckNumbers(const PpdFeature& feature, const std::string& control)
@@ -101,8 +147,10 @@ private:
 
     void CheckSlider(const ControlBinding& row)
     {
-        const PpdFeature* const feature =
-            FindOrMiss(row.keyword, row.tabBit, "its slider writes nothing that is kept");
+        const int fallback = std::clamp(PositionOf(row, row.initialValue), row.minimum, row.maximum);
+        const PpdFeature* const feature = FindOrMiss(row.keyword, row.tabBit, "its slider",
+                                                     "falls back to position " + std::to_string(fallback) +
+                                                         " and writes nothing that is kept");
         if (!feature) return;
         CheckNumbers(*feature, "the slider cannot stand for it");
         std::set<int> offered;
@@ -134,7 +182,7 @@ private:
         const std::string rest = std::string(row.keyword) + "2";
         for (const std::string& keyword : {std::string(row.keyword), rest}) {
             if (const PpdFeature* feature =
-                    FindOrMiss(keyword, row.tabBit, "its part of the number field counts 0"))
+                    FindOrMiss(keyword, row.tabBit, "its part of the number field", "counts 0"))
                 CheckNumbers(*feature, "its part of the number field counts 0");
         }
         const PpdFeature *const coarse = ppd_.Find(row.keyword), *const fine = ppd_.Find(rest);
@@ -160,7 +208,7 @@ private:
     void CheckCheckBox(const CheckBoxBinding& row)
     {
         if (!IsPpdFeature(row)) return;
-        const PpdFeature* const feature = FindOrMiss(row.keyword, row.tabBit, "its check box is hidden");
+        const PpdFeature* const feature = FindOrMiss(row.keyword, row.tabBit, "its check box", "is hidden");
         if (!feature) return;
         CheckNumbers(*feature, "the check box hides");
         for (const char* option : {"0", "1"}) {
@@ -173,50 +221,23 @@ private:
     void CheckPopup(const PopupBinding& row)
     {
         if (!row.keyword[0] || !row.controlId) return;
-        const PpdFeature* const feature =
-            FindOrMiss(WithoutAsterisk(row.keyword), row.tabBit, "its popup is empty");
+        const bool hides = row.controlId == kPopupTable[kPopupCartridge].controlId;
+        const PpdFeature* const feature = FindOrMiss(WithoutAsterisk(row.keyword), row.tabBit, "its popup",
+                                                     hides ? "is hidden" : "is empty");
         if (!feature) return;
+        if (hides && feature->options.size() < 2)
+            Add(Severity::Note, feature->keyword, "", "one option only: its popup is hidden");
         if (feature->options.size() > kMaxOptions)
             Add(Severity::Error, feature->keyword, feature->options[kMaxOptions].keyword,
                 "the popup offers " + std::to_string(kMaxOptions) + " options; those from " +
                     std::string(feature->options[kMaxOptions].keyword) +
                     " on cannot be chosen, and one that is selected becomes " +
                     std::string(feature->options[0].keyword) + " when the page is applied");
-        constexpr std::array<int, 4> kConstrained{1073, 1072, 1111,
-                                                  1273}; // popups that leave out what is forbidden
-        if (std::ranges::find(kConstrained, row.controlId) != kConstrained.end())
-            CheckEmptied(Number(feature->keyword));
-    }
-
-    // One selection elsewhere that forbids every option of a popup.
-    void CheckEmptied(std::size_t popup)
-    {
-        std::map<std::pair<std::size_t, std::size_t>, std::set<std::size_t>> forbidden; // by the other side
-        const std::size_t count = ppd_.Feature(popup).options.size();
-        for (const PpdConstraint& constraint : ppd_.Constraints()) {
-            const bool first = constraint.feature1 == popup;
-            if (!first && constraint.feature2 != popup) continue;
-            const auto other = first ? std::pair(constraint.feature2, constraint.option2)
-                                     : std::pair(constraint.feature1, constraint.option1);
-            const std::size_t own = first ? constraint.option1 : constraint.option2;
-            if (own != kNoOption) {
-                forbidden[other].insert(own);
-                continue;
-            }
-            for (std::size_t option = 0; option < count; ++option) {
-                const std::string_view keyword = ppd_.Feature(popup).options[option].keyword;
-                if (keyword != "None" && keyword != "False" && keyword != "Off")
-                    forbidden[other].insert(option);
-            }
-        }
-        for (const auto& [other, options] : forbidden) {
-            if (options.size() < count) continue;
-            const PpdFeature& feature = ppd_.Feature(other.first);
-            const std::string option =
-                other.second == kNoOption ? "(any)" : std::string(feature.options[other.second].keyword);
-            Add(Severity::Error, feature.keyword, other.second == kNoOption ? "" : option,
-                std::string(feature.keyword) + "=" + option + " forbids every option of " +
-                    std::string(ppd_.Feature(popup).keyword) + ": its popup is left empty");
+        for (const PpdOption& option : feature->options) {
+            if (option.text.size() > kLongestText && WideFromUtf8(option.text).size() > kLongestText)
+                Add(Severity::Error, feature->keyword, option.keyword,
+                    "the text has more than " + std::to_string(kLongestText) +
+                        " characters; the popup shows an empty line");
         }
     }
 
@@ -224,26 +245,32 @@ private:
     {
         const PpdFeature* const sizes = ppd_.Find("PageSize");
         for (const PpdOption& size : sizes ? sizes->options : std::vector<PpdOption>()) {
-            std::string normal(size.keyword);
-            for (const std::string_view mark : {"Borderless", "borderless"}) {
-                const std::size_t at = normal.find(mark);
-                if (at != std::string::npos) normal.erase(at, mark.size());
-            }
-            if (normal == size.keyword || size.keyword.starts_with("Custom")) continue;
-            const bool twin = std::ranges::any_of(sizes->options, [&](const PpdOption& other) {
-                return EqualIgnoringCase(other.keyword, normal);
+            if (size.keyword.starts_with("Custom") || !IsBorderless(size.keyword)) continue;
+            const bool twin = std::ranges::any_of(sizes->options, [&](const PpdOption& normal) {
+                return !IsBorderless(normal.keyword) && IsTwin(size.keyword, normal.keyword);
             });
             if (!twin)
                 Add(Severity::Warning, "PageSize", size.keyword,
-                    std::string(size.keyword) + " has no normal size " + normal +
-                        ": it stands in the list by itself, with the borderless box checked and disabled");
+                    std::string(size.keyword) + " is the borderless twin of no size: it stands in the list " +
+                        "by itself, with the borderless box checked and disabled");
         }
     }
 
-    static bool EqualIgnoringCase(std::string_view a, std::string_view b)
+    static bool IsBorderless(std::string_view size)
+    {
+        return size.find("Borderless") != std::string_view::npos ||
+               size.find("borderless") != std::string_view::npos;
+    }
+
+    static bool IsTwin(std::string_view borderless, std::string_view normal)
     {
         const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-        return std::ranges::equal(a, b, {}, lower, lower);
+        const auto equals = [&](const std::string& name) {
+            return std::ranges::equal(borderless, name, {}, lower, lower);
+        };
+        const std::string keyword(normal);
+        return normal.size() < kLongestPairedSize && !normal.starts_with("Custom") &&
+               (equals(keyword + "Borderless") || equals("borderless" + keyword));
     }
 
     void CheckCartridgeColors()
@@ -307,10 +334,8 @@ private:
         }
     }
 
-    void CheckDefaults()
+    void CheckDefaults(const CoreDriver& core)
     {
-        Selections none;
-        const CoreDriver core(ppd_, none);
         std::set<std::pair<std::string, std::string>> told; // PPDs state both directions
         for (const auto& [first, second] : core.Conflicts()) {
             if (told.insert(std::minmax(first, second)).second)
@@ -319,25 +344,35 @@ private:
         }
     }
 
-    void CheckAdvancedPage()
+    void CheckAdvancedPage(const CoreDriver& core)
     {
+        const std::optional<std::set<std::string>> listed = AdvancedFeatures(core);
+        if (!listed)
+            Add(Severity::Error, "", "",
+                "there is no advanced page: the features' keywords have more than " +
+                    std::to_string(kFeatureListBytes) + " characters together");
         std::array<std::vector<std::string>, 4> groups;
-        for (const PpdFeature& feature : ppd_.Features())
-            groups[static_cast<std::size_t>(AdvancedGroupOf(feature.keyword))].emplace_back(feature.keyword);
+        std::vector<std::string> leftOut;
+        for (const PpdFeature& feature : ppd_.Features()) {
+            const AdvancedGroup group = AdvancedGroupOf(feature.keyword);
+            if (group == AdvancedGroup::None || !listed) continue;
+            const std::string keyword(feature.keyword);
+            (listed->contains(keyword) ? groups[static_cast<std::size_t>(group)] : leftOut)
+                .push_back(keyword);
+        }
+        if (!leftOut.empty())
+            Add(Severity::Error, leftOut.front(), "",
+                "the advanced page is full (" + std::to_string(kMaxAdvancedStrings) +
+                    " features and groups, or " + std::to_string(kAdvancedWorkBytes) +
+                    " bytes of texts); it leaves out: " + Joined(leftOut));
         constexpr std::array<const char*, 4> kGroups{"", "Printer Options", "Advanced Settings",
                                                      "Special Settings DTF Printing"};
-        std::size_t strings = 1 + 4; // the group that is always there, with its special features
         for (std::size_t group = 1; group < groups.size(); ++group) {
-            if (groups[group].empty()) continue;
-            strings += groups[group].size() + (group == 2 ? 0 : 1);
-            Add(Severity::Note, "", "",
-                std::string("the advanced page lists under \"") + kGroups[group] +
-                    "\": " + Joined(groups[group], 20));
+            if (!groups[group].empty())
+                Add(Severity::Note, "", "",
+                    std::string("the advanced page lists under \"") + kGroups[group] +
+                        "\": " + Joined(groups[group], 20));
         }
-        if (strings > kAdvancedStrings)
-            Add(Severity::Error, "", "",
-                "the advanced page shows " + std::to_string(kAdvancedStrings) +
-                    " features and groups at most; the last ones are left out");
     }
 
     const Ppd& ppd_;

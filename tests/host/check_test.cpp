@@ -106,8 +106,8 @@ TEST(PpdCheck, PairsBorderlessSizesAndColours)
 {
     EXPECT_EQ(Findings(Feature("PageSize", {"A4", "a4Borderless", "PhotoBorderless", "CustomBorderless"})),
               std::vector<std::string>{
-                  "8 warning PageSize: PhotoBorderless has no normal size Photo: it stands in the list by "
-                  "itself, with the borderless box checked and disabled"});
+                  "8 warning PageSize: PhotoBorderless is the borderless twin of no size: it stands in the "
+                  "list by itself, with the borderless box checked and disabled"});
     const std::string cartridges =
         Feature("halvScreenCartridge0", {"0", "1"}) + Feature("halvScreenCartridge2", {"0", "1"});
     EXPECT_EQ(
@@ -119,15 +119,69 @@ TEST(PpdCheck, PairsBorderlessSizesAndColours)
 
 TEST(PpdCheck, FindsSelectionsThatEmptyAPopup)
 {
+    const auto forbids = [](const char* a, const char* b) {
+        return std::string("*UIConstraints: *") + a + " *" + b + "\n";
+    };
     const std::string features =
-        Feature("MediaType", {"Plain", "Photo"}) + Feature("InputSlot", {"Roll", "Tray"});
-    const std::string both = "*UIConstraints: *InputSlot Tray *MediaType Plain\n*UIConstraints: *MediaType "
-                             "Photo *InputSlot Tray\n";
+        Feature("MediaType", {"Plain", "Photo"}) + Feature("InputSlot", {"Roll", "Tray"}) +
+        Feature("halvCartridgeType", {"Matte", "Film"}) + Feature("Resolution", {"300dpi", "600dpi"});
+    const struct
+    {
+        const char* word;
+        std::string body;
+        std::vector<std::string> findings;
+    } cases[] = {
+        {"a cartridge without media",
+         forbids("halvCartridgeType Film", "MediaType Plain") +
+             forbids("MediaType Photo", "halvCartridgeType Film"),
+         {"17 error halvCartridgeType: halvCartridgeType=Film forbids every option of MediaType: its popup "
+          "is left "
+          "empty"}},
+        {"media are left out for a cartridge only",
+         forbids("InputSlot Tray", "MediaType Plain") + forbids("InputSlot Tray", "MediaType Photo"),
+         {}},
+        {"a slot without resolution",
+         forbids("InputSlot Tray", "Resolution"),
+         {"12 error InputSlot: InputSlot=Tray forbids every option of Resolution: its popup is left empty"}},
+        {"two that leave no resolution together",
+         forbids("InputSlot Tray", "Resolution 300dpi") + forbids("Resolution 600dpi", "MediaType Photo"),
+         {"12 warning InputSlot: MediaType=Photo and InputSlot=Tray together forbid every option of "
+          "Resolution: its "
+          "popup is left empty"}},
+        {"two that exclude each other",
+         forbids("InputSlot Tray", "Resolution 300dpi") + forbids("Resolution 600dpi", "MediaType Photo") +
+             forbids("MediaType Photo", "InputSlot Tray"),
+         {}},
+        {"one resolution is left", forbids("InputSlot Tray", "Resolution 300dpi"), {}},
+    };
+    for (const auto& row : cases)
+        EXPECT_EQ(Findings(features + row.body), row.findings) << row.word;
+
     EXPECT_EQ(
-        Findings(features + both),
-        std::vector<std::string>{
-            "12 error InputSlot: InputSlot=Tray forbids every option of MediaType: its popup is left empty"});
-    EXPECT_EQ(Findings(features + both.substr(0, both.find('\n') + 1)), std::vector<std::string>{});
+        Findings(Feature("MediaType", {"Plain1", "Chart2"}) + Feature("halvIntent", {"none_0", "photo_3"}) +
+                 Feature("halvColorModel", {"CMYK", "Gray"})),
+        (std::vector<std::string>{
+            "6 error MediaType: Plain1 and 1 more media types: no option of halvIntent goes with this media "
+            "mode; its popup is left empty",
+            "7 error MediaType: Chart2: a profile without colour data takes RGB or CMYKproof, which "
+            "halvColorModel lacks; its popup is left empty"}));
+}
+
+TEST(PpdCheck, TellsWhatTheAdvancedPageLeavesOut)
+{
+    std::string body;
+    for (int i = 0; i < 63; ++i)
+        body += Feature("halvDTF" + std::to_string(i), {"On"});
+    const std::vector<std::string> full = Findings(body);
+    ASSERT_EQ(full.size(), 1u);
+    EXPECT_EQ(full[0],
+              "252 error halvDTF62: the advanced page is full (64 features and groups, or 16384 bytes of "
+              "texts); it leaves out: halvDTF62");
+    for (const char letter : {'u', 'v', 'w', 'x', 'y', 'z'})
+        body += Feature(std::string(254, letter), {"On"});
+    EXPECT_EQ(Findings(body),
+              std::vector<std::string>{"0 error : there is no advanced page: the features' keywords have "
+                                       "more than 2048 characters together"});
 }
 
 TEST(PpdCheck, TheExitStatusIsForScripts)

@@ -1,0 +1,211 @@
+#include "host/cli/check_constraints.h"
+
+#include <algorithm>
+#include <bitset>
+#include <map>
+#include <set>
+#include <utility>
+
+#include "src/bindings/popups.h"
+#include "src/features/constraints.h"
+#include "src/records/options.h"
+
+namespace tintwerk {
+
+namespace {
+
+using Selection = std::pair<std::size_t, std::size_t>; // feature, option; kNoOption for any but "None"
+using Options = std::bitset<kMaxOptions>;              // of a popup, that a selection forbids
+using Forbidden = std::map<Selection, Options>;
+
+bool IsNone(std::string_view option)
+{
+    return option == "None" || option == "False" || option == "Off";
+}
+
+std::size_t ShownOptions(const PpdFeature& feature)
+{
+    return std::min<std::size_t>(feature.options.size(), kMaxOptions);
+}
+
+Options AllOf(const PpdFeature& feature)
+{
+    return ~Options() >> (kMaxOptions - ShownOptions(feature));
+}
+
+// What each selection of another feature forbids of a popup.
+Forbidden ForbiddenBy(const Ppd& ppd, std::size_t popup)
+{
+    Forbidden forbidden;
+    const PpdFeature& feature = ppd.Feature(popup);
+    for (const PpdConstraint& constraint : ppd.Constraints()) {
+        const bool first = constraint.feature1 == popup;
+        if (first == (constraint.feature2 == popup)) continue;
+        Options& options = forbidden[first ? Selection(constraint.feature2, constraint.option2)
+                                           : Selection(constraint.feature1, constraint.option1)];
+        const std::size_t own = first ? constraint.option1 : constraint.option2;
+        for (std::size_t option = 0; option < ShownOptions(feature); ++option) {
+            if (option == own || (own == kNoOption && !IsNone(feature.options[option].keyword)))
+                options.set(option);
+        }
+    }
+    return forbidden;
+}
+
+std::string OptionText(const Ppd& ppd, const Selection& selection)
+{
+    return selection.second == kNoOption
+               ? std::string()
+               : std::string(ppd.Feature(selection.first).options[selection.second].keyword);
+}
+
+std::string TextOf(const Ppd& ppd, const Selection& selection)
+{
+    const std::string option = OptionText(ppd, selection);
+    return std::string(ppd.Feature(selection.first).keyword) + "=" + (option.empty() ? "(any)" : option);
+}
+
+bool Concerns(const PpdConstraint& constraint, const Selection& a, const Selection& b)
+{
+    const auto meets = [](std::size_t feature, std::size_t option, const Selection& selection) {
+        return feature == selection.first &&
+               (option == kNoOption || selection.second == kNoOption || option == selection.second);
+    };
+    return meets(constraint.feature1, constraint.option1, a) &&
+           meets(constraint.feature2, constraint.option2, b);
+}
+
+bool ExcludeEachOther(const Ppd& ppd, const Selection& a, const Selection& b)
+{
+    return std::ranges::any_of(ppd.Constraints(), [&](const PpdConstraint& constraint) {
+        return Concerns(constraint, a, b) || Concerns(constraint, b, a);
+    });
+}
+
+class PopupChecker
+{
+public:
+    PopupChecker(const Ppd& ppd, std::vector<Finding>& findings) : ppd_(ppd), findings_(findings) {}
+
+    // The driver leaves out what is forbidden in two popups: media types, as far as the cartridge forbids
+    // them, and resolutions, whatever forbids them.
+    void CheckConstraints()
+    {
+        const auto media = ppd_.FindFeature("MediaType");
+        const auto cartridge = ppd_.FindFeature("halvCartridgeType");
+        if (media && cartridge) {
+            Forbidden forbidden = ForbiddenBy(ppd_, *media);
+            std::erase_if(forbidden, [&](const auto& each) { return each.first.first != *cartridge; });
+            CheckSelections(*media, forbidden);
+        }
+        const auto resolution = ppd_.FindFeature("Resolution");
+        if (!resolution) return;
+        const Forbidden forbidden = ForbiddenBy(ppd_, *resolution);
+        CheckSelections(*resolution, forbidden);
+        CheckPairs(*resolution, forbidden);
+    }
+
+    // Rendering intents and colour models follow from the digit at the end of the media type.
+    void CheckMediaModes()
+    {
+        const PpdFeature* const media = ppd_.Find("MediaType");
+        std::vector<std::string> withoutIntent, withoutModel;
+        for (const PpdOption& option : media ? media->options : std::vector<PpdOption>()) {
+            const std::string keyword(option.keyword);
+            const int mode = MediaMode(keyword.c_str());
+            if (!OffersIntent(mode)) withoutIntent.push_back(keyword);
+            if (mode == 2 && !OffersUnmanagedModel()) withoutModel.push_back(keyword);
+        }
+        AddMedia(withoutIntent, "no option of halvIntent goes with this media mode");
+        AddMedia(withoutModel,
+                 "a profile without colour data takes RGB or CMYKproof, which halvColorModel lacks");
+        const auto intents = ppd_.FindFeature("halvIntent");
+        if (intents && ppd_.FindOption(*intents, "none_0") && !HasFewModels() && !OffersUnmanagedModel())
+            Add(Severity::Error, "halvIntent", "none_0",
+                "none_0 leaves neither RGB nor CMYKproof in halvColorModel: its popup is left empty");
+    }
+
+private:
+    void Add(Severity severity, std::string_view feature, std::string_view option, std::string text)
+    {
+        findings_.push_back({severity, std::string(feature), std::string(option), std::move(text)});
+    }
+
+    // The media mode is the digit at a keyword's end. Told once, at the first of the media types.
+    void AddMedia(const std::vector<std::string>& media, const std::string& reason)
+    {
+        if (media.empty()) return;
+        const std::string more = media.size() > 1
+                                     ? " and " + std::to_string(media.size() - 1) + " more media types"
+                                     : std::string();
+        Add(Severity::Error, "MediaType", media[0],
+            media[0] + more + ": " + reason + "; its popup is left empty");
+    }
+
+    void CheckSelections(std::size_t popup, const Forbidden& forbidden)
+    {
+        const PpdFeature& feature = ppd_.Feature(popup);
+        for (const auto& [selection, options] : forbidden) {
+            if (options != AllOf(feature)) continue;
+            Add(Severity::Error, ppd_.Feature(selection.first).keyword, OptionText(ppd_, selection),
+                TextOf(ppd_, selection) + " forbids every option of " + std::string(feature.keyword) +
+                    ": its popup is left empty");
+        }
+    }
+
+    // Two selections that only together forbid everything; one example for each pair of features.
+    void CheckPairs(std::size_t popup, const Forbidden& forbidden)
+    {
+        const PpdFeature& feature = ppd_.Feature(popup);
+        const Options all = AllOf(feature);
+        std::set<std::pair<std::size_t, std::size_t>> told;
+        for (auto a = forbidden.begin(); a != forbidden.end(); ++a) {
+            for (auto b = std::next(a); b != forbidden.end() && a->second != all; ++b) {
+                const std::pair features(a->first.first, b->first.first);
+                if ((a->second | b->second) != all || b->second == all || features.first == features.second ||
+                    told.contains(features) || ExcludeEachOther(ppd_, a->first, b->first))
+                    continue;
+                told.insert(features);
+                Add(Severity::Warning, ppd_.Feature(b->first.first).keyword, OptionText(ppd_, b->first),
+                    TextOf(ppd_, a->first) + " and " + TextOf(ppd_, b->first) +
+                        " together forbid every option of " + std::string(feature.keyword) +
+                        ": its popup is left empty");
+            }
+        }
+    }
+
+    bool HasFewModels() const
+    {
+        const PpdFeature* const models = ppd_.Find("halvColorModel");
+        return !models || models->options.size() < 3;
+    }
+
+    bool OffersUnmanagedModel() const
+    {
+        const auto models = ppd_.FindFeature("halvColorModel");
+        return !models || ppd_.FindOption(*models, "RGB") || ppd_.FindOption(*models, "CMYKproof");
+    }
+
+    bool OffersIntent(int mode) const
+    {
+        const PpdFeature* const intents = ppd_.Find("halvIntent");
+        return !intents || std::ranges::any_of(intents->options, [&](const PpdOption& intent) {
+            return MediaMode(std::string(intent.keyword).c_str()) <= mode &&
+                   !(HasFewModels() && intent.keyword == "none_0");
+        });
+    }
+
+    const Ppd& ppd_;
+    std::vector<Finding>& findings_;
+};
+
+} // namespace
+
+void CheckEmptyPopups(const Ppd& ppd, std::vector<Finding>& findings)
+{
+    PopupChecker checker(ppd, findings);
+    checker.CheckConstraints();
+    checker.CheckMediaModes();
+}
+
+} // namespace tintwerk

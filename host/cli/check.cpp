@@ -215,8 +215,9 @@ Command CheckCommand()
 {
     return {"check",
             "tells what the driver's pages will make of PPD files",
-            "tintwerk check FILE|FOLDER... [--strict] [--json]",
-            "Exit status 1 when there is an error, with --strict also when there is a warning.\n",
+            "tintwerk check [OPTION ...] FILE|FOLDER...",
+            "A folder stands for every .ppd file below it.\nExit status 1 when there is an error, with "
+            "--strict also when there is a warning.\n",
             {{"notes", "", "shows notes too: missing features, groups of the advanced page"},
              {"pages", "",
               "opens the pages of each PPD, applies them without a change, and tells\nwhat does not stay as "

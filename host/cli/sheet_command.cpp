@@ -123,7 +123,8 @@ std::vector<OptionRow> SheetOptions()
     std::vector<OptionRow> options = PrinterOptions();
     const std::vector<OptionRow> steps = {
         {"page", "PAGE",
-         "brings a page to the front: main, layout, colors, correction,\nconsumption, ink, screen, advanced"},
+         "brings a page to the front: main, layout, colors, correction,\nconsumption, ink, screen, advanced; "
+         "or information"},
         {"set", "FEATURE=N",
          "moves a slider to a position, or types into a number field:\n--set halvBrightness=2"},
         {"choose", "FEATURE=OPTION", "picks an option of a popup or an option item: --choose PageSize=A4"},

@@ -1,8 +1,74 @@
 #include "tests/host/program_fixture.h"
 
 #include <fstream>
+#include <map>
+#include <regex>
+#include <set>
 
 namespace tintwerk {
+
+namespace {
+
+using OptionsOfCommands = std::map<std::string, std::set<std::string>>;
+
+std::vector<std::string> Matches(const std::string& text, const char* pattern)
+{
+    std::vector<std::string> found;
+    const std::regex expression(pattern);
+    for (std::sregex_iterator at(text.begin(), text.end(), expression), end; at != end; ++at)
+        found.push_back(at->str(1));
+    return found;
+}
+
+OptionsOfCommands OptionsOfHelp()
+{
+    OptionsOfCommands options;
+    for (const std::string& command : Matches(RunTintwerk({"--help"}).out, "\n  ([a-z]+) ")) {
+        for (const std::string& option : Matches(RunTintwerk({command, "--help"}).out, "\n  --([a-z-]+)"))
+            options[command].insert(option);
+    }
+    return options;
+}
+
+// Each part of the page is headed by the commands that it is about.
+OptionsOfCommands OptionsOfManualPage()
+{
+    OptionsOfCommands options;
+    std::vector<std::string> commands;
+    std::ifstream page(TINTWERK_SOURCE_DIR "/packaging/tintwerk.1");
+    for (std::string line; std::getline(page, line);) {
+        if (line.starts_with(".S"))
+            commands =
+                line.starts_with(".Ss") ? Matches(line, "([a-z]+)(?:,|$)") : std::vector<std::string>();
+        for (const std::string& command : commands) {
+            for (const std::string& option : Matches(line, "^\\.It Fl -([a-z-]+)"))
+                options[command].insert(option);
+        }
+    }
+    return options;
+}
+
+// The options stand in the branches of a case statement; those of every printer in a variable.
+OptionsOfCommands OptionsOfCompletion()
+{
+    OptionsOfCommands options;
+    std::vector<std::string> commands, printerOptions;
+    std::ifstream script(TINTWERK_SOURCE_DIR "/packaging/tintwerk.bash");
+    for (std::string line; std::getline(script, line) && line != "}";) {
+        const std::vector<std::string> found = Matches(line, "--([a-z-]+)");
+        if (line.find("printer=") != std::string::npos) printerOptions = found;
+        if (const auto label = Matches(line, "^    ([a-z |]+)\\)"); !label.empty())
+            commands = Matches(label[0], "([a-z]+)");
+        for (const std::string& command : commands) {
+            options[command].insert(found.begin(), found.end());
+            if (line.find("$printer") != std::string::npos)
+                options[command].insert(printerOptions.begin(), printerOptions.end());
+        }
+    }
+    return options;
+}
+
+} // namespace
 
 using testing::HasSubstr;
 
@@ -61,6 +127,14 @@ TEST(CommandLine, EveryCommandExplainsItself)
         EXPECT_THAT(help.out, HasSubstr("Usage: tintwerk " + std::string(command)));
     }
     EXPECT_THAT(RunTintwerk({"--version"}).out, testing::MatchesRegex("tintwerk .\\..\\..\n"));
+}
+
+TEST(CommandLine, ManualPageAndCompletionNameTheOptionsOfTheHelp)
+{
+    const OptionsOfCommands help = OptionsOfHelp();
+    EXPECT_TRUE(help.contains("check"));
+    EXPECT_EQ(OptionsOfManualPage(), help);
+    EXPECT_EQ(OptionsOfCompletion(), help);
 }
 
 TEST(CommandLine, AMalformedPpdIsNamedWithItsLineAndOpensNothing)

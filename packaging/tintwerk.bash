@@ -1,0 +1,66 @@
+# Completes the command line of tintwerk in bash. A test compares the options with the program's own help.
+
+_tintwerk_options() { # COMMAND
+    local printer='--ppd --printer --driver --store --language --gui-mode --windows-version --config-dir --trace --json'
+    case $1 in
+    preferences | properties)
+        echo "$printer --page --set --choose --check --press --show --screenshot --tour --apply --ok --cancel --answer" \
+            "--pace --time-limit"
+        ;;
+    print)
+        echo "$printer --document --no-document-name --job --preview --offline --probe-server --install-dir --server" \
+            "--all-events"
+        ;;
+    check) echo '--notes --pages --config-dir --strict --json' ;;
+    features | ink | devmode) echo '--json' ;;
+    esac
+}
+
+_tintwerk_features() { # PPD: the keywords of its features
+    sed -n 's/^\*OpenUI  *\*\([A-Za-z0-9]*\).*/\1/p' -- "$1" 2>/dev/null
+}
+
+# Answers with the words that may follow; the files among them come from bash itself.
+_tintwerk() {
+    local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]} words='' ppd='' i
+    COMPREPLY=()
+    if [ "$COMP_CWORD" -eq 1 ]; then
+        words='preferences properties print features ink devmode check --help --version'
+        mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+        return
+    fi
+    for ((i = 2; i < COMP_CWORD; i++)); do
+        [ "${COMP_WORDS[i]}" = --ppd ] && ppd=${COMP_WORDS[i + 1]}
+    done
+    case $previous in
+    --store | --config-dir | --screenshot | --tour | --install-dir)
+        mapfile -t COMPREPLY < <(compgen -d -- "$current")
+        return
+        ;;
+    --ppd)
+        mapfile -t COMPREPLY < <(compgen -f -X '!*.[pP][pP][dD]' -- "$current"; compgen -d -- "$current")
+        return
+        ;;
+    --language) words='en de' ;;
+    --answer) words='ok cancel' ;;
+    --page) words='main layout colors correction consumption ink screen advanced information' ;;
+    --set | --choose | --check | --show) words=$(_tintwerk_features "$ppd") ;;
+    --printer | --driver | --gui-mode | --windows-version | --press | --pace | --time-limit | --document | --job | --server)
+        return
+        ;;
+    *)
+        if [[ $current == -* ]]; then
+            words="$(_tintwerk_options "$command") --help"
+        else
+            mapfile -t COMPREPLY < <(compgen -f -- "$current")
+            return
+        fi
+        ;;
+    esac
+    mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
+    case $previous in
+    --set | --choose) COMPREPLY=("${COMPREPLY[@]/%/=}") && compopt -o nospace 2>/dev/null ;;
+    esac
+}
+
+complete -o filenames -F _tintwerk tintwerk

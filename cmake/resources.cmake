@@ -1,7 +1,9 @@
 # Dialogs, bitmaps, manifest and version are the same .rc files for both targets: one resource compiler makes the
 # .res file, which is linked into Windows modules and embedded as bytes (tintwerk_resources_begin/_end) on Linux.
 
-find_program(TINTWERK_WINDRES x86_64-w64-mingw32-windres REQUIRED)
+if(NOT MSVC) # which brings a resource compiler of its own
+    find_program(TINTWERK_WINDRES x86_64-w64-mingw32-windres REQUIRED)
+endif()
 
 # tintwerk_resources(<target> <main .rc file>): an object library that carries the compiled resources.
 function(tintwerk_resources target rc)
@@ -9,13 +11,16 @@ function(tintwerk_resources target rc)
     file(GLOB inputs CONFIGURE_DEPENDS ${directory}/*.rc ${directory}/*.h ${directory}/*.bmp ${directory}/*.manifest
          ${directory}/bitmaps/*.bmp ${directory}/dialogs/*.rc ${directory}/dialogs/*.h)
     set(res ${CMAKE_CURRENT_BINARY_DIR}/${target}.res)
-    add_custom_command(
-        OUTPUT ${res}
-        COMMAND ${TINTWERK_WINDRES} -c 65001 -I ${CMAKE_SOURCE_DIR} -I ${directory} -J rc -O res -o ${res} ${rc}
-        DEPENDS ${rc} ${inputs}
-        COMMENT "Compiling resources ${rc}"
-        VERBATIM)
-    if(WIN32)
+    if(MSVC)
+        set(compile ${CMAKE_RC_COMPILER} /nologo /c65001 /I ${CMAKE_SOURCE_DIR} /I ${directory} /fo ${res} ${rc})
+    else()
+        set(compile ${TINTWERK_WINDRES} -c 65001 -I ${CMAKE_SOURCE_DIR} -I ${directory} -J rc -O res -o ${res} ${rc})
+    endif()
+    add_custom_command(OUTPUT ${res} COMMAND ${compile} DEPENDS ${rc} ${inputs} COMMENT "Compiling resources ${rc}" VERBATIM)
+    if(MSVC)
+        set(object ${res}) # its linker takes them as they are
+        set_source_files_properties(${object} PROPERTIES EXTERNAL_OBJECT ON GENERATED ON)
+    elseif(WIN32)
         set(object ${CMAKE_CURRENT_BINARY_DIR}/${target}.o)
         add_custom_command(
             OUTPUT ${object}

@@ -175,7 +175,11 @@ Json AsJson(const CheckedFile& checked)
 int Run(const Arguments& arguments, Output& output)
 {
     const std::vector<std::string> files = FilesOf(arguments.Operands());
-    if (files.empty()) throw CommandError(kExitUsage, "no PPD file is given: tintwerk check FILE...");
+    if (files.empty())
+        throw CommandError(kExitUsage,
+                           arguments.Operands().empty()
+                               ? "no PPD file is given: tintwerk check FILE|FOLDER..."
+                               : arguments.Operands()[0] + ": there is no .ppd file below this folder");
     if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
     const bool asJson = arguments.Has("json");
     std::size_t errors = 0, warnings = 0, notes = 0;

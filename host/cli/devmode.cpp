@@ -32,7 +32,8 @@ const unsigned char* FindRecord(const Bytes& bytes)
 Bytes ReadBytes(const std::string& file)
 {
     std::ifstream in(PathFromUtf8(file), std::ios::binary);
-    if (!in) throw CommandError(kExitFailed, file + ": the file cannot be read");
+    if (!in || std::filesystem::is_directory(PathFromUtf8(file)))
+        throw CommandError(kExitFailed, file + ": the file cannot be read");
     return Bytes(std::istreambuf_iterator<char>(in), {});
 }
 

@@ -158,16 +158,13 @@ std::vector<std::pair<std::string, std::string>> PrinterRun::AllSelections() con
 void PrinterRun::Keep()
 {
     session_->KeepPrivateDevmode();
-    std::string error;
     std::error_code ignored;
     std::filesystem::create_directories(storeFile_.parent_path(), ignored);
     Selections kept = selections_;
     for (const auto& [feature, option] : setAside_)
         kept.Set(feature, option);
-    if (!kept.Save(storeFile_, error)) {
-        output_.err << "tintwerk: " << Utf8FromPath(storeFile_) << ": " << error << "\n";
-        return;
-    }
+    if (!kept.Save(storeFile_, keepProblem_)) return;
+    keepProblem_.clear();
     kept_ = true;
     keptApplyCount_ = ApplyCount();
     keptSelections_ = AllSelections();

@@ -45,9 +45,11 @@ public:
     HANDLE Printer() const { return printer_->Handle(); }
     bool IsGerman() const { return german_; }
 
-    // Writes the selections of now to the store.
+    // Writes the selections of now to the store. Kept: they stand there; else KeepProblem says why not, and
+    // is empty while nothing was to be kept.
     void Keep();
     bool Kept() const { return kept_; }
+    const std::string& KeepProblem() const { return keepProblem_; }
     const std::filesystem::path& StoreFile() const { return storeFile_; }
     // What the kept selections changed since the start; with the private DEVMODE's apply counts.
     std::vector<SelectionChange> Changes() const;
@@ -76,6 +78,7 @@ private:
     std::unique_ptr<SpooledPrinter> printer_;
     bool german_ = false;
     bool kept_ = false;
+    std::string keepProblem_;
     DWORD firstApplyCount_ = 0;
     DWORD keptApplyCount_ = 0;
     std::vector<std::pair<std::string, std::string>> firstSelections_;

@@ -40,6 +40,8 @@ void WriteProductValue(const char* name, const std::string& value)
 
 void UseConfigDirectory(const std::string& path)
 {
+    if (!std::filesystem::is_directory(std::u8string(path.begin(), path.end())))
+        throw CommandError(kExitUsage, "--config-dir " + path + ": there is no such folder");
     WriteProductValue("ConfigDir", AbsolutePath(path));
 }
 

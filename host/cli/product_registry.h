@@ -10,7 +10,8 @@ namespace tintwerk {
 // be written.
 void WriteProductValue(const char* name, const std::string& value);
 
-// The driver's configuration directory, given as a path from the current folder or an absolute one.
+// The driver's configuration directory, given as a path from the current folder or an absolute one; as above
+// when there is none.
 void UseConfigDirectory(const std::string& path);
 
 } // namespace tintwerk

@@ -71,7 +71,7 @@ public:
         } else {
             problem = sheet.Run();
         }
-        return Finish(printer, problem);
+        return Finish(printer, problem.empty() ? printer.KeepProblem() : problem);
     }
 
 private:

@@ -69,6 +69,15 @@ TEST_F(Story, WhatIsChangedBehindTheLastApplyIsNotKept)
     EXPECT_THAT(StoredSelections(), Not(HasSubstr("halvContrast=25")));
 }
 
+TEST_F(Story, SelectionsThatCannotBeKeptFailTheRun)
+{
+    const std::string noFolder = Sample("tintwerk-x12.ppd");
+    const ProgramResult result = RunTintwerk(
+        {"preferences", "--ppd", noFolder, "--store", noFolder, "--set", "halvBrightness=2", "--ok"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr(".selections.new: cannot be written"));
+}
+
 TEST_F(Story, EveryKindOfControlWritesItsFeature)
 {
     const struct

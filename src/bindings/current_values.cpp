@@ -2,7 +2,7 @@
 
 namespace tintwerk {
 
-CurrentValues InitialValues()
+constexpr CurrentValues FreshValues()
 {
     CurrentValues values{};
     for (const ControlBinding& slider : kSliderTable)
@@ -10,9 +10,19 @@ CurrentValues InitialValues()
     return values;
 }
 
+namespace {
+
+constinit CurrentValues values = FreshValues();
+
+}
+
+CurrentValues InitialValues()
+{
+    return FreshValues();
+}
+
 CurrentValues& Current()
 {
-    static CurrentValues values = InitialValues();
     return values;
 }
 

@@ -76,7 +76,7 @@ bool ForbiddenByCartridge(const CoreArea& core, const char* feature, const char*
     if (core.helper->WhyConstrained(core.object, 0, feature, option, reply, kReplyBytes, &needed) != S_OK)
         return false;
     const char* const cartridge = WithoutAsterisk(kPopupTable[kPopupCartridge].keyword);
-    for (const auto [constraining, selected] : PairList(reply, std::min(needed, kReplyBytes))) {
+    for (const auto [constraining, selected] : PairList(reply, BytesGiven(needed, kReplyBytes))) {
         Trace(TEXT("Mediatype constrained by Feature: '%S'\n"), constraining);
         if (Equal(constraining, cartridge)) return true;
     }
@@ -159,7 +159,7 @@ void CheckConstraints(SheetContext& context, int row)
     if (context.core.helper->EnumConstrainedOptions(context.core.object, 0, feature, reply, kConstrainedBytes,
                                                     &needed) != S_OK)
         return;
-    const KeywordList constrained(reply, std::min(needed, kConstrainedBytes));
+    const KeywordList constrained(reply, BytesGiven(needed, kConstrainedBytes));
 
     const OptionEntry* const list = PopupList(context, row);
     const int count = CountOptions(list);

@@ -123,8 +123,8 @@ void CreateBorderlessList(SheetContext& context)
     if (status != kBorderlessOnlySize && status != kBorderlessTwin) return;
     context.checkStates.borderless = 1;
     if (status == kBorderlessOnlySize) return;
-    // The popup shows the normal size; the check box says that it is the twin. The chain "A4",
-    // "a4BORDERLESS", "a4BORDERLESSBorderless" can leave a twin without a normal size, which then stays
+    // The popup shows the normal size; the check box says that it is the twin. In the order
+    // "a4BORDERLESSBorderless", "a4BORDERLESS", "A4" a twin is left without a normal size, and stays
     // selected.
     if (const auto normal = std::ranges::find(statuses, selection); normal != statuses.end())
         selection = static_cast<int>(normal - statuses.begin()) + 1;

@@ -11,8 +11,8 @@
 
 namespace tintwerk {
 
-// How much of a reply buffer to walk when the core driver reports a size: a size beyond the buffer is not
-// believed, and none at all leaves the closing zero to end the list.
+// How much of a reply buffer that was cleared before the call to walk when the core driver reports a size: a
+// size beyond the buffer is not believed, and none at all leaves the closing zero to end the list.
 constexpr std::size_t BytesGiven(std::size_t reported, std::size_t capacity)
 {
     return reported == 0 || reported > capacity ? capacity : reported;

@@ -21,19 +21,8 @@ struct RuntimeRow
     const char* display; // the text in the chosen language
 };
 
-struct RuntimeTable
-{
-    HeapBlock<RuntimeRow> rows;
-    int count = 0;
-
-    std::span<const RuntimeRow> Rows() const { return {rows.Get(), static_cast<size_t>(count)}; }
-};
-
-RuntimeTable& Table()
-{
-    static RuntimeTable table;
-    return table;
-}
+// Built anew by each sheet; the last one is left to the end of the process, not freed as the module goes.
+std::span<RuntimeRow> table;
 
 constexpr size_t kMarkupBytes = 256;
 constexpr size_t kMarkupText = 249; // leaves room for a line break behind the last character
@@ -65,18 +54,17 @@ const char* BuildMarkup(const char* text)
 
 void BuildStringTable(std::span<const StringRow> rows, const char* language)
 {
-    RuntimeTable& table = Table();
-    table.count = 0;
-    table.rows = {};
+    if (!table.empty()) HeapFree(GetProcessHeap(), 0, table.data());
+    table = {};
     if (rows.empty()) return;
-    table.rows = HeapBlock<RuntimeRow>(GetProcessHeap(), rows.size() * sizeof(RuntimeRow));
-    if (!table.rows) return;
+    HeapBlock<RuntimeRow> block(GetProcessHeap(), rows.size() * sizeof(RuntimeRow));
+    if (!block) return;
 
     const bool german = std::strcmp(language, "de") == 0;
-    RuntimeRow* runtime = table.rows.Get();
-    for (const StringRow& row : rows)
-        *runtime++ = {row.key, row.english, german ? row.german : row.english};
-    table.count = static_cast<int>(rows.size());
+    table = {block.Release(), rows.size()};
+    std::ranges::transform(rows, table.begin(), [german](const StringRow& row) {
+        return RuntimeRow{row.key, row.english, german ? row.german : row.english};
+    });
 }
 
 void InitStringTable(const char* language)
@@ -87,10 +75,9 @@ void InitStringTable(const char* language)
 const char* FindDefaultString(const char* text, int byEnglish)
 {
     const std::string_view wanted(OrEmpty(text));
-    const std::span<const RuntimeRow> rows = Table().Rows();
     const auto column = byEnglish == 1 ? &RuntimeRow::english : &RuntimeRow::key;
-    const auto found = text ? std::ranges::find(rows, wanted, column) : rows.end();
-    if (found == rows.end()) {
+    const auto found = text ? std::ranges::find(table, wanted, column) : table.end();
+    if (found == table.end()) {
         Trace(TEXT("defaultstring not found: %S\n"), OrEmpty(text));
         return text ? text : "String-Error";
     }
@@ -98,7 +85,7 @@ const char* FindDefaultString(const char* text, int byEnglish)
         Trace(TEXT("translation not found for %S\n"), text);
         return text;
     }
-    Trace(TEXT("defaultstring found #%d: %S\n"), static_cast<int>(found - rows.begin()), found->display);
+    Trace(TEXT("defaultstring found #%d: %S\n"), static_cast<int>(found - table.begin()), found->display);
     return std::strchr(found->display, '<') ? BuildMarkup(found->display) : found->display;
 }
 

@@ -48,7 +48,7 @@ constexpr LineLayout LayOutLines(const LineBand& band, int shown)
     return {Narrow(block), Narrow(first + (height - first - block + last) / 2), Narrow(height + gap)};
 }
 
-// Totals are shown in tens of counter units.
+// A total in tens of counter units, rounded half up; LineNumber and TotalPercent scale it on.
 constexpr int TotalValue(int counter)
 {
     return Narrow((static_cast<long long>(counter) + 5) / 10);

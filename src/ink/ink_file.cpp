@@ -85,7 +85,7 @@ bool UserWantsReset(HWND owner)
 }
 
 // Lines end as the platform's text files do, with CR LF; readers in text mode see "\n". The old bytes go only
-// after the new ones were written, so a write that fails leaves the old file in place.
+// after the new ones were written, so a write that is refused leaves the old file in place.
 void WriteLastJob(const char* path, const InkCounters& counters)
 {
     const KernelHandle file = OpenFile(path, GENERIC_WRITE, OPEN_ALWAYS);

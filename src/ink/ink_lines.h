@@ -128,7 +128,9 @@ constexpr std::optional<InkLine> ParseInkLine(std::string_view line)
 
     const size_t equals = line.find('=');
     if (equals == line.npos) return std::nullopt;
-    const std::optional<int> value = LeadingNumber(line.substr(equals + 1));
+    std::string_view number = line;
+    number.remove_prefix(equals + 1);
+    const std::optional<int> value = LeadingNumber(number);
     if (!value) return std::nullopt;
 
     const bool oneCharacter = line.size() < 2 || line[1] == ' ' || line[1] == '=';

@@ -284,7 +284,7 @@ int MyEmbedControls(DWORD pageBits, SheetContext& context, HWND window)
 
 void ForgetControls(DWORD pageBits, SheetContext& context, HWND window)
 {
-    EnumChildWindows(window, &Unlink, 0);
+    if (window) EnumChildWindows(window, &Unlink, 0); // of no window it would be those of every page
     if (pageBits & kScreenPrintingPage) ReleaseCartridgePictures(window);
 
     const auto position = static_cast<size_t>(std::countr_zero(pageBits));

@@ -88,8 +88,10 @@ void StepNumberField(HWND page, SheetContext& context, const NMUPDOWN& notificat
     const HWND spin = context.numberFields.spins[row];
     const long long unit = field.spinUnit;
     const long long clicks = field.increment / unit * (notification.iDelta > 0 ? 1 : -1);
-    const int current = ReadNumberText(edit, field).value_or(ClampToField(field, unit * notification.iPos));
-    Trace(TEXT("UI:  Found Spin #%d set to %d (was %d)\r\n"), row, notification.iPos, current);
+    const std::optional<int> shown = ReadNumberText(edit, field);
+    const long long current = shown ? *shown : unit * notification.iPos;
+    Trace(TEXT("UI:  Found Spin #%d set to %d (was %d)\r\n"), row, notification.iPos,
+          static_cast<int>(current));
 
     const int stepped = ClampToField(field, current + clicks * unit);
     Trace(TEXT("Set numval to %d\n\r"), stepped);

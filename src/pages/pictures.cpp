@@ -9,7 +9,7 @@ namespace tintwerk {
 
 namespace {
 
-std::array<BitmapHandle, 3> slots;
+std::array<HBITMAP, 3> slots; // what is left in them goes with the process, not with the module
 
 HBITMAP SetImage(HWND control, HBITMAP bitmap)
 {
@@ -19,7 +19,7 @@ HBITMAP SetImage(HWND control, HBITMAP bitmap)
 
 bool InSlot(HBITMAP bitmap)
 {
-    return std::ranges::any_of(slots, [bitmap](const BitmapHandle& slot) { return slot.Get() == bitmap; });
+    return std::ranges::find(slots, bitmap) != slots.end();
 }
 
 // Returns the picture that the control shows: the bitmap itself, or a copy that the control made of it (one
@@ -47,13 +47,15 @@ void ReleasePicture(HWND control)
 
 void ShowPicture(PictureSlot slot, HWND control, HBITMAP bitmap)
 {
-    if (bitmap) slots[static_cast<size_t>(slot)] = Put(control, BitmapHandle(bitmap));
+    if (!bitmap) return;
+    BitmapHandle shown = Put(control, BitmapHandle(bitmap));
+    const BitmapHandle former(std::exchange(slots[static_cast<size_t>(slot)], shown.Release()));
 }
 
 void ReleasePictureSlots()
 {
-    for (BitmapHandle& slot : slots)
-        slot.Reset();
+    for (HBITMAP& slot : slots)
+        BitmapHandle(std::exchange(slot, nullptr));
 }
 
 } // namespace tintwerk

@@ -1,6 +1,6 @@
 // Bitmaps in the static controls of the pages, and the three of them that belong to the process. Every
-// function takes over the bitmap that it is given; a null one, or a control that shows no bitmaps, changes
-// nothing else.
+// function takes over the bitmap that it is given; a null one changes nothing, and one that its control
+// cannot show is released.
 #pragma once
 
 #include "platform/win32.h"

@@ -2,9 +2,14 @@
 
 namespace tintwerk {
 
+namespace {
+
+constinit ProcessValues values{};
+
+}
+
 ProcessValues& Process()
 {
-    static ProcessValues values;
     return values;
 }
 

@@ -2,6 +2,8 @@
 // nothing here is locked, as everything of a sheet runs on its user interface thread.
 #pragma once
 
+#include <optional>
+
 #include "platform/win32.h"
 
 namespace tintwerk {
@@ -14,9 +16,9 @@ struct ProcessValues
     HINSTANCE module =
         nullptr;     // this module, stored when the process attaches; dialogs and bitmaps come from it
     int guiMode = 0; // 0 when the PPD has no GUI mode
-    char oemLogoFileName[256] = {}; // below "oem" of the configuration directory; empty for none
-    char configDirectory[256] = {}; // read from the registry once; empty until then
-    HANDLE activationContext = INVALID_HANDLE_VALUE; // made at the first page creation and kept
+    char oemLogoFileName[256] = {};          // below "oem" of the configuration directory; empty for none
+    char configDirectory[256] = {};          // read from the registry once; empty until then
+    std::optional<HANDLE> activationContext; // made at the first page creation and kept
 };
 
 ProcessValues& Process();

@@ -1,5 +1,5 @@
 // One record of the spooler with everything that it points to: asked for its size, then for its bytes.
-// Whatever sizes the spooler reports, the record can be read whole and its texts end inside the block.
+// Whatever sizes the spooler reports, the record can be read whole, and a text that lies in the block ends inside it.
 #pragma once
 
 #include <cstddef>

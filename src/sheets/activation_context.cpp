@@ -25,26 +25,27 @@ HeapBlock<WCHAR> ModulePath()
     return path;
 }
 
-HANDLE CreateContext()
+std::optional<HANDLE> CreateContext()
 {
     const HeapBlock<WCHAR> path = ModulePath();
-    if (!path) return INVALID_HANDLE_VALUE;
+    if (!path) return std::nullopt;
     ACTCTXW context{};
     context.cbSize = sizeof(context);
     context.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
     context.lpSource = path.Get();
     context.lpResourceName = MAKEINTRESOURCEW(kManifestResource);
-    return CreateActCtxW(&context);
+    const HANDLE made = CreateActCtxW(&context);
+    return made == INVALID_HANDLE_VALUE ? std::nullopt : std::optional(made);
 }
 
 } // namespace
 
 void UseActivationContext(PropertySheetPage& page)
 {
-    HANDLE& context = Process().activationContext;
-    if (context == INVALID_HANDLE_VALUE) context = CreateContext();
-    if (!context || context == INVALID_HANDLE_VALUE) return;
-    page.page.hActCtx = context;
+    std::optional<HANDLE>& context = Process().activationContext;
+    if (!context) context = CreateContext();
+    if (!context.value_or(nullptr)) return;
+    page.page.hActCtx = *context;
     page.page.dwFlags |= PSP_USEFUSIONCONTEXT;
 }
 

@@ -1,6 +1,5 @@
 // The source list of the layout page: orientation, page order, duplex and pages per sheet. Names that begin
-// with
-// "%" are the core driver's own features; Duplex exists only where the PPD has it. Texts and icons are
+// with "%" are the core driver's own features; Duplex exists only where the PPD has it. Texts and icons are
 // numbers of the common property sheet UI, which shows its own.
 #pragma once
 

@@ -7,16 +7,20 @@ namespace tintwerk {
 
 namespace {
 
-// HeapFree accepts null.
+void Free(HANDLE heap, void* block)
+{
+    if (block) HeapFree(heap, 0, block);
+}
+
 void ReleaseContext(SheetContext* context)
 {
     if (!context) return;
     const OptionItemsArea& pages = context->optionItems;
-    HeapFree(context->core.heap, 0, pages.layoutItems);
-    HeapFree(context->core.heap, 0, pages.advancedItems);
-    HeapFree(context->core.heap, 0, pages.advancedRows);
-    HeapFree(GetProcessHeap(), 0, context->options);
-    HeapFree(GetProcessHeap(), 0, context);
+    Free(context->core.heap, pages.layoutItems);
+    Free(context->core.heap, pages.advancedItems);
+    Free(context->core.heap, pages.advancedRows);
+    Free(GetProcessHeap(), context->options);
+    Free(GetProcessHeap(), context);
 }
 
 } // namespace

@@ -1,21 +1,27 @@
-// Diagnostic lines for the debugger output. Every room reports through these two functions; the lines are part of the
-// driver's observable behaviour, so their texts are kept to the byte.
+// Diagnostic lines for the debugger output. Every room reports through these two functions; the lines are
+// part of the driver's observable behaviour, so their texts are kept to the byte.
 #pragma once
 
 #include "platform/win32.h"
 
 namespace tintwerk {
 
-// Formats in the wide printf dialect of the platform's runtime ("%s" 16-bit, "%S" 8-bit text), cuts at 260 characters and
-// hands the line to OutputDebugStringW. Returns 1 when a line was emitted, 0 when the format is null or memory is short.
-// A null text argument must be passed as an empty text: OrEmpty below.
+// Formats in the wide printf dialect of the platform's runtime ("%s" 16-bit, "%S" 8-bit text), cuts at 260
+// characters and hands the line to OutputDebugStringW. Returns 1 when a line was emitted, 0 when the format
+// is null or memory is short. A null text argument must be passed as an empty text: OrEmpty below.
 int Trace(const WCHAR* format, ...);
 
 // The same for a finished 8-bit UTF-8 text: it is shown as it stands, percent signs included.
 void TraceText(const char* text);
 
 // What a missing keyword or display name looks like in a trace line.
-constexpr const char* OrEmpty(const char* text) { return text ? text : ""; }
-constexpr const WCHAR* OrEmpty(const WCHAR* text) { return text ? text : TEXT(""); }
+constexpr const char* OrEmpty(const char* text)
+{
+    return text ? text : "";
+}
+constexpr const WCHAR* OrEmpty(const WCHAR* text)
+{
+    return text ? text : TEXT("");
+}
 
 } // namespace tintwerk

@@ -55,7 +55,7 @@ struct TestModule
 class DeviceSheet : public SheetTest
 {
 protected:
-    DeviceSheet() { Process().activationContext = INVALID_HANDLE_VALUE; }
+    DeviceSheet() { Process().activationContext.reset(); }
 
     HRESULT Call(int reason, LPARAM lParam = 0)
     {
@@ -178,7 +178,7 @@ TEST_F(DeviceSheet, FindsRoomForALongModulePath)
     for (const auto& row : cases) {
         TestModule::pathLength = row.path;
         TestModule::pathSizes.clear();
-        Process().activationContext = INVALID_HANDLE_VALUE;
+        Process().activationContext.reset();
         Open();
         EXPECT_EQ(row.sizes, TestModule::pathSizes) << row.path;
         EXPECT_EQ(row.source, TestModule::sources.back().size());
@@ -196,7 +196,7 @@ TEST_F(DeviceSheet, DoesWithoutAnActivationContextWhenTheModuleHasNoPath)
         EXPECT_EQ(0u, Open().page.page.dwFlags);
     }
     EXPECT_TRUE(TestModule::sources.empty());
-    EXPECT_EQ(INVALID_HANDLE_VALUE, Process().activationContext);
+    EXPECT_FALSE(Process().activationContext);
 }
 
 } // namespace

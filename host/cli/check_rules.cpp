@@ -247,7 +247,12 @@ private:
         for (const PpdOption& size : sizes ? sizes->options : std::vector<PpdOption>()) {
             if (size.keyword.starts_with("Custom") || !IsBorderless(size.keyword)) continue;
             const bool twin = std::ranges::any_of(sizes->options, [&](const PpdOption& normal) {
-                return !IsBorderless(normal.keyword) && IsTwin(size.keyword, normal.keyword);
+                const auto isTwin = [&](const PpdOption& other) {
+                    return IsTwin(other.keyword, normal.keyword);
+                };
+                return !IsBorderless(normal.keyword) &&
+                       isTwin(size) && // only the first of two twins is paired
+                       std::ranges::find_if(sizes->options, isTwin)->keyword == size.keyword;
             });
             if (!twin)
                 Add(Severity::Warning, "PageSize", size.keyword,

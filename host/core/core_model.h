@@ -34,7 +34,7 @@ struct CoreModel
         std::size_t firstName = 0; // of the options in `names`; the feature's own stands before them
         std::size_t defaultOption = 0;
         const PpdFeature* ppd = nullptr; // null for the driver's own features
-        std::string_view keyword;        // zero-terminated, into `featureList`
+        std::string_view keyword;        // zero-terminated, into `featureList` unless hidden
         bool hidden = false;             // answers no call: nobody chooses it directly
         LONG order = 0;
         DWORD priority = 0;

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 
 #include "host/ppd/ppd_text.h"
 
@@ -43,11 +44,14 @@ std::string HexOf(const std::vector<unsigned char>& bytes)
 
 Selections Selections::Load(const std::filesystem::path& file)
 {
+    std::error_code error;
+    if (!std::filesystem::exists(file, error) && !error) return {};
+    const std::u8string utf8 = file.u8string();
+    const std::string name(utf8.begin(), utf8.end());
     std::ifstream stream(file, std::ios::binary);
-    if (!stream) return {};
+    if (!stream) throw std::runtime_error(name + ": the selections cannot be read");
     const std::string text{std::istreambuf_iterator<char>(stream), {}};
-    const std::u8string name = file.u8string();
-    return FromText(std::string(name.begin(), name.end()), text);
+    return FromText(name, text);
 }
 
 Selections Selections::FromText(const std::string& name, std::string_view text)

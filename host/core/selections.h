@@ -23,8 +23,8 @@ class Selections
 public:
     Selections() = default;
 
-    // A file that does not exist is empty. What makes no sense is told by Warnings() and kept when the file
-    // is saved.
+    // A file that does not exist is empty; one that cannot be read is a std::runtime_error, since
+    // what it holds would be lost by the next save. What makes no sense is told by Warnings().
     static Selections Load(const std::filesystem::path& file);
     // From what stands in the file of that name, and back.
     static Selections FromText(const std::string& name, std::string_view text);

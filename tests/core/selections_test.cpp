@@ -105,6 +105,15 @@ TEST_F(SelectionsTest, LeaveTheOldFileWhenSavingFails)
     EXPECT_EQ("PageSize=A4\n", Content(file));
 }
 
+TEST(SelectionsFile, ThatCannotBeReadIsNotTakenForAnEmptyOne)
+{
+    const fs::path folder = fs::temp_directory_path() / "tintwerk-unreadable.selections";
+    fs::create_directories(folder);
+    EXPECT_ANY_THROW(Selections::Load(folder));
+    fs::remove(folder);
+    EXPECT_EQ("", Selections::Load(folder).Text());
+}
+
 TEST(SelectionsFile, IsNamedAfterThePrinter)
 {
     EXPECT_EQ("Tintwerk X12.selections", SelectionsFileName("Tintwerk X12"));

@@ -2,6 +2,8 @@
 // show.
 #include "src/features/page_settings.h"
 
+#include <algorithm>
+
 #include "src/features/control_values.h"
 #include "src/features/popup_filling.h"
 #include "tests/features/feature_test.h"
@@ -136,6 +138,7 @@ TEST_F(PageSettingsTest, TheScreenModeCombinesTwoBoxesAndTheHalftone)
     CheckBox(kCheckMultiBlack, false);
     context.numberFields.values[0] = 455;
     context.numberFields.values[1] = 375;
+    Strings lines;
     for (const auto& row : cases) {
         Popup(kPopupHalftone, "", row.halftone);
         if (row.halftone == 0)
@@ -146,10 +149,13 @@ TEST_F(PageSettingsTest, TheScreenModeCombinesTwoBoxesAndTheHalftone)
                             "halvScreenAngle|35"};
         if (row.mode) expected.insert(expected.begin(), std::string("halvScreenmode|") + row.mode);
         EXPECT_EQ(expected, Save(kScreenPrintingPage)) << row.on << row.multiBlack << row.halftone;
+        lines = Lines();
+        const std::string mode = row.mode ? row.mode : "";
+        EXPECT_EQ(row.mode ? 1 : 0,
+                  std::ranges::count(lines, "Set PPD Feature '*halvScreenmode' to '" + mode + "'\n"));
         EXPECT_EQ(row.on, Current().checkBoxes[kCheckScreenPrinting]);
         EXPECT_EQ(row.multiBlack, Current().checkBoxes[kCheckMultiBlack]);
     }
-    const Strings lines = Lines();
     EXPECT_EQ("Set PPD Number Feature 'halvScreenAngle' to '25' and '35'\n", lines.back());
     Fill(kPopupScreenMode, "m1 m2", 1);
     Popup(kPopupHalftone, "", 3);

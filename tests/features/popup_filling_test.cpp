@@ -86,6 +86,22 @@ TEST_F(PopupTest, HoldsAtMost80Options)
               Items(context.popups.windows[kPopupHalftone]));
 }
 
+TEST_F(PopupTest, CountsAnOptionThatTheBoxRefuses)
+{
+    const HWND combo = Combo(kPopupMediaType);
+    static LONG_PTR comboProc;
+    comboProc = GetWindowLongPtrW(combo, GWLP_WNDPROC);
+    const WNDPROC refuse = [](HWND window, UINT message, WPARAM wParam, LPARAM lParam) -> LRESULT {
+        if (message == CB_ADDSTRING && *reinterpret_cast<const WCHAR*>(lParam + 2) == 'b') return CB_ERRSPACE;
+        return CallWindowProcW(reinterpret_cast<WNDPROC>(comboProc), window, message, wParam, lParam);
+    };
+    SetWindowLongPtrW(combo, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(refuse));
+    Fill(kPopupMediaType, "a b c", 2);
+    Name(kPopupMediaType);
+    FillPopUp(combo, table->lists[kPopupMediaType].data(), nullptr, 2);
+    EXPECT_EQ((Strings{"[a]=1", "[c]=3*"}), Items(combo));
+}
+
 TEST_F(PopupTest, AChoiceWritesTheOptionThatTheItemCarries)
 {
     const HWND combo = Combo(kPopupMediaType);
@@ -116,8 +132,11 @@ TEST_F(PopupTest, AChoiceWritesTheOptionThatTheItemCarries)
 SIZEL formSize;
 DWORD formError;
 WideString formAsked;
-BOOL WINAPI AnswerForm(HANDLE, LPWSTR name, DWORD, LPBYTE buffer, DWORD size, LPDWORD needed)
+BOOL WINAPI AnswerForm(HANDLE printer, LPWSTR name, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed)
 {
+    EXPECT_EQ(reinterpret_cast<HANDLE>(0x4711), printer);
+    EXPECT_EQ(1u, level);
+    EXPECT_EQ(1024u, size);
     formAsked = name;
     *needed = 2000;
     if (formError || size < sizeof(FORM_INFO_1W)) return FALSE;
@@ -132,6 +151,7 @@ TEST_F(PopupTest, ShowsTheSizeOfTheFormInWholeMillimetres)
 {
     const HWND label = Child(TEXT("STATIC"), 0, 1224);
     context.pages[0] = page;
+    context.core.printer = reinterpret_cast<HANDLE>(0x4711);
     const HWND combo = Combo(kPopupPageSize);
     Fill(kPopupPageSize, "A4", 1);
     Name(kPopupPageSize);
@@ -169,11 +189,17 @@ TEST_F(PopupTest, ShowsTheSizeOfTheFormInWholeMillimetres)
                        "** GetForm failed - cbNeeded = 2000 (1024)\n"}),
               Lines());
 
+    SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(WideString(127, 'f').c_str()));
+    SendMessageW(combo, CB_SETCURSEL, 1, 0);
+    ShowFormSize(context);
+    EXPECT_EQ(WideString(127, 'f'), formAsked);
+    trace.Take();
+
     // Nothing is asked without an item, with a name of 128 characters, or without the label.
     SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
     ShowFormSize(context);
     SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(WideString(128, 'f').c_str()));
-    SendMessageW(combo, CB_SETCURSEL, 1, 0);
+    SendMessageW(combo, CB_SETCURSEL, 2, 0);
     ShowFormSize(context);
     context.pages[0] = nullptr;
     SendMessageW(combo, CB_SETCURSEL, 0, 0);

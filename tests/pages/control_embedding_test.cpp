@@ -49,6 +49,10 @@ TEST_F(Embedding, BindsTheControlsOfEveryTableRow)
     }
     for (int row = kCheckPreview; row < kCheckBoxRows; ++row)
         EXPECT_EQ(2011, GetWindowLongPtrW(context.checkBoxes.windows[row], GWLP_USERDATA)) << row;
+    for (const WCHAR* const line :
+         {TEXT("UI:  ---- INIT POPUP ----\n"), TEXT("UI:  --- found #0: controlid=1075\n"),
+          TEXT("UI:  FillPopUp #0 - id = 1075\n")})
+        EXPECT_TRUE(trace.Contains(line)) << Text(line).size();
     EXPECT_EQ(sheet.sheet, context.owner);
     EXPECT_EQ(sheet.Page(kMain), context.pages[kMain]);
     EXPECT_EQ(sheet.Page(kConsumption), GetParent(context.pages[kConsumption])) << "the pane";
@@ -233,7 +237,8 @@ TEST_F(Embedding, FillsTheConsumptionPaneFromThePrintersFile)
     EXPECT_EQ(0x64000000, GetWindowLongPtrW(GetDlgItem(pane, 3011), GWLP_USERDATA));
     EXPECT_EQ(0x3200FFFF, GetWindowLongPtrW(GetDlgItem(pane, 3012), GWLP_USERDATA));
     EXPECT_FALSE(Shown(GetDlgItem(pane, 3213)));
-    EXPECT_EQ(GetDlgItem(pane, 3128), sheet.context.consumption.totals.numbers[9]);
+    for (const auto& [slot, id] : {std::pair{8, 3127}, {9, 3128}, {10, 3119}, {11, 3129}})
+        EXPECT_EQ(GetDlgItem(pane, id), sheet.context.consumption.totals.numbers[slot]) << id;
 }
 
 TEST_F(Embedding, TracesItsSteps)

@@ -45,6 +45,11 @@ TEST_F(PageEvents, TheBorderlessBoxFollowsThePageSize)
             EXPECT_EQ(checked, Checked(box)) << row.size;
             for (const int expansion : {1217, 1227, 1228, 1229})
                 EXPECT_EQ(checked, Shown(sheet.Control(kMain, expansion))) << row.size << expansion;
+            const std::string line = "Change in PageSize: BLOption=" + std::to_string(row.enabled) +
+                                     ", BLFormat=" + std::to_string(checked) + " Ctrl=";
+            EXPECT_EQ(1, std::ranges::count_if(trace.Take(), [&](const Text& told) {
+                          return told.starts_with(Text(line.begin(), line.end()));
+                      }));
             EXPECT_EQ(0, sheet.context.checkStates.borderless) << "waits for the apply";
         }
     }
@@ -170,6 +175,24 @@ TEST_F(PageEvents, ScreenPrintingTakesTheColourPagesAway)
         for (const int cartridge : {1240, 1241, 1261, 1286})
             EXPECT_EQ(multiBlack, Enabled(sheet.Control(kScreenPrinting, cartridge))) << cartridge;
         EXPECT_TRUE(Enabled(sheet.Control(kScreenPrinting, 1243))) << "nothing changes behind a missing one";
+    }
+}
+
+TEST_F(PageEvents, WhatMediaAndColourModelRuleOutStaysOffWhateverScreenPrintingDoes)
+{
+    sheet.core.features["MediaType"].selected = "Plain_0";
+    sheet.core.features["halvColorModel"].selected = "CMYK";
+    for (int position = 0; position < kPageKinds; ++position)
+        sheet.Open(position);
+    sheet.sheetPages = {
+        nullptr, nullptr, sheet.Page(kColors), sheet.Page(kCorrection), nullptr, sheet.Page(kInkControl)};
+    EXPECT_FALSE(Shown(sheet.Control(kColors, 1113)));
+    EXPECT_TRUE(Shown(sheet.Control(kColors, 1112)));
+    for (const char* const when : {"opened", "after screen printing"}) {
+        for (const int slider : {1499, 1400, 1498})
+            EXPECT_FALSE(Enabled(sheet.Control(kInkControl, slider))) << when << slider;
+        sheet.Check(kScreenPrinting, 1118, true);
+        sheet.Check(kScreenPrinting, 1118, false);
     }
 }
 

@@ -1,6 +1,7 @@
 #include "platform/testing.h"
 
 #include <algorithm>
+#include <atomic>
 #include <map>
 #include <utility>
 
@@ -66,6 +67,68 @@ BOOL WINAPI WatchedDestroy(HANDLE heap)
     const std::lock_guard lock(heaps.mutex);
     std::erase_if(heaps.blocks, [heap](const auto& block) { return block.second == heap; });
     return heaps.destroy(heap);
+}
+
+// --- Files
+// -------------------------------------------------------------------------------------------------------------
+
+struct FileState
+{
+    decltype(&CreateFileA) openNarrow = nullptr;
+    decltype(&CreateFileW) openWide = nullptr;
+    decltype(&ReadFile) read = nullptr;
+    decltype(&WriteFile) write = nullptr;
+    decltype(&FlushFileBuffers) flush = nullptr;
+    decltype(&MoveFileExW) move = nullptr;
+    std::atomic<int> calls = 0;
+    std::atomic<int> failing = 0; // the number of a call, counted as above
+
+    bool NextFails(DWORD error)
+    {
+        if (++calls != failing) return false;
+        SetLastError(error);
+        return true;
+    }
+};
+
+FileState files;
+
+HANDLE WINAPI WatchedOpenNarrow(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                                DWORD disposition, DWORD flags, HANDLE pattern)
+{
+    if (files.NextFails(ERROR_ACCESS_DENIED)) return INVALID_HANDLE_VALUE;
+    return files.openNarrow(path, access, share, security, disposition, flags, pattern);
+}
+
+HANDLE WINAPI WatchedOpenWide(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                              DWORD disposition, DWORD flags, HANDLE pattern)
+{
+    if (files.NextFails(ERROR_ACCESS_DENIED)) return INVALID_HANDLE_VALUE;
+    return files.openWide(path, access, share, security, disposition, flags, pattern);
+}
+
+BOOL WINAPI WatchedRead(HANDLE file, LPVOID buffer, DWORD bytes, LPDWORD read, LPOVERLAPPED overlapped)
+{
+    return !files.NextFails(ERROR_ACCESS_DENIED) && files.read(file, buffer, bytes, read, overlapped);
+}
+
+// A full disk takes half of it.
+BOOL WINAPI WatchedWrite(HANDLE file, LPCVOID buffer, DWORD bytes, LPDWORD written, LPOVERLAPPED overlapped)
+{
+    if (!files.NextFails(ERROR_DISK_FULL)) return files.write(file, buffer, bytes, written, overlapped);
+    files.write(file, buffer, bytes / 2, written, overlapped);
+    SetLastError(ERROR_DISK_FULL);
+    return FALSE;
+}
+
+BOOL WINAPI WatchedFlush(HANDLE file)
+{
+    return !files.NextFails(ERROR_DISK_FULL) && files.flush(file);
+}
+
+BOOL WINAPI WatchedMove(LPCWSTR path, LPCWSTR newPath, DWORD flags)
+{
+    return !files.NextFails(ERROR_ACCESS_DENIED) && files.move(path, newPath, flags);
 }
 
 // --- Processes
@@ -153,6 +216,34 @@ int HeapWatch::LiveBlocks() const
 {
     const std::lock_guard lock(heaps.mutex);
     return static_cast<int>(heaps.blocks.size());
+}
+
+FileWatch::FileWatch()
+{
+    files.calls = files.failing = 0;
+    files.openNarrow = ReplaceFunction("CreateFileA", &WatchedOpenNarrow);
+    files.openWide = ReplaceFunction("CreateFileW", &WatchedOpenWide);
+    files.read = ReplaceFunction("ReadFile", &WatchedRead);
+    files.write = ReplaceFunction("WriteFile", &WatchedWrite);
+    files.flush = ReplaceFunction("FlushFileBuffers", &WatchedFlush);
+    files.move = ReplaceFunction("MoveFileExW", &WatchedMove);
+}
+
+FileWatch::~FileWatch()
+{
+    for (const char* name :
+         {"CreateFileA", "CreateFileW", "ReadFile", "WriteFile", "FlushFileBuffers", "MoveFileExW"})
+        RestoreFunction(name);
+}
+
+void FileWatch::FailCall(int nth)
+{
+    files.failing = files.calls + nth;
+}
+
+int FileWatch::Calls() const
+{
+    return files.calls;
 }
 
 ProcessRecorder::ProcessRecorder()

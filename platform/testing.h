@@ -1,6 +1,6 @@
-// What tests do to the platform and see of it, the same on both targets: allocations that fail, blocks that
-// leak, processes that would have been started, diagnostic lines. Each recorder works while it lives; one of
-// a kind at a time.
+// What tests do to the platform and see of it, the same on both targets: allocations, file calls and windows
+// that fail, blocks that leak, processes that would have been started, diagnostic lines. Each recorder works
+// while it lives; one of a kind at a time.
 #pragma once
 
 #include <mutex>
@@ -27,6 +27,37 @@ public:
     int Allocations() const;
     // Blocks taken since the watch began and not given back, neither one by one nor with their heap.
     int LiveBlocks() const;
+};
+
+// Counts the file calls of the program and of a loaded plug-in (open, read, write, flush, rename, through the
+// platform's functions and not the runtime library's) and lets chosen ones fail.
+class FileWatch
+{
+public:
+    FileWatch();
+    ~FileWatch();
+    FileWatch(const FileWatch&) = delete;
+    FileWatch& operator=(const FileWatch&) = delete;
+
+    // The nth call from now on fails, 1 being the next; a write has then written half.
+    void FailCall(int nth);
+    // Calls since the watch began, failed ones included.
+    int Calls() const;
+};
+
+// Counts the windows that this thread makes, controls included, and lets chosen ones fail.
+class WindowWatch
+{
+public:
+    WindowWatch();
+    ~WindowWatch();
+    WindowWatch(const WindowWatch&) = delete;
+    WindowWatch& operator=(const WindowWatch&) = delete;
+
+    // The nth window from now on is not made, 1 being the next.
+    void FailWindow(int nth);
+    // Windows asked for since the watch began, failed ones included.
+    int Windows() const;
 };
 
 struct StartedProcess

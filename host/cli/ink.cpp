@@ -3,7 +3,8 @@
 #include <memory>
 #include <ostream>
 
-#include "host/cli/json.h"
+#include <nlohmann/json.hpp>
+
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
 #include "src/ink/ink_channels.h"
@@ -12,6 +13,8 @@
 namespace tintwerk {
 
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 void Print(std::ostream& out, const SheetContext& context)
 {

@@ -6,7 +6,8 @@
 #include <optional>
 #include <ostream>
 
-#include "host/cli/json.h"
+#include <nlohmann/json.hpp>
+
 #include "host/cli/printer_run.h"
 #include "host/cli/product_registry.h"
 #include "host/cli/program.h"
@@ -179,13 +180,13 @@ private:
 
     void Report(PrinterRun& printer)
     {
-        Json json;
+        nlohmann::ordered_json json;
         json["command"] = "print";
         json["ppd"] = printer.Description().FileName();
         json["printer"] = Utf8FromWide(printer.Name());
         json["events"] = lines_;
         json["server_starts"] = serverStarts_;
-        output_.out << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+        output_.out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
     }
 
     const Arguments& arguments_;

@@ -2,7 +2,8 @@
 
 #include <ostream>
 
-#include "host/cli/json.h"
+#include <nlohmann/json.hpp>
+
 #include "host/sheet/sheet_controls.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/number_fields.h"
@@ -10,6 +11,8 @@
 #include "src/bindings/sliders.h"
 
 namespace tintwerk {
+
+using Json = nlohmann::ordered_json;
 
 namespace {
 

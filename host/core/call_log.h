@@ -1,6 +1,5 @@
-// Counts, and on demand records, the calls that a plug-in makes to the core driver's helpers. Read by the
-// host's commands
-// (--json) and by tests.
+// Counts, and on demand records, the calls that a plug-in makes to the core driver's helpers; tests let one
+// of them be refused. Read by the host's commands (--json) and by tests.
 #pragma once
 
 #include <array>
@@ -57,6 +56,16 @@ public:
     const std::vector<std::string>& Lines() const { return lines_; }
     void Clear();
 
+    // Lets the nth call from now on, 1 being the next, be refused with E_UNEXPECTED before it does anything.
+    void RefuseCall(std::size_t nth) { untilRefusal_ = nth; }
+    bool Refused() const { return refused_; } // it came to that
+    // Called by every method before it looks at what it was given.
+    bool RefusesNext()
+    {
+        if (untilRefusal_ == 0 || --untilRefusal_ > 0) return false;
+        return refused_ = true;
+    }
+
     // Called by every method with its result; `arguments` makes the text between name and result.
     template <typename Arguments> HRESULT Note(CoreMethod method, HRESULT result, const Arguments& arguments)
     {
@@ -69,6 +78,8 @@ private:
     void Add(CoreMethod method, HRESULT result, const std::string& arguments) noexcept;
 
     bool recording_ = false;
+    bool refused_ = false;
+    std::size_t untilRefusal_ = 0;
     std::array<std::size_t, static_cast<std::size_t>(CoreMethod::Count)> counts_{};
     std::vector<std::string> lines_;
 };

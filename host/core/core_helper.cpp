@@ -166,34 +166,33 @@ bool CoreUiHelper::Accepts(POEMUIOBJ core, DWORD flags) const
 
 HRESULT CoreUiHelper::DrvGetDriverSetting(PVOID, PCSTR, PVOID, DWORD, PDWORD, PDWORD)
 {
-    return owner_.Connected() ? owner_.Calls().Note(CoreMethod::DrvGetDriverSetting, E_NOTIMPL, kNoArguments)
-                              : E_UNEXPECTED;
+    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::DrvGetDriverSetting, E_NOTIMPL, kNoArguments)
+                            : E_UNEXPECTED;
 }
 
 HRESULT CoreUiHelper::DrvUpgradeRegistrySetting(HANDLE, PCSTR, PCSTR)
 {
-    return owner_.Connected()
+    return owner_.Answers()
                ? owner_.Calls().Note(CoreMethod::DrvUpgradeRegistrySetting, E_NOTIMPL, kNoArguments)
                : E_UNEXPECTED;
 }
 
 HRESULT CoreUiHelper::DrvUpdateUISetting(PVOID, PVOID, DWORD, DWORD)
 {
-    return owner_.Connected() ? owner_.Calls().Note(CoreMethod::DrvUpdateUISetting, E_NOTIMPL, kNoArguments)
-                              : E_UNEXPECTED;
+    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::DrvUpdateUISetting, E_NOTIMPL, kNoArguments)
+                            : E_UNEXPECTED;
 }
 
 HRESULT CoreUiHelper::QuerySimulationSupport(HANDLE, DWORD, PBYTE, DWORD, PDWORD)
 {
-    return owner_.Connected()
-               ? owner_.Calls().Note(CoreMethod::QuerySimulationSupport, E_NOTIMPL, kNoArguments)
-               : E_UNEXPECTED;
+    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::QuerySimulationSupport, E_NOTIMPL, kNoArguments)
+                            : E_UNEXPECTED;
 }
 
 HRESULT CoreUiHelper::GetOptions(POEMUIOBJ core, DWORD flags, PCSTR request, DWORD requestSize, PSTR reply,
                                  DWORD replySize, PDWORD needed)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const HRESULT status = Accepts(core, flags) && needed
                                ? Options(request, requestSize, reply, replySize, needed)
                                : E_INVALIDARG;
@@ -249,7 +248,7 @@ HRESULT CoreUiHelper::Options(PCSTR request, DWORD requestSize, PSTR reply, DWOR
 
 HRESULT CoreUiHelper::SetOptions(POEMUIOBJ core, DWORD flags, PCSTR pairs, DWORD size, PDWORD result)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     DWORD outcome = SETOPTIONS_RESULT_NO_CONFLICT;
     const bool accepted = owner_.IsCoreObject(core) && result && pairs;
     const HRESULT status =
@@ -286,7 +285,7 @@ HRESULT CoreUiHelper::Set(DWORD flags, PCSTR pairs, DWORD size, DWORD& result)
 HRESULT CoreUiHelper::EnumConstrainedOptions(POEMUIOBJ core, DWORD flags, PCSTR feature, PSTR list,
                                              DWORD size, PDWORD needed)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const auto number = owner_.Feature(feature);
     const HRESULT status = !number || !Accepts(core, flags) ? E_INVALIDARG : Guarded([&] {
         const CoreModel& model = owner_.Model();
@@ -306,7 +305,7 @@ HRESULT CoreUiHelper::EnumConstrainedOptions(POEMUIOBJ core, DWORD flags, PCSTR 
 HRESULT CoreUiHelper::WhyConstrained(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR option, PSTR pairs,
                                      DWORD size, PDWORD needed)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const auto number = owner_.Feature(feature);
     const auto choice = number ? owner_.Option(*number, option) : std::nullopt;
     const HRESULT status = !choice || !Accepts(core, flags) ? E_INVALIDARG : Guarded([&] {
@@ -339,7 +338,7 @@ HRESULT CoreUiHelper::Attribute(const std::optional<CoreAttribute>& attribute, P
 HRESULT CoreUiHelper::GetGlobalAttribute(POEMUIOBJ core, DWORD flags, PCSTR attribute, PDWORD type,
                                          PBYTE value, DWORD size, PDWORD needed)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const HRESULT status =
         Accepts(core, flags) && attribute
             ? Attribute(owner_.Model().GlobalAttribute(attribute), type, value, size, needed)
@@ -350,7 +349,7 @@ HRESULT CoreUiHelper::GetGlobalAttribute(POEMUIOBJ core, DWORD flags, PCSTR attr
 HRESULT CoreUiHelper::GetFeatureAttribute(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR attribute,
                                           PDWORD type, PBYTE value, DWORD size, PDWORD needed)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const auto number = owner_.Feature(feature);
     const HRESULT status =
         number && Accepts(core, flags) && attribute
@@ -363,7 +362,7 @@ HRESULT CoreUiHelper::GetFeatureAttribute(POEMUIOBJ core, DWORD flags, PCSTR fea
 HRESULT CoreUiHelper::GetOptionAttribute(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR option,
                                          PCSTR attribute, PDWORD type, PBYTE value, DWORD size, PDWORD needed)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const auto number = owner_.Feature(feature);
     const auto choice = number ? owner_.Option(*number, option) : std::nullopt;
     const HRESULT status = choice && Accepts(core, flags) && attribute
@@ -376,7 +375,7 @@ HRESULT CoreUiHelper::GetOptionAttribute(POEMUIOBJ core, DWORD flags, PCSTR feat
 
 HRESULT CoreUiHelper::EnumFeatures(POEMUIOBJ core, DWORD flags, PSTR list, DWORD size, PDWORD needed)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const HRESULT status =
         Accepts(core, flags) ? Reply(owner_.Model().featureList, list, size, needed) : E_INVALIDARG;
     return owner_.Calls().Note(CoreMethod::EnumFeatures, status, kNoArguments);
@@ -385,7 +384,7 @@ HRESULT CoreUiHelper::EnumFeatures(POEMUIOBJ core, DWORD flags, PSTR list, DWORD
 HRESULT CoreUiHelper::EnumOptions(POEMUIOBJ core, DWORD flags, PCSTR feature, PSTR list, DWORD size,
                                   PDWORD needed)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const auto number = owner_.Feature(feature);
     const HRESULT status = number && Accepts(core, flags)
                                ? Reply(owner_.Model().features[*number].list, list, size, needed)
@@ -397,7 +396,7 @@ HRESULT CoreUiHelper::EnumOptions(POEMUIOBJ core, DWORD flags, PCSTR feature, PS
 
 HRESULT CorePsHelper::GetOption(const DEVMODEW* devmode, DWORD size, PCSTR feature, PCSTR* option)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const HRESULT status = Guarded([&] {
         const auto number = owner_.Feature(feature);
         const auto selected = number && option ? SelectionsOf(owner_.Model(), devmode, size) : std::nullopt;
@@ -414,7 +413,7 @@ HRESULT CorePsHelper::SetOptions(DEVMODEW* devmode, DWORD size, BOOL resolve,
                                  const PRINT_FEATURE_OPTION* pairs, DWORD count, DWORD* written,
                                  DWORD* result)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const HRESULT status = Guarded([&] {
         const CoreModel& model = owner_.Model();
         auto selected = SelectionsOf(model, devmode, size);
@@ -441,7 +440,7 @@ HRESULT CorePsHelper::SetOptions(DEVMODEW* devmode, DWORD size, BOOL resolve,
 HRESULT CorePsHelper::EnumConstrainedOptions(const DEVMODEW* devmode, DWORD size, PCSTR feature,
                                              PCSTR** options, DWORD* count)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const HRESULT status = Guarded([&] {
         const CoreModel& model = owner_.Model();
         const auto number = owner_.Feature(feature);
@@ -462,7 +461,7 @@ HRESULT CorePsHelper::EnumConstrainedOptions(const DEVMODEW* devmode, DWORD size
 HRESULT CorePsHelper::WhyConstrained(const DEVMODEW* devmode, DWORD size, PCSTR feature, PCSTR option,
                                      const PRINT_FEATURE_OPTION** pairs, DWORD* count)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const HRESULT status = Guarded([&] {
         const CoreModel& model = owner_.Model();
         const auto number = owner_.Feature(feature);
@@ -484,7 +483,7 @@ HRESULT CorePsHelper::WhyConstrained(const DEVMODEW* devmode, DWORD size, PCSTR 
 
 HRESULT CorePsHelper::EnumFeatures(PCSTR** features, DWORD* count)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const HRESULT status = features && count ? S_OK : E_INVALIDARG;
     if (SUCCEEDED(status)) {
         *features = const_cast<PCSTR*>(owner_.Model().featurePointers.data());
@@ -495,7 +494,7 @@ HRESULT CorePsHelper::EnumFeatures(PCSTR** features, DWORD* count)
 
 HRESULT CorePsHelper::EnumOptions(PCSTR feature, PCSTR** options, DWORD* count)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const auto number = owner_.Feature(feature);
     const HRESULT status = number && options && count ? S_OK : E_INVALIDARG;
     if (SUCCEEDED(status)) {
@@ -508,22 +507,20 @@ HRESULT CorePsHelper::EnumOptions(PCSTR feature, PCSTR** options, DWORD* count)
 
 HRESULT CorePsHelper::GetFontSubstitution(PCWSTR, PCWSTR*)
 {
-    return owner_.Connected()
-               ? owner_.Calls().Note(CoreMethod::PSGetFontSubstitution, E_NOTIMPL, kNoArguments)
-               : E_UNEXPECTED;
+    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::PSGetFontSubstitution, E_NOTIMPL, kNoArguments)
+                            : E_UNEXPECTED;
 }
 
 HRESULT CorePsHelper::SetFontSubstitution(PCWSTR, PCWSTR)
 {
-    return owner_.Connected()
-               ? owner_.Calls().Note(CoreMethod::PSSetFontSubstitution, E_NOTIMPL, kNoArguments)
-               : E_UNEXPECTED;
+    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::PSSetFontSubstitution, E_NOTIMPL, kNoArguments)
+                            : E_UNEXPECTED;
 }
 
 HRESULT CorePsHelper::CreateInstanceOfMSXMLObject(REFCLSID, IUnknown*, DWORD, REFIID, void** object)
 {
     if (object) *object = nullptr;
-    return owner_.Connected()
+    return owner_.Answers()
                ? owner_.Calls().Note(CoreMethod::PSCreateInstanceOfMSXMLObject, E_NOTIMPL, kNoArguments)
                : E_UNEXPECTED;
 }
@@ -540,7 +537,7 @@ HRESULT CorePsHelper::Attribute(const std::optional<CoreAttribute>& attribute, D
 
 HRESULT CorePsHelper::GetGlobalAttribute(PCSTR attribute, DWORD* type, PBYTE* value, DWORD* size)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const HRESULT status =
         attribute ? Attribute(owner_.Model().GlobalAttribute(attribute), type, value, size) : E_INVALIDARG;
     return owner_.Calls().Note(CoreMethod::PSGetGlobalAttribute, status, [&] { return Shown(attribute); });
@@ -549,7 +546,7 @@ HRESULT CorePsHelper::GetGlobalAttribute(PCSTR attribute, DWORD* type, PBYTE* va
 HRESULT CorePsHelper::GetFeatureAttribute(PCSTR feature, PCSTR attribute, DWORD* type, PBYTE* value,
                                           DWORD* size)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const auto number = owner_.Feature(feature);
     const HRESULT status =
         number && attribute
@@ -562,7 +559,7 @@ HRESULT CorePsHelper::GetFeatureAttribute(PCSTR feature, PCSTR attribute, DWORD*
 HRESULT CorePsHelper::GetOptionAttribute(PCSTR feature, PCSTR option, PCSTR attribute, DWORD* type,
                                          PBYTE* value, DWORD* size)
 {
-    if (!owner_.Connected()) return E_UNEXPECTED;
+    if (!owner_.Answers()) return E_UNEXPECTED;
     const auto number = owner_.Feature(feature);
     const auto choice = number ? owner_.Option(*number, option) : std::nullopt;
     const HRESULT status =

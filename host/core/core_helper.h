@@ -107,7 +107,8 @@ public:
     ULONG STDMETHODCALLTYPE Release() override;
 
     void Disconnect() { driver_ = nullptr; }
-    bool Connected() const { return driver_ != nullptr; }
+    // Asked first by every method.
+    bool Answers() { return driver_ && !driver_->calls_.RefusesNext(); }
     ULONG References() const { return references_; }
 
     const CoreModel& Model() const { return *driver_->model_; }

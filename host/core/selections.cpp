@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "host/ppd/ppd_text.h"
+#include "platform/whole_file.h"
 
 namespace tintwerk {
 namespace {
@@ -44,13 +43,10 @@ std::string HexOf(const std::vector<unsigned char>& bytes)
 
 Selections Selections::Load(const std::filesystem::path& file)
 {
-    std::error_code error;
-    if (!std::filesystem::exists(file, error) && !error) return {};
     const std::u8string utf8 = file.u8string();
     const std::string name(utf8.begin(), utf8.end());
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream) throw std::runtime_error(name + ": the selections cannot be read");
-    const std::string text{std::istreambuf_iterator<char>(stream), {}};
+    std::string text;
+    if (!ReadWhole(file, text)) throw std::runtime_error(name + ": the selections cannot be read");
     return FromText(name, text);
 }
 
@@ -106,20 +102,12 @@ bool Selections::Save(const std::filesystem::path& file, std::string& error) con
     if (file.has_parent_path()) std::filesystem::create_directories(file.parent_path(), code);
     std::filesystem::path fresh = file;
     fresh += ".new";
-    {
-        const std::string text = Text();
-        std::ofstream stream(fresh, std::ios::binary | std::ios::trunc);
-        stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-        stream.close();
-        if (!stream) {
-            error = fresh.string() + ": cannot be written";
-            std::filesystem::remove(fresh, code);
-            return false;
-        }
+    if (!WriteWhole(fresh, Text())) {
+        error = fresh.string() + ": cannot be written";
+        return false;
     }
-    std::filesystem::rename(fresh, file, code);
-    if (code) {
-        error = file.string() + ": cannot be replaced: " + code.message();
+    if (!PutInPlace(fresh, file)) {
+        error = file.string() + ": cannot be replaced";
         std::filesystem::remove(fresh, code);
         return false;
     }

@@ -4,12 +4,12 @@
 #include <array>
 #include <charconv>
 #include <cmath>
-#include <fstream>
 #include <iterator>
 
 #include "host/ppd/encoding.h"
 #include "host/ppd/ppd_scanner.h"
 #include "host/ppd/ppd_text.h"
+#include "platform/whole_file.h"
 
 namespace tintwerk {
 namespace {
@@ -792,13 +792,8 @@ std::optional<std::string> FileText(const std::filesystem::path& path)
 {
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(path, ignored)) return std::nullopt;
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return std::nullopt;
     std::string text;
-    text.resize(static_cast<std::size_t>(
-        std::min<std::uintmax_t>(std::filesystem::file_size(path, ignored), kMaxFileBytes + 1)));
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(file.gcount()));
+    if (!ReadWhole(path, text, kMaxFileBytes + 1)) return std::nullopt;
     return text;
 }
 

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -119,6 +120,13 @@ HANDLE OpenFile(LPCSTR name, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWORD d
     return KernelObjects().Open(std::make_shared<File>(descriptor));
 }
 
+HANDLE OpenWideFile(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
+                    DWORD disposition, DWORD flags, HANDLE pattern)
+{
+    return OpenFile(Narrow(name ? name : TEXT("")).c_str(), access, share, security, disposition, flags,
+                    pattern);
+}
+
 // Calls a function with the descriptor of an open file.
 template <typename Function> BOOL WithFile(HANDLE handle, Function function)
 {
@@ -160,14 +168,29 @@ BOOL ReadBytes(HANDLE file, LPVOID buffer, DWORD bytes, LPDWORD read, LPOVERLAPP
     });
 }
 
+BOOL Flush(HANDLE file)
+{
+    return WithFile(file, [](int descriptor) { return Result(fsync(descriptor), ""); });
+}
+
+// A file of the new name makes way, as MOVEFILE_REPLACE_EXISTING asks.
+BOOL Rename(LPCWSTR name, LPCWSTR newName, DWORD)
+{
+    const std::string from = NativePath(Narrow(name));
+    return Result(std::rename(from.c_str(), NativePath(Narrow(newName)).c_str()), from);
+}
+
 BOOL EndHandle(HANDLE handle)
 {
     return KernelObjects().Close(handle) ? TRUE : Fail(ERROR_INVALID_HANDLE);
 }
 
 Hookable<OpenFile> createFile{"CreateFileA"};
+Hookable<OpenWideFile> createWideFile{"CreateFileW"};
 Hookable<ReadBytes> readFile{"ReadFile"};
 Hookable<WriteBytes> writeFile{"WriteFile"};
+Hookable<Flush> flushFile{"FlushFileBuffers"};
+Hookable<Rename> moveFile{"MoveFileExW"};
 Hookable<EndHandle> closeHandle{"CloseHandle"};
 
 } // namespace
@@ -176,6 +199,12 @@ HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES
                    DWORD flags, HANDLE pattern)
 {
     return createFile(path, access, share, security, disposition, flags, pattern);
+}
+
+HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
+                   DWORD flags, HANDLE pattern)
+{
+    return createWideFile(path, access, share, security, disposition, flags, pattern);
 }
 
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD bytes, LPDWORD read, LPOVERLAPPED overlapped)
@@ -213,7 +242,12 @@ BOOL SetEndOfFile(HANDLE file)
 
 BOOL FlushFileBuffers(HANDLE file)
 {
-    return WithFile(file, [](int descriptor) { return Result(fsync(descriptor), ""); });
+    return flushFile(file);
+}
+
+BOOL MoveFileExW(LPCWSTR path, LPCWSTR newPath, DWORD flags)
+{
+    return moveFile(path, newPath, flags);
 }
 
 BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size)

@@ -445,12 +445,14 @@ HWND CreateFrame(const PROPSHEETHEADERW& header, const std::vector<HPROPSHEETPAG
     SetWindowLongPtrW(sheet, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(SheetProcedure));
     CreateButtons(sheet, kMargin + tabWidth, 2 * kMargin + tabHeight, header.hInstance,
                   !(header.dwFlags & PSH_NOAPPLYNOW));
-    SheetOf(sheet)->tab =
+    const HWND tab = SheetOf(sheet)->tab =
         CreateWindowExW(0, WC_TABCONTROLW, TEXT(""),
                         WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_GROUP | WS_CLIPSIBLINGS | TCS_MULTILINE,
                         kMargin, kMargin, tabWidth, tabHeight, sheet,
                         reinterpret_cast<HMENU>(static_cast<LONG_PTR>(kTabId)), header.hInstance, nullptr);
-    return sheet;
+    if (tab) return sheet;
+    DestroyWindow(sheet);
+    return nullptr;
 }
 
 // The records of the header's pages; those given as records are made into pages first.

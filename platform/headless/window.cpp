@@ -6,6 +6,8 @@
 #include <map>
 #include <mutex>
 
+#include "platform/headless/hookable.h"
+
 namespace tintwerk::headless {
 
 namespace {
@@ -338,9 +340,10 @@ BOOL WINAPI UnregisterClassW(LPCWSTR name, HINSTANCE module)
     return TRUE;
 }
 
-HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y,
-                            int width, int height, HWND parent, HMENU menuOrId, HINSTANCE module,
-                            LPVOID parameter)
+namespace {
+
+HWND WINAPI MakeWindow(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y, int width,
+                       int height, HWND parent, HMENU menuOrId, HINSTANCE module, LPVOID parameter)
 {
     const std::shared_ptr<const WindowClass> windowClass = className ? FindClass(className, module) : nullptr;
     if (!windowClass) {
@@ -396,6 +399,18 @@ HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWOR
     if ((window = Peek(handle))) TellParent(*window, WM_CREATE);
     if (Peek(handle) && (style & WS_VISIBLE)) ShowWindow(handle, SW_SHOW);
     return Peek(handle) ? handle : nullptr;
+}
+
+tintwerk::headless::Hookable<MakeWindow> createWindow{"CreateWindowExW"};
+
+} // namespace
+
+HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y,
+                            int width, int height, HWND parent, HMENU menuOrId, HINSTANCE module,
+                            LPVOID parameter)
+{
+    return createWindow(exStyle, className, text, style, x, y, width, height, parent, menuOrId, module,
+                        parameter);
 }
 
 BOOL WINAPI DestroyWindow(HWND handle)

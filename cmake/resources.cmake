@@ -40,7 +40,10 @@ tintwerk_resources_begin:
 tintwerk_resources_end:
     .section .note.GNU-stack,\"\",@progbits
 ")
+        # Assembled here and not by those who link it: this property reaches only the targets of this folder.
         set_source_files_properties(${object} PROPERTIES OBJECT_DEPENDS ${res} LANGUAGE ASM GENERATED ON)
+        add_library(${target} OBJECT ${object} ${res})
+        return()
     endif()
     add_library(${target} INTERFACE)
     target_sources(${target} INTERFACE ${object})

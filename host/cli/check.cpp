@@ -8,9 +8,8 @@
 #include <ostream>
 #include <utility>
 
-#include <nlohmann/json.hpp>
-
 #include "host/cli/check_rules.h"
+#include "host/cli/json.h"
 #include "host/cli/pages_trial.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/product_registry.h"
@@ -21,7 +20,6 @@ namespace tintwerk {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Clock = std::chrono::steady_clock;
 
 struct CheckedFile

@@ -4,8 +4,7 @@
 #include <iterator>
 #include <ostream>
 
-#include <nlohmann/json.hpp>
-
+#include "host/cli/json.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
 #include "src/records/private_devmode.h"
@@ -14,7 +13,6 @@ namespace tintwerk {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
 using Bytes = std::vector<unsigned char>;
 
 // The record, where it is found: alone, or behind the public part of a whole DEVMODE.

@@ -2,17 +2,14 @@
 #include <algorithm>
 #include <ostream>
 
-#include <nlohmann/json.hpp>
-
 #include "host/cli/feature_use.h"
+#include "host/cli/json.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
 
 namespace tintwerk {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 struct FeatureLine
 {

@@ -3,8 +3,7 @@
 #include <memory>
 #include <ostream>
 
-#include <nlohmann/json.hpp>
-
+#include "host/cli/json.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
 #include "src/ink/ink_channels.h"
@@ -13,8 +12,6 @@
 namespace tintwerk {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 void Print(std::ostream& out, const SheetContext& context)
 {

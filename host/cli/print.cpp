@@ -6,8 +6,7 @@
 #include <optional>
 #include <ostream>
 
-#include <nlohmann/json.hpp>
-
+#include "host/cli/json.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/product_registry.h"
 #include "host/cli/program.h"
@@ -180,13 +179,13 @@ private:
 
     void Report(PrinterRun& printer)
     {
-        nlohmann::ordered_json json;
+        Json json;
         json["command"] = "print";
         json["ppd"] = printer.Description().FileName();
         json["printer"] = Utf8FromWide(printer.Name());
         json["events"] = lines_;
         json["server_starts"] = serverStarts_;
-        output_.out << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << "\n";
+        output_.out << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
     }
 
     const Arguments& arguments_;

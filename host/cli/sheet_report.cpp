@@ -2,8 +2,7 @@
 
 #include <ostream>
 
-#include <nlohmann/json.hpp>
-
+#include "host/cli/json.h"
 #include "host/sheet/sheet_controls.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/number_fields.h"
@@ -11,8 +10,6 @@
 #include "src/bindings/sliders.h"
 
 namespace tintwerk {
-
-using Json = nlohmann::ordered_json;
 
 namespace {
 

@@ -2,7 +2,6 @@
 // them.
 #include "src/features/constraints.h"
 
-#include "platform/function_hook.h"
 #include "src/features/popup_filling.h"
 #include "tests/features/feature_test.h"
 
@@ -208,42 +207,6 @@ TEST_F(ConstraintsTest, ControlsFollowTheMediaMode)
     const Strings lines = Lines();
     EXPECT_EQ((Strings{"UI:  colors disabled\n", "UI:  colors enabled\n"}),
               Strings(lines.end() - 2, lines.end()));
-}
-
-struct Warning
-{
-    HWND owner;
-    WideString text, caption;
-    UINT style;
-};
-std::vector<Warning> warnings;
-int WINAPI RecordWarning(HWND owner, LPCWSTR text, LPCWSTR caption, UINT style)
-{
-    warnings.push_back({owner, text, caption, style});
-    return IDOK;
-}
-
-TEST_F(ConstraintsTest, AnIncompleteProfileIsWarnedOfWhenItIsChosen)
-{
-    warnings.clear();
-    ReplaceFunction("MessageBoxW", &RecordWarning);
-    Fill(kPopupMediaType, "Chart_2 Photo_3", 1);
-    context.owner = reinterpret_cast<HWND>(static_cast<LONG_PTR>(0x77));
-    UpdateMediaModeControls(context, 1075);
-    UpdateMediaModeControls(context, 0);
-    EXPECT_EQ(0u, warnings.size());
-    UpdateMediaModeControls(context, 1073);
-    context.popups.selections[kPopupMediaType] = 2;
-    UpdateMediaModeControls(context, 1073);
-    RestoreFunction("MessageBoxW");
-    ASSERT_EQ(1u, warnings.size());
-    EXPECT_EQ(context.owner, warnings[0].owner);
-    EXPECT_EQ("Attention:", Narrow(warnings[0].caption));
-    EXPECT_EQ("You have chosen an incomplete media profile without color data! This profile should only be "
-              "used for "
-              "printing color charts!",
-              Narrow(warnings[0].text));
-    EXPECT_EQ(static_cast<UINT>(MB_OK | MB_ICONWARNING | MB_SYSTEMMODAL), warnings[0].style);
 }
 
 TEST_F(ConstraintsTest, TheColourSpacePopupFitsTheColourModel)

@@ -106,7 +106,8 @@ TEST_F(FeatureTest, TheInitialReadAsksInTheOrderOfTheTables)
     const auto pairing = std::ranges::find(lines, "*** create BORDERLESS list***\n");
     ASSERT_NE(lines.end(), pairing);
     EXPECT_EQ("Current selection is: ''\n", pairing[1]);
-    EXPECT_EQ(39, std::count(pairing, lines.end(), "UI:  getPPDOptionSV failed with result = 80070057\n"));
+    EXPECT_EQ(std::ssize(expected),
+              std::count(pairing, lines.end(), "UI:  getPPDOptionSV failed with result = 80070057\n"));
 }
 
 TEST_F(FeatureTest, NothingElseIsReadWhenTheOptionListsCannotBe)

@@ -252,15 +252,5 @@ TEST_F(OptionListTest, AnExhaustedHeapStopsTheReadAndLosesNothing)
     EXPECT_EQ((std::vector<HRESULT>{E_OUTOFMEMORY, E_FAIL, E_OUTOFMEMORY, E_FAIL}), failures);
 }
 
-TEST_F(OptionListTest, WithoutACoreHelperListsAreEmptyAndNothingFails)
-{
-    context.core.helper = nullptr;
-    EXPECT_EQ(S_OK, getPPDComboOptions(context));
-    for (int row = 0; row < kPopupRows; ++row) {
-        EXPECT_EQ(1, Selection(row));
-        EXPECT_EQ(Strings{}, Keywords(row));
-    }
-}
-
 } // namespace
 } // namespace tintwerk

@@ -97,11 +97,5 @@ TEST_F(RegistryFileTest, KeepsWhatIsWritten)
     EXPECT_EQ(std::string("1\0", 2), Value("Old"));
 }
 
-TEST_F(RegistryFileTest, IsEmptyWithoutAFile)
-{
-    setenv("TINTWERK_REGISTRY", "/no/such/file", 1);
-    EXPECT_EQ("no key", Value("ConfigDir"));
-}
-
 } // namespace
 } // namespace tintwerk

@@ -47,30 +47,6 @@ protected:
     DebugLines trace;
 };
 
-TEST_F(PageTranslation, SetsTheListedControls)
-{
-    struct
-    {
-        const char* language;
-        const WCHAR* reset;
-        const WCHAR* simulate;
-        const WCHAR* header;
-    } const cases[] = {
-        {"en", TEXT("Reset counters"), TEXT("Simulate next job"), TEXT("Select ink counters:")},
-        {"de", TEXT("Z\u00E4hler zur\u00FCcksetzen"), TEXT("N\u00E4chsten Druckjob simulieren"),
-         TEXT("Verbrauchsz\u00E4hler ausw\u00E4hlen:")},
-    };
-    for (const auto& row : cases) {
-        InitStringTable(row.language);
-        const Page page{1214, 1118, 1225, 4711};
-        TranslateDialogPage(kConsumptionPage, page.window);
-        EXPECT_EQ(row.reset, page[1214]);
-        EXPECT_EQ(row.simulate, page[1118]);
-        EXPECT_EQ(row.header, page[1225]);
-        EXPECT_EQ(TEXT("template"), page[4711]) << "not listed";
-    }
-}
-
 TEST_F(PageTranslation, TracesOneTableRowPerTranslatedControl)
 {
     InitStringTable("en");

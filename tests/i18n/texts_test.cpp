@@ -22,15 +22,6 @@ TEST(Texts, ConvertFromUtf8)
     EXPECT_EQ(Text(), CopyWideFromUtf8("Gr\xFCn").get());
 }
 
-TEST(Texts, AreCopied)
-{
-    const WCHAR original[] = {'a', 'b', 0};
-    const WideText copy = CopyWideString(original);
-    EXPECT_NE(original, copy.get());
-    EXPECT_EQ(Text(TEXT("ab")), copy.get());
-    EXPECT_EQ(Text(), CopyWideString(nullptr).get());
-}
-
 TEST(Texts, FormatInThePortableNotation)
 {
     EXPECT_EQ(Text(TEXT("wide and narrow")),

@@ -58,22 +58,6 @@ TEST_F(Embedding, BindsTheControlsOfEveryTableRow)
     EXPECT_EQ(sheet.Page(kConsumption), GetParent(context.pages[kConsumption])) << "the pane";
 }
 
-TEST_F(Embedding, ShowsWhatThePpdSelects)
-{
-    sheet.Open(kMain);
-    sheet.Open(kColors);
-    sheet.Open(kScreenPrinting);
-    EXPECT_EQ(TEXT("[Photo_6]"), sheet.Chosen(kMain, 1073));
-    EXPECT_EQ(TEXT("[A4]"), sheet.Chosen(kMain, 1022));
-    EXPECT_EQ(TEXT("[photo_0]"), sheet.Chosen(kColors, 1111));
-    EXPECT_EQ(TEXT("50%"), TextOf(sheet.Control(kMain, 1093)));
-    EXPECT_EQ(TEXT("D65"), TextOf(sheet.Control(kColors, 1191)));
-    EXPECT_EQ(TEXT("45.5"), TextOf(sheet.Control(kScreenPrinting, 1244)));
-    EXPECT_EQ(TEXT("37.5"), TextOf(sheet.Control(kScreenPrinting, 1251)));
-    EXPECT_TRUE(Checked(sheet.Control(kMain, 12346)));
-    EXPECT_EQ(TEXT("Paper"), TextOf(sheet.Control(kMain, 1159))) << "and translates";
-}
-
 TEST_F(Embedding, ShowsBorderlessPrintingAsThePpdHasIt)
 {
     struct
@@ -224,19 +208,10 @@ TEST_F(Embedding, KeepsScreenPrintingAndColoursApart)
     }
 }
 
-TEST_F(Embedding, FillsTheConsumptionPaneFromThePrintersFile)
+TEST_F(Embedding, FindsTheNumbersOfTheTotals)
 {
-    const TempFile file("embedding.ink", "LastInk_K=200\nTotalInk_K=30000\nLastInk_C=100\n");
-    lstrcpyA(sheet.context.inkFilePath, file.path.c_str());
     sheet.Open(kConsumption);
     const HWND pane = sheet.context.pages[kConsumption];
-    EXPECT_EQ(TEXT("Black"), TextOf(GetDlgItem(pane, 3211)));
-    EXPECT_EQ(TEXT("2"), TextOf(GetDlgItem(pane, 3111)));
-    EXPECT_EQ(TEXT("3"), TextOf(GetDlgItem(pane, 3130)));
-    EXPECT_EQ(TEXT("Total:"), TextOf(GetDlgItem(pane, 1212)));
-    EXPECT_EQ(0x64000000, GetWindowLongPtrW(GetDlgItem(pane, 3011), GWLP_USERDATA));
-    EXPECT_EQ(0x3200FFFF, GetWindowLongPtrW(GetDlgItem(pane, 3012), GWLP_USERDATA));
-    EXPECT_FALSE(Shown(GetDlgItem(pane, 3213)));
     for (const auto& [slot, id] : {std::pair{8, 3127}, {9, 3128}, {10, 3119}, {11, 3129}})
         EXPECT_EQ(GetDlgItem(pane, id), sheet.context.consumption.totals.numbers[slot]) << id;
 }

@@ -113,22 +113,16 @@ TEST_F(PageEvents, WarnAboutAnIncompleteProfileOncePerChoice)
     ASSERT_EQ(1u, boxes.shown.size());
     EXPECT_EQ(sheet.sheet, boxes.shown[0].owner);
     EXPECT_EQ(TEXT("Attention:"), boxes.shown[0].caption);
+    EXPECT_EQ(TEXT("You have chosen an incomplete media profile without color data! This profile should only "
+                   "be used for printing color charts!"),
+              boxes.shown[0].text);
+    EXPECT_EQ(static_cast<UINT>(MB_OK | MB_ICONWARNING | MB_SYSTEMMODAL), boxes.shown[0].type);
     sheet.Choose(kMain, 1072, 0);
     EXPECT_EQ(1u, boxes.shown.size()) << "another popup";
     sheet.Choose(kMain, 1073, 2);
     EXPECT_EQ(2u, boxes.shown.size()) << "chosen again";
     sheet.Choose(kMain, 1073, 1);
     EXPECT_EQ(2u, boxes.shown.size()) << "a complete profile";
-}
-
-TEST_F(PageEvents, APopupWithoutAnOptionToWriteGoesBack)
-{
-    sheet.Open(kMain);
-    sheet.core.calls.clear();
-    sheet.Choose(kMain, 1073, -1);
-    EXPECT_TRUE(sheet.core.calls.empty());
-    EXPECT_EQ(0, sheet.context.popups.selections[kPopupMediaType]);
-    EXPECT_EQ(-1, SendMessageW(sheet.Control(kMain, 1073), CB_GETCURSEL, 0, 0));
 }
 
 TEST_F(PageEvents, TheColourModelChoosesTheColourSpacePopup)
@@ -225,14 +219,6 @@ TEST_F(PageEvents, ResetButtonZeroesTheCounters)
     sheet.Command(kConsumption, 1214, BN_CLICKED);
     EXPECT_EQ(TEXT("0"), TextOf(GetDlgItem(sheet.context.pages[kConsumption], 3111)));
     EXPECT_EQ("[Tintwerk_Ink_Info]\r\n[Last]\r\nLastInk_K=0\r\n", file.Content());
-}
-
-TEST_F(PageEvents, DoNothingForOtherControls)
-{
-    sheet.Open(kMain);
-    trace.Take();
-    HandlePageEvent(sheet.context, 1023);
-    EXPECT_EQ(std::vector<Text>{TEXT("UI:  Handle event #1023\n")}, trace.Take());
 }
 
 } // namespace

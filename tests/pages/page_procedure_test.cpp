@@ -411,7 +411,6 @@ TEST_F(PageProcedure, ShowsAnOemLogoInAReducedGui)
         const std::string line = "UI:  Load OEMlogo path= " + config + "\\oem\\" + row.file + "\r\n";
         const Text told(line.begin(), line.end());
         EXPECT_EQ(row.tried, trace.Contains(told.substr(0, 260).c_str())) // as long as a line can be
-
             << row.guiMode << row.file;
         EXPECT_EQ(row.logo, Picture(sheet.Control(kMain, 1238)) != nullptr) << row.guiMode << row.file;
         DestroyWindow(sheet.Page(kMain));

@@ -123,17 +123,6 @@ TEST(Edits, TellEveryChange)
     }
 }
 
-TEST(Edits, GiveTheirTextInEightBits)
-{
-    RecordingDialog dialog(kControls);
-    SetWindowTextW(dialog.Item(5), TEXT("45.5"));
-    char text[8] = "???????";
-    EXPECT_EQ(SendMessageA(dialog.Item(5), WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text)), 4);
-    EXPECT_STREQ(text, "45.5");
-    EXPECT_EQ(SendMessageA(dialog.Item(5), WM_GETTEXT, 3, reinterpret_cast<LPARAM>(text)), 2);
-    EXPECT_STREQ(text, "45");
-}
-
 class ComboBoxes : public testing::Test
 {
 protected:

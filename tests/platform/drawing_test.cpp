@@ -132,17 +132,5 @@ TEST(Pictures, ComeFromFiles)
     }
 }
 
-TEST(Pictures, ComeFromTheModule)
-{
-    const HINSTANCE module = GetModuleHandleW(nullptr);
-    const BitmapHandle logo(static_cast<HBITMAP>(LoadImageW(module, MAKEINTRESOURCEW(190), IMAGE_BITMAP, 0, 0,
-                                                            LR_LOADMAP3DCOLORS | LR_LOADTRANSPARENT)));
-    BITMAP size{};
-    EXPECT_NE(GetObjectW(logo.Get(), sizeof size, &size), 0);
-    EXPECT_EQ(size.bmWidth, 180);
-    EXPECT_EQ(size.bmHeight, 38);
-    EXPECT_EQ(LoadImageW(module, MAKEINTRESOURCEW(9999), IMAGE_BITMAP, 0, 0, 0), nullptr);
-}
-
 } // namespace
 } // namespace tintwerk

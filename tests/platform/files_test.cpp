@@ -23,7 +23,6 @@ protected:
     }
     ~FilesTest() override
     {
-        SetFileAttributesA(Path("a.txt").c_str(), FILE_ATTRIBUTE_NORMAL);
         DeleteFileA(Path("a.txt").c_str());
         EXPECT_TRUE(RemoveDirectoryA(directory.c_str()));
     }
@@ -56,16 +55,6 @@ protected:
 
     std::string directory;
 };
-
-TEST_F(FilesTest, ComeBackAsWritten)
-{
-    Write("one\r\ntwo");
-    EXPECT_EQ("one\r\ntwo", Content());
-    Write("x"); // shorter: nothing of the old text stays
-    EXPECT_EQ("x", Content());
-    EXPECT_EQ(DWORD{FILE_ATTRIBUTE_ARCHIVE}, GetFileAttributesA(Path("a.txt").c_str()));
-    EXPECT_TRUE(GetFileAttributesA(directory.c_str()) & FILE_ATTRIBUTE_DIRECTORY);
-}
 
 TEST_F(FilesTest, AreCutWhereThePositionStands)
 {
@@ -113,14 +102,6 @@ TEST_F(FilesTest, SayWhyTheyDoNotOpen)
     EXPECT_FALSE(CreateDirectoryA(directory.c_str(), nullptr));
     EXPECT_EQ(DWORD{ERROR_ALREADY_EXISTS}, GetLastError());
     EXPECT_FALSE(CloseHandle(nullptr));
-}
-
-TEST_F(FilesTest, CanBeMarkedReadOnly)
-{
-    Write("x");
-    ASSERT_TRUE(SetFileAttributesA(Path("a.txt").c_str(), FILE_ATTRIBUTE_READONLY));
-    EXPECT_TRUE(GetFileAttributesA(Path("a.txt").c_str()) & FILE_ATTRIBUTE_READONLY);
-    EXPECT_EQ("x", Content());
 }
 
 TEST_F(FilesTest, TellWhatWasReadOrWritten)

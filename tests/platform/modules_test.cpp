@@ -130,13 +130,5 @@ TEST(VersionInformation, IsQueriedByPath)
     }
 }
 
-TEST(VersionInformation, OfNoFileIsNothing)
-{
-    DWORD ignored = 7;
-    EXPECT_EQ(0u, GetFileVersionInfoSizeW(TEXT("C:\\no\\such\\module.dll"), &ignored));
-    BYTE data[16];
-    EXPECT_FALSE(GetFileVersionInfoW(TEXT("C:\\no\\such\\module.dll"), 0, sizeof data, data));
-}
-
 } // namespace
 } // namespace tintwerk

@@ -96,27 +96,6 @@ TEST_F(RegistryTest, KeepsTypesAndForgottenTerminators)
     }
 }
 
-TEST_F(RegistryTest, SpeaksSixteenBitsToo)
-{
-    ASSERT_EQ(ERROR_SUCCESS, Set("Text", REG_SZ, "abc", 4));
-    WCHAR buffer[8];
-    DWORD size = sizeof buffer, type = 0;
-    EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExW(key.Get(), TEXT("Text"), nullptr, &type,
-                                              reinterpret_cast<BYTE*>(buffer), &size));
-    EXPECT_EQ(8u, size);
-    EXPECT_EQ(std::basic_string<WCHAR>(TEXT("abc")), buffer);
-    size = 7;
-    EXPECT_EQ(ERROR_MORE_DATA, RegQueryValueExW(key.Get(), TEXT("Text"), nullptr, &type,
-                                                reinterpret_cast<BYTE*>(buffer), &size));
-    EXPECT_EQ(ERROR_SUCCESS, RegSetValueExW(key.Get(), TEXT("Text"), 0, REG_SZ,
-                                            reinterpret_cast<const BYTE*>(TEXT("wide")), 10));
-    char narrow[8];
-    size = sizeof narrow;
-    EXPECT_EQ(ERROR_SUCCESS,
-              RegQueryValueExA(key.Get(), "Text", nullptr, nullptr, reinterpret_cast<BYTE*>(narrow), &size));
-    EXPECT_STREQ("wide", narrow);
-}
-
 TEST_F(RegistryTest, SaysWhatIsNotThere)
 {
     RegistryKey other;

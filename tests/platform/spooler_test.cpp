@@ -41,11 +41,6 @@ class SpoolerTest : public testing::Test
 protected:
     ~SpoolerTest() override { StopMemorySpooler(); }
 
-    void AddJob(DWORD id, MemorySpooler::Job job)
-    {
-        TheMemorySpooler().FindPrinter(TEXT("Tintwerk P4"))->jobs[id] = std::move(job);
-    }
-
     void UsePrinter()
     {
         UseMemorySpooler();
@@ -89,49 +84,6 @@ TEST_F(SpoolerTest, DescribesPrinters)
     DWORD needed = 0;
     EXPECT_FALSE(GetPrinterW(Printer(), 77, nullptr, 0, &needed));
     EXPECT_EQ(DWORD{ERROR_INVALID_LEVEL}, GetLastError());
-}
-
-TEST_F(SpoolerTest, DescribesJobs)
-{
-    UsePrinter();
-    DEVMODEW devmode{};
-    devmode.dmSize = sizeof devmode;
-    const auto* const bytes = reinterpret_cast<const BYTE*>(&devmode);
-    AddJob(5, {TEXT("Poster"), {bytes, bytes + sizeof devmode}});
-    AddJob(6, {std::nullopt, {}});
-
-    const std::vector<BYTE> named = AskTwice([this](LPBYTE buffer, DWORD size, LPDWORD needed) {
-        return GetJobW(Printer(), 5, 2, buffer, size, needed);
-    });
-    const auto& job = *reinterpret_cast<const JOB_INFO_2W*>(named.data());
-    EXPECT_EQ(TEXT("Poster"), Text(job.pDocument));
-    ASSERT_TRUE(Inside(named, job.pDevMode));
-    EXPECT_EQ(sizeof devmode, job.pDevMode->dmSize);
-
-    const std::vector<BYTE> nameless = AskTwice([this](LPBYTE buffer, DWORD size, LPDWORD needed) {
-        return GetJobW(Printer(), 6, 2, buffer, size, needed);
-    });
-    EXPECT_EQ(nullptr, reinterpret_cast<const JOB_INFO_2W*>(nameless.data())->pDocument);
-    EXPECT_EQ(nullptr, reinterpret_cast<const JOB_INFO_2W*>(nameless.data())->pDevMode);
-    DWORD needed = 0;
-    EXPECT_FALSE(GetJobW(Printer(), 7, 2, nullptr, 0, &needed));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
-}
-
-TEST_F(SpoolerTest, DescribesDrivers)
-{
-    UsePrinter();
-    const std::vector<BYTE> four = AskTwice([this](LPBYTE buffer, DWORD size, LPDWORD needed) {
-        return GetPrinterDriverW(Printer(), nullptr, 4, buffer, size, needed);
-    });
-    const auto& driver = *reinterpret_cast<const DRIVER_INFO_4W*>(four.data());
-    EXPECT_EQ(TEXT("C:\\d\\p4.ppd"), Text(driver.pDataFile));
-    EXPECT_EQ(TEXT("C:\\d\\PSCRIPT5.DLL"), Text(driver.pDriverPath));
-    EXPECT_EQ(TEXT("C:\\d\\PS5UI.DLL"), Text(driver.pConfigFile));
-    std::vector<Text> files;
-    for (const WCHAR* file = driver.pDependentFiles; *file; file += lstrlenW(file) + 1)
-        files.emplace_back(file);
-    EXPECT_EQ((std::vector<Text>{TEXT("C:\\d\\PSTWUI.DLL"), TEXT("C:\\d\\PSTWDRV.DLL")}), files);
 }
 
 TEST_F(SpoolerTest, KnowsStandardAndAddedForms)

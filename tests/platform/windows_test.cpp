@@ -197,24 +197,5 @@ TEST(Dialogs, AnswerReturnAndEscape)
     EXPECT_THAT(dialog.During([] { Pump(); }), ElementsAre("command 2: 0"));
 }
 
-TEST(Dialogs, ModalOnesReturnWhatEndedThem)
-{
-    const auto procedure = [](HWND dialog, UINT message, WPARAM wParam, LPARAM) -> INT_PTR {
-        if (message == WM_INITDIALOG) PostMessageW(dialog, WM_COMMAND, IDOK, 0);
-        if (message == WM_COMMAND && LOWORD(wParam) == IDOK) EndDialog(dialog, 17);
-        return FALSE;
-    };
-    RecordingDialog owner(kControls);
-    const std::vector<WORD> words = DialogWords(kPopupDialog, 100, 50, kControls, true);
-    EXPECT_EQ(
-        DialogBoxIndirectParamW(GetModuleHandleW(nullptr), TemplateIn(words), owner.Item(12), procedure, 0),
-        17);
-    EXPECT_TRUE(IsWindowEnabled(owner.Window()));
-    const std::vector<WORD> unknown =
-        DialogWords(kPopupDialog, 100, 50, {{TEXT("NoSuchClass"), 1, 0, 0, 0, 10, 10}}, true);
-    EXPECT_EQ(DialogBoxIndirectParamW(GetModuleHandleW(nullptr), TemplateIn(unknown), nullptr, procedure, 0),
-              -1);
-}
-
 } // namespace
 } // namespace tintwerk

@@ -8,8 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "host/ppd/encoding.h"
-
 namespace tintwerk {
 namespace {
 
@@ -277,15 +275,6 @@ TEST(PpdReader, DecodesTranslationsFromTheFilesEncoding)
         ASSERT_TRUE(result);
         EXPECT_EQ(row.text, result.ppd->Features()[0].options[0].text) << row.encoding << " " << row.raw;
     }
-}
-
-TEST(PpdReader, KnowsUtf8)
-{
-    for (const char* good : {"", "a", "\xC2\x80", "\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\xF4\x8F\xBF\xBF"})
-        EXPECT_TRUE(IsUtf8(good)) << good;
-    for (const char* bad :
-         {"\x80", "\xC0\x80", "\xC3", "\xE2\x82", "\xE0\x80\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xFF"})
-        EXPECT_FALSE(IsUtf8(bad)) << testing::PrintToString(bad);
 }
 
 TEST(PpdReader, TakesTheTranslationsOfALanguage)

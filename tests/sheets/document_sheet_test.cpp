@@ -161,30 +161,6 @@ TEST_F(DocumentSheet, DescribesEveryPageAndKeepsItsHandle)
     EXPECT_EQ(static_cast<LONG_PTR>(100 + sheet.added.size()), sheet.Record().lastPageHandle);
 }
 
-TEST_F(DocumentSheet, FillsItsRecords)
-{
-    TestSheet sheet(&core, core.object);
-    sheet.Open();
-    const SheetRecord& record = sheet.Record();
-    EXPECT_EQ(core.object, record.coreObject);
-    EXPECT_EQ(&core, record.coreHelper);
-    EXPECT_EQ(sheet.parameters.hPrinter, record.printer);
-    EXPECT_EQ(sheet.parameters.hOEMHeap, record.heap);
-    EXPECT_EQ(&sheet.devmode, record.privateDevmode);
-    EXPECT_EQ(sheet.info.hComPropSheet, record.sheet);
-    EXPECT_EQ(sheet.info.pfnComPropSheet, record.sheetFunction);
-    EXPECT_EQ(&sheet.parameters, record.parameters);
-    EXPECT_EQ(42, record.printerNumber);
-
-    const SheetContext& context = *record.context;
-    EXPECT_EQ(core.object, context.core.object);
-    EXPECT_EQ(&core, context.core.helper);
-    EXPECT_EQ(sheet.parameters.hPrinter, context.core.printer);
-    EXPECT_EQ(sheet.parameters.hOEMHeap, context.core.heap);
-    EXPECT_STREQ("C:\\conf\\ink\\printer0042.ink", context.inkFilePath);
-    EXPECT_EQ(Text(TEXT("Proofer")), context.printerName);
-}
-
 TEST_F(DocumentSheet, CutsALongPrinterName)
 {
     TestSheet sheet(&core, core.object);

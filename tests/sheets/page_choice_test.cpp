@@ -1,26 +1,12 @@
-// The pure rules of the document sheet: page lists, GUI modes, logo names, printer numbers, ink file paths.
+// The pure rules of the document sheet: GUI modes, logo names, printer numbers, ink file paths.
 #include <gtest/gtest.h>
 
 #include "src/sheets/gui_features.h"
-#include "src/sheets/page_list.h"
 #include "src/sheets/printer_identity.h"
 #include "tests/sheets/scripted_core.h"
 
 namespace tintwerk {
 namespace {
-
-TEST(PageList, FollowsTheWindowsVersion)
-{
-    const struct
-    {
-        DWORD major, minor;
-        bool legacy;
-    } cases[] = {{0, 0, true},  {5, 2, true}, {6, 0, true},  {6, 1, false},
-                 {6, 3, false}, {5, 1, true}, {7, 0, false}, {10, 0, false}};
-    for (const auto& row : cases)
-        EXPECT_EQ(row.legacy, &ChoosePageList(row.major, row.minor, 0) == &kLegacyPages)
-            << row.major << "." << row.minor;
-}
 
 TEST(GuiMode, IsOneOrTwoCharactersBehindOem)
 {

@@ -25,19 +25,6 @@ protected:
     std::vector<Text> lines;
 };
 
-TEST_F(TraceTest, SpeaksTheWideDialect)
-{
-    EXPECT_EQ(1, Trace(TEXT("%s|%S|%ls|%#S|%.3S|%.2ls\r\n"), TEXT("wide"), "narrow", TEXT("long"), "alt", "cut off",
-                       TEXT("cut off")));
-    Trace(TEXT("%d|%#d|%x|%#x|%#lx|%.04d|%u|%%"), -5, 7, 255u, 0x80004005u, 16ul, 7, 4000000000u);
-    Trace(TEXT("%p"), reinterpret_cast<void*>(0x1234ABCDu));
-
-    ASSERT_EQ(3u, lines.size());
-    EXPECT_EQ(TEXT("wide|narrow|long|alt|cut|cu\r\n"), lines[0]);
-    EXPECT_EQ(TEXT("-5|7|ff|0x80004005|0x10|0007|4000000000|%"), lines[1]);
-    EXPECT_EQ(TEXT("000000001234ABCD"), lines[2]);
-}
-
 TEST_F(TraceTest, CutsAt260Characters)
 {
     for (const size_t length : {259u, 260u, 261u, 5000u}) {

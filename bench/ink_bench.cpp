@@ -45,6 +45,20 @@ void ParseLines(benchmark::State& state)
 }
 BENCHMARK(ParseLines)->Arg(40)->Arg(10000)->Arg(1000000);
 
+// What cutting lines cannot do without.
+void FindLineEnds(benchmark::State& state)
+{
+    const std::string text = CounterFile(state.range(0));
+    for (auto _ : state) {
+        int lines = 0;
+        for (size_t at = 0; (at = text.find('\n', at)) != text.npos; ++at)
+            ++lines;
+        benchmark::DoNotOptimize(lines);
+    }
+    state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(text.size()));
+}
+BENCHMARK(FindLineEnds)->Arg(40)->Arg(10000)->Arg(1000000);
+
 // Every line that counts is traced, which costs more than reading it.
 void ReadCounterFile(benchmark::State& state)
 {
@@ -74,6 +88,22 @@ void ReadEndlessLine(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * state.range(0));
 }
 BENCHMARK(ReadEndlessLine)->Arg(100000000)->Unit(benchmark::kMillisecond);
+
+// The same bytes through the same calls.
+void ReadBareFile(benchmark::State& state)
+{
+    const TempFile file("bench.ink", std::string(static_cast<size_t>(state.range(0)), 'x'));
+    for (auto _ : state) {
+        static char chunk[16384];
+        const HANDLE handle = CreateFileA(file.path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                                          nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+        for (DWORD bytes = 1; bytes;)
+            ReadFile(handle, chunk, sizeof chunk, &bytes, nullptr);
+        CloseHandle(handle);
+    }
+    state.SetBytesProcessed(state.iterations() * state.range(0));
+}
+BENCHMARK(ReadBareFile)->Arg(100000000)->Unit(benchmark::kMillisecond);
 
 void DrawTwelveChannels(benchmark::State& state)
 {

@@ -1,12 +1,10 @@
-// How long a page takes from its WM_INITDIALOG to the end of embedding, and how long the module takes to
-// load: the benchmarks that must run under Wine too, where Google Benchmark is not to be had. Prints its
-// columns.
+// How long a page takes from its WM_INITDIALOG to the end of embedding, on both targets; under Wine Google
+// Benchmark is not to be had. Prints its columns.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <vector>
 
-#include "platform/plugin_module.h"
 #include "tests/pages/open_sheet.h"
 
 namespace tintwerk {
@@ -57,18 +55,6 @@ void MeasurePages()
     }
 }
 
-// The DLL mapped, relocated and attached, and let go again; on Linux, where it is linked in, next to nothing.
-void MeasureLoading()
-{
-    std::vector<double> times;
-    for (int round = 0; round < kRounds; ++round) {
-        const Clock::time_point start = Clock::now();
-        if (!PluginModule()) return;
-        times.push_back(MicrosecondsSince(start));
-    }
-    Print("LoadAndUnload", times);
-}
-
 } // namespace
 } // namespace tintwerk
 
@@ -76,5 +62,4 @@ int main()
 {
     std::printf("%-32s %13s %12s\n", "Benchmark", "Time", "Iterations");
     tintwerk::MeasurePages();
-    tintwerk::MeasureLoading();
 }

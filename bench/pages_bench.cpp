@@ -18,6 +18,17 @@ void OpenPage(benchmark::State& state)
 }
 BENCHMARK(OpenPage)->DenseRange(0, kPageKinds - 1)->Unit(benchmark::kMicrosecond);
 
+// The window and its controls alone.
+void OpenBareDialog(benchmark::State& state)
+{
+    OpenSheet sheet;
+    const WCHAR* const name = MAKEINTRESOURCEW(kTemplates[state.range(0)]);
+    for (auto _ : state)
+        DestroyWindow(CreateDialogParamW(
+            Process().module, name, sheet.sheet, [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return 0; }, 0));
+}
+BENCHMARK(OpenBareDialog)->DenseRange(0, kPageKinds - 1)->Unit(benchmark::kMicrosecond);
+
 // The part of it that is the dialog procedure's, over controls that are there already.
 void InitialisePage(benchmark::State& state)
 {

@@ -46,7 +46,7 @@ bool PeImage::ReadHeaders()
     characteristics_ = Read<WORD>(headers, kOptional + 70);
     const DWORD directories = std::min<DWORD>(Read<DWORD>(headers, kOptional + 108), 16);
     for (DWORD i = 0; i < directories; ++i)
-        directories_.push_back(Read<DWORD>(headers, kOptional + 112 + 8 * i));
+        directories_.push_back(Read<DWORD>(headers, kOptional + 112 + std::size_t{8} * i));
     directories_.resize(16);
 
     const WORD sections = Read<WORD>(headers, 6);

@@ -66,7 +66,7 @@ std::string Arguments::Value(std::string_view option, std::string_view fallback)
 
 std::string Arguments::Required(std::string_view option) const
 {
-    const std::string value = Value(option);
+    std::string value = Value(option);
     if (value.empty())
         Misused("--" + std::string(option) + " is missing; tintwerk " + command_ +
                 " --help shows how it is called");
@@ -88,7 +88,7 @@ int Arguments::Number(std::string_view option, int fallback, int minimum, int ma
 std::string Arguments::OneOf(std::string_view option, std::string_view fallback,
                              std::span<const std::string_view> values) const
 {
-    const std::string value = Value(option, fallback);
+    std::string value = Value(option, fallback);
     if (!Has(option) || std::ranges::find(values, value) != values.end()) return value;
     std::string accepted;
     for (const std::string_view text : values)

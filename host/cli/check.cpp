@@ -123,7 +123,7 @@ private:
 
 std::string Coloured(Severity severity, bool coloured)
 {
-    const std::string text(TextOf(severity));
+    std::string text(TextOf(severity));
     if (!coloured) return text;
     const char* const colour = severity == Severity::Error     ? "\033[31m"
                                : severity == Severity::Warning ? "\033[33m"

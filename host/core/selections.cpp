@@ -12,7 +12,7 @@ namespace tintwerk {
 namespace {
 
 constexpr std::string_view kPrivateDevmode = "PrivateDevmode";
-constexpr std::size_t kMaxPrivateBytes = 64 * 1024;
+constexpr std::size_t kMaxPrivateBytes = std::size_t{64} * 1024;
 
 bool BytesFromHex(std::string_view digits, std::vector<unsigned char>& bytes)
 {

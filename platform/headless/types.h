@@ -69,9 +69,11 @@ using LPBOOL = BOOL*;
 // Handles are opaque and of distinct types, so that mixing them up does not compile.
 using HANDLE = void*;
 using LPHANDLE = HANDLE*;
+// NOLINTBEGIN(bugprone-macro-parentheses): a type's name
 #define DECLARE_HANDLE(name)                                                                                           \
     struct name##__;                                                                                                   \
     using name = name##__*
+// NOLINTEND(bugprone-macro-parentheses)
 DECLARE_HANDLE(HWND);
 DECLARE_HANDLE(HINSTANCE);
 using HMODULE = HINSTANCE;

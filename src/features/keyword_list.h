@@ -35,7 +35,7 @@ public:
             StopAtEnd();
             return *this;
         }
-        bool operator!=(const Iterator& other) const { return at_ != other.at_; }
+        bool operator!=(const Iterator&) const { return length_ != 0; } // the other one is the end
 
     private:
         void StopAtEnd()
@@ -43,7 +43,6 @@ public:
             const void* terminator =
                 at_ ? std::memchr(at_, 0, static_cast<std::size_t>(end_ - at_)) : nullptr;
             length_ = terminator ? static_cast<std::size_t>(static_cast<const char*>(terminator) - at_) : 0;
-            if (length_ == 0) at_ = nullptr;
         }
 
         const char* at_;

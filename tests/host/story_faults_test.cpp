@@ -15,6 +15,7 @@
 #include "platform/plugin_module.h"
 #include "platform/testing.h"
 #include "src/records/private_devmode.h"
+#include "src/records/process_values.h"
 
 namespace tintwerk {
 namespace {
@@ -46,12 +47,15 @@ class StoryFaults : public testing::Test
 protected:
     StoryFaults()
     {
+        Process().configDirectory[0] = 0; // where earlier sheets of this process kept their ink
         std::filesystem::copy(Sample("config"), config_.Path(), std::filesystem::copy_options::recursive);
         Play(kFirst);
         EXPECT_EQ(problem_, "");
         old_ = Stored();
         EXPECT_THAT(old_, testing::HasSubstr("PageSize=A3\n"));
     }
+
+    ~StoryFaults() override { Process().configDirectory[0] = 0; }
 
     // One run; `prepare` gets it before the sheet opens.
     void Play(const GivenSteps& given, const std::function<void(PrinterRun&)>& prepare = {})

@@ -60,6 +60,18 @@ public:
     int Windows() const;
 };
 
+// What this process holds of the system at one moment.
+struct ProcessUse
+{
+    int windows;
+    int gdiObjects; // these two grow by one an object; where they begin differs
+    int userObjects;
+    int handles; // of kernel objects
+    long long bytes;
+};
+
+ProcessUse UseOfProcess();
+
 struct StartedProcess
 {
     bool hasApplicationName;

@@ -1,26 +1,15 @@
 // The program's main job while something fails, one thing a run: it neither crashes nor leaks, and the
 // selections on the disk are always the old ones or the new ones, whole.
-#include "tests/host/program_fixture.h"
+#include "tests/host/whole_story.h"
 
 #include <cstdlib>
-#include <fstream>
-#include <functional>
 #include <iostream>
-#include <iterator>
-#include <map>
 
-#include "host/cli/printer_run.h"
-#include "host/cli/watchdog.h"
-#include "host/sheet/script_player.h"
-#include "platform/plugin_module.h"
 #include "platform/testing.h"
 #include "src/records/private_devmode.h"
-#include "src/records/process_values.h"
 
 namespace tintwerk {
 namespace {
-
-using GivenSteps = std::vector<std::pair<const char*, const char*>>;
 
 // Every kind of control, the pages without one, and both ways to apply.
 const GivenSteps kFirst{{"set", "halvBrightness=1"},  {"choose", "PageSize=A3"},
@@ -42,63 +31,16 @@ const GivenSteps kStory{{"page", "consumption"},
                         {"page", "correction"},
                         {"ok", ""}};
 
-class StoryFaults : public testing::Test
+class StoryFaults : public WholeStory
 {
 protected:
     StoryFaults()
     {
-        Process().configDirectory[0] = 0; // where earlier sheets of this process kept their ink
-        std::filesystem::copy(Sample("config"), config_.Path(), std::filesystem::copy_options::recursive);
         Play(kFirst);
         EXPECT_EQ(problem_, "");
         old_ = Stored();
         EXPECT_THAT(old_, testing::HasSubstr("PageSize=A3\n"));
     }
-
-    ~StoryFaults() override { Process().configDirectory[0] = 0; }
-
-    // One run; `prepare` gets it before the sheet opens.
-    void Play(const GivenSteps& given, const std::function<void(PrinterRun&)>& prepare = {})
-    {
-        const Watchdog watchdog(60, "the story took longer than a minute");
-        std::ostringstream out, err;
-        Output output{out, err};
-        kept_.reset();
-        refused_ = true; // of a run that ends before it counts
-        problem_.clear();
-        try {
-            const std::vector<std::string> words{"--ppd",        Sample("tintwerk-x12.ppd"),
-                                                 "--store",      store_.Text(),
-                                                 "--config-dir", config_.Text()};
-            PrinterRun printer(Arguments(words, PrinterOptions(), "preferences"), output);
-            if (prepare) prepare(printer);
-            PropertySheet sheet(printer.StartPlugin(), SheetKind::Preferences, printer.Name(),
-                                printer.Printer(), printer.IsGerman(), [&printer] { printer.Keep(); });
-            ScriptSettings settings;
-            for (const auto& [name, value] : given)
-                settings.steps.push_back(std::get<Step>(ParseStep(name, value)));
-            settings.pace = 1;
-            settings.confirmsQuestions = true;
-            settings.tell = [](const std::string&) {};
-            ScriptPlayer player(sheet, std::move(settings));
-            problem_ = sheet.Run();
-            problem_ += player.Problem() + printer.KeepProblem();
-            refused_ = printer.Core().Calls().Refused();
-            if (printer.Kept())
-                kept_.emplace(printer.KeptSelections().begin(), printer.KeptSelections().end());
-        } catch (const CommandError& error) {
-            problem_ = error.what();
-        } catch (const std::runtime_error& error) {
-            problem_ = error.what();
-        }
-    }
-
-    std::string Stored() const
-    {
-        std::ifstream in(StoreFile(), std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    std::filesystem::path StoreFile() const { return store_.Path() / "Tintwerk X12 0012.selections"; }
 
     // The old text, or what the core driver had selected when it was kept, to the last byte.
     void ExpectWholeSelections()
@@ -142,11 +84,7 @@ protected:
         }
     }
 
-    const PluginModule module_; // one process, many sheets: what is left to its end counts once
-    TemporaryFolder store_, config_;
-    std::string old_, problem_;
-    bool refused_ = false;
-    std::optional<std::map<std::string, std::string>> kept_;
+    std::string old_;
 };
 
 TEST_F(StoryFaults, HeapAllocation)

@@ -29,13 +29,17 @@ def shown(ns):
     return f"{ns:.3g} ns"
 
 
-def core(name):
-    """What the same calls cost when they are made straight to the core driver."""
-    return linux[name]["core_ns/call"] * linux[name]["calls"]
+def bare(name):
+    """What the same calls, made straight to the core driver, and the same trace lines cost."""
+    return linux[name]["core_ns/call"] * linux[name]["calls"] + linux[name]["lines"] * time_of("TraceOneLine")
+
+
+def calls(name):
+    return f"{linux[name]['calls']:.0f} core calls and {linux[name]['lines']:.0f} trace lines alone"
 
 
 def rate(name):
-    return f"{linux[name]['bytes_per_second'] / 1e6:.3g} MB/s"
+    return f"{linux[name]['bytes_per_second'] / 1e6:,.0f} MB/s"
 
 
 def row(what, figure, floor="", of=""):
@@ -49,16 +53,13 @@ def timed(what, ns, floor=None, of=""):
 row("what", "figure", "floor", "the floor is")
 row("---", "---:", "---:", "---")
 
-sample = linux["InitialReadOfTheSamplePrinter"]
-timed(f"first read of the sample printer, {sample['calls']:.0f} core calls", time_of("InitialReadOfTheSamplePrinter"),
-      core("InitialReadOfTheSamplePrinter"), "the same core calls alone")
-timed("`getPPDOptionSV`, no allocation", time_of("ReadOneFeature"), core("ReadOneFeature"), "the core call alone")
-timed("`SetOption`, no allocation", time_of("WriteOneFeature"), core("WriteOneFeature"), "the core call alone")
+for what, name in (("first read of the sample printer", "InitialReadOfTheSamplePrinter"),
+                   ("`getPPDOptionSV`, no allocation", "ReadOneFeature"), ("`SetOption`, no allocation", "WriteOneFeature")):
+    timed(what, time_of(name), bare(name), calls(name))
 pages = ["main", "colours", "correction", "consumption", "ink", "screen"]
 for position, page in enumerate(pages):
-    if linux[f"ApplyPage/{position}"].get("calls"):
-        timed(f"apply of the {page} page", time_of(f"ApplyPage/{position}"), core(f"ApplyPage/{position}"),
-              "its core calls alone")
+    timed(f"apply of the {page} page", time_of(f"ApplyPage/{position}"), bare(f"ApplyPage/{position}"),
+          calls(f"ApplyPage/{position}"))
 for what, name in ("sample printer", "OpenSamplePrinter"), ("80 options everywhere", "OpenLargePrinter"):
     timed(f"INIT and DESTROY, {what}", time_of(name), linux[name]["core_us"] * 1e3, "the core driver's part")
     row(f"memory of that sheet at its peak", f"{linux[name]['peak_bytes'] / 1024:.3g} KiB", "32.3 KiB",

@@ -1,6 +1,6 @@
 #include "platform/memory_spooler.h"
 
-#include <deque>
+#include <list>
 #include <mutex>
 
 #include "platform/function_hook.h"
@@ -9,11 +9,11 @@ namespace tintwerk {
 
 namespace {
 
-// Names that were opened; a handle points to its entry, which lives until the end.
+// Names that are open; a handle points to its entry.
 struct OpenNames
 {
     std::mutex mutex;
-    std::deque<MemorySpooler::Text> names;
+    std::list<MemorySpooler::Text> names;
 };
 
 OpenNames& Names()
@@ -43,9 +43,12 @@ BOOL WINAPI OpenInMemory(LPWSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSW)
     return TRUE;
 }
 
-BOOL WINAPI CloseInMemory(HANDLE)
+BOOL WINAPI CloseInMemory(HANDLE printer)
 {
-    return TRUE;
+    const std::lock_guard lock(Names().mutex);
+    if (Names().names.remove_if([printer](const auto& name) { return &name == printer; }) > 0) return TRUE;
+    SetLastError(ERROR_INVALID_HANDLE);
+    return FALSE;
 }
 
 BOOL WINAPI PrinterInMemory(HANDLE printer, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed)

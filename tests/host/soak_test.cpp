@@ -7,6 +7,7 @@
 
 #include "host/sheet/sheet_controls.h"
 #include "platform/testing.h"
+#include "tests/support/template_pictures.h"
 
 namespace tintwerk {
 namespace {
@@ -65,18 +66,6 @@ void Tell(const char* when, const ProcessUse& use)
     std::cout << when << ": " << use.windows << " windows, " << use.gdiObjects << " GDI and "
               << use.userObjects << " user objects, " << use.handles << " handles, " << use.bytes
               << " bytes\n";
-}
-
-// Bitmaps that the templates of the pages correction and ink control name. They go with their controls; Wine
-// forgets them.
-constexpr int kTemplatePictures = 9;
-
-int ForgottenByAStatic(HINSTANCE module)
-{
-    const int before = UseOfProcess().gdiObjects;
-    DestroyWindow(CreateWindowExW(0, WC_STATICW, TEXT("#176"), WS_POPUP | SS_BITMAP, 0, 0, 14, 10, nullptr,
-                                  nullptr, module, nullptr));
-    return UseOfProcess().gdiObjects - before;
 }
 
 // TINTWERK_SOAK in the environment is the number of sheets.

@@ -12,6 +12,7 @@
 #include "src/pages/slider_controls.h"
 #include "tests/pages/open_sheet.h"
 #include "tests/support/temp_file.h"
+#include "tests/support/template_pictures.h"
 
 namespace tintwerk {
 namespace {
@@ -284,14 +285,17 @@ TEST_F(Embedding, GivesBackEverythingThatItsPagesTook)
             DestroyWindow(page);
     };
     open();
-    const DWORD gdi = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
-    const DWORD user = GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS);
+    constexpr int kTimes = 34; // some 200 pages
+    const int forgotten = kTimes * kTemplatePictures * ForgottenByAStatic(Process().module);
+    const ProcessUse before = UseOfProcess();
     HeapWatch heap;
-    for (int time = 0; time < 34; ++time) // some 200 pages
+    for (int time = 0; time < kTimes; ++time)
         open();
-    EXPECT_EQ(gdi, GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS));
-    EXPECT_EQ(user, GetGuiResources(GetCurrentProcess(), GR_USEROBJECTS));
     EXPECT_EQ(0, heap.LiveBlocks());
+    const ProcessUse after = UseOfProcess();
+    EXPECT_EQ(before.windows, after.windows);
+    EXPECT_EQ(before.gdiObjects + forgotten, after.gdiObjects);
+    EXPECT_EQ(before.userObjects, after.userObjects);
 }
 
 } // namespace

@@ -463,8 +463,8 @@ TEST_F(PageProcedure, ShowsPicturesAndVersionsInThePrinterProperties)
     SheetRecord device{};
     PROPSHEETPAGEW page{};
     page.lParam = reinterpret_cast<LPARAM>(&device);
-    DWORD objects[2];
-    for (DWORD& left : objects) {
+    int objects[2];
+    for (int& left : objects) {
         const HWND window = CreateDialogParamW(Process().module, MAKEINTRESOURCEW(106), sheet.sheet,
                                                &DevicePageProc, reinterpret_cast<LPARAM>(&page));
         ASSERT_TRUE(window);
@@ -484,7 +484,7 @@ TEST_F(PageProcedure, ShowsPicturesAndVersionsInThePrinterProperties)
         sheet.Open(kMain);
         DestroyWindow(sheet.Page(kMain)); // takes the pictures of the process with it
         DestroyWindow(window);
-        left = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS);
+        left = UseOfProcess().gdiObjects;
     }
     EXPECT_EQ(objects[0], objects[1]);
     EXPECT_TRUE(trace.Contains(TEXT("UI:  INIT device\r\n")));

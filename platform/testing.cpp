@@ -79,7 +79,8 @@ struct FileState
     decltype(&ReadFile) read = nullptr;
     decltype(&WriteFile) write = nullptr;
     decltype(&FlushFileBuffers) flush = nullptr;
-    decltype(&MoveFileExW) move = nullptr;
+    decltype(&MoveFileExA) moveNarrow = nullptr;
+    decltype(&MoveFileExW) moveWide = nullptr;
     std::atomic<int> calls = 0;
     std::atomic<int> failing = 0; // the number of a call, counted as above
 
@@ -126,9 +127,14 @@ BOOL WINAPI WatchedFlush(HANDLE file)
     return !files.NextFails(ERROR_DISK_FULL) && files.flush(file);
 }
 
-BOOL WINAPI WatchedMove(LPCWSTR path, LPCWSTR newPath, DWORD flags)
+BOOL WINAPI WatchedMoveNarrow(LPCSTR path, LPCSTR newPath, DWORD flags)
 {
-    return !files.NextFails(ERROR_ACCESS_DENIED) && files.move(path, newPath, flags);
+    return !files.NextFails(ERROR_ACCESS_DENIED) && files.moveNarrow(path, newPath, flags);
+}
+
+BOOL WINAPI WatchedMoveWide(LPCWSTR path, LPCWSTR newPath, DWORD flags)
+{
+    return !files.NextFails(ERROR_ACCESS_DENIED) && files.moveWide(path, newPath, flags);
 }
 
 // --- Processes
@@ -226,13 +232,14 @@ FileWatch::FileWatch()
     files.read = ReplaceFunction("ReadFile", &WatchedRead);
     files.write = ReplaceFunction("WriteFile", &WatchedWrite);
     files.flush = ReplaceFunction("FlushFileBuffers", &WatchedFlush);
-    files.move = ReplaceFunction("MoveFileExW", &WatchedMove);
+    files.moveNarrow = ReplaceFunction("MoveFileExA", &WatchedMoveNarrow);
+    files.moveWide = ReplaceFunction("MoveFileExW", &WatchedMoveWide);
 }
 
 FileWatch::~FileWatch()
 {
-    for (const char* name :
-         {"CreateFileA", "CreateFileW", "ReadFile", "WriteFile", "FlushFileBuffers", "MoveFileExW"})
+    for (const char* name : {"CreateFileA", "CreateFileW", "ReadFile", "WriteFile", "FlushFileBuffers",
+                             "MoveFileExA", "MoveFileExW"})
         RestoreFunction(name);
 }
 

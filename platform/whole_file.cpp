@@ -11,13 +11,36 @@ namespace {
 
 using Path = std::filesystem::path;
 
+// Paths are kept in the platform's own characters, which elsewhere than on Windows are any bytes: they are
+// handed on as they are, never converted.
+[[maybe_unused]] HANDLE Create(const char* path, DWORD access, DWORD share, DWORD disposition)
+{
+    return CreateFileA(path, access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+[[maybe_unused]] HANDLE Create(const WCHAR* path, DWORD access, DWORD share, DWORD disposition)
+{
+    return CreateFileW(path, access, share, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+}
+
+constexpr DWORD kInOneStep = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+
+[[maybe_unused]] bool Move(const char* path, const char* newPath)
+{
+    return MoveFileExA(path, newPath, kInOneStep) != FALSE;
+}
+
+[[maybe_unused]] bool Move(const WCHAR* path, const WCHAR* newPath)
+{
+    return MoveFileExW(path, newPath, kInOneStep) != FALSE;
+}
+
 KernelHandle Open(const Path& file, DWORD access, DWORD disposition)
 {
     // While a file is read, another run may put a new one in its place; two runs never write the same one.
     const DWORD share =
         access == GENERIC_READ ? FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE : FILE_SHARE_READ;
-    const HANDLE handle = CreateFileW(file.string<WCHAR>().c_str(), access, share, nullptr, disposition,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE handle = Create(file.c_str(), access, share, disposition);
     return KernelHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
 
@@ -61,8 +84,7 @@ bool WriteWhole(const Path& file, std::string_view text)
 
 bool PutInPlace(const Path& fresh, const Path& file)
 {
-    return MoveFileExW(fresh.string<WCHAR>().c_str(), file.string<WCHAR>().c_str(),
-                       MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != FALSE;
+    return Move(fresh.c_str(), file.c_str());
 }
 
 } // namespace tintwerk

@@ -174,10 +174,15 @@ BOOL Flush(HANDLE file)
 }
 
 // A file of the new name makes way, as MOVEFILE_REPLACE_EXISTING asks.
-BOOL Rename(LPCWSTR name, LPCWSTR newName, DWORD)
+BOOL Rename(LPCSTR name, LPCSTR newName, DWORD)
 {
-    const std::string from = NativePath(Narrow(name));
-    return Result(std::rename(from.c_str(), NativePath(Narrow(newName)).c_str()), from);
+    const std::string from = NativePath(name);
+    return Result(std::rename(from.c_str(), NativePath(newName).c_str()), from);
+}
+
+BOOL RenameWide(LPCWSTR name, LPCWSTR newName, DWORD flags)
+{
+    return Rename(Narrow(name).c_str(), Narrow(newName).c_str(), flags);
 }
 
 BOOL EndHandle(HANDLE handle)
@@ -190,7 +195,8 @@ Hookable<OpenWideFile> createWideFile{"CreateFileW"};
 Hookable<ReadBytes> readFile{"ReadFile"};
 Hookable<WriteBytes> writeFile{"WriteFile"};
 Hookable<Flush> flushFile{"FlushFileBuffers"};
-Hookable<Rename> moveFile{"MoveFileExW"};
+Hookable<Rename> moveFile{"MoveFileExA"};
+Hookable<RenameWide> moveWideFile{"MoveFileExW"};
 Hookable<EndHandle> closeHandle{"CloseHandle"};
 
 } // namespace
@@ -245,9 +251,14 @@ BOOL FlushFileBuffers(HANDLE file)
     return flushFile(file);
 }
 
-BOOL MoveFileExW(LPCWSTR path, LPCWSTR newPath, DWORD flags)
+BOOL MoveFileExA(LPCSTR path, LPCSTR newPath, DWORD flags)
 {
     return moveFile(path, newPath, flags);
+}
+
+BOOL MoveFileExW(LPCWSTR path, LPCWSTR newPath, DWORD flags)
+{
+    return moveWideFile(path, newPath, flags);
 }
 
 BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size)

@@ -343,6 +343,7 @@ BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD bytes, LPDWORD written, LPOVER
 BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER position, DWORD method);
 BOOL SetEndOfFile(HANDLE file);
 BOOL FlushFileBuffers(HANDLE file);
+BOOL MoveFileExA(LPCSTR path, LPCSTR newPath, DWORD flags);
 BOOL MoveFileExW(LPCWSTR path, LPCWSTR newPath, DWORD flags);
 BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size);
 DWORD GetFileAttributesA(LPCSTR path);

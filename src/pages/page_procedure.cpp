@@ -29,8 +29,9 @@ namespace tintwerk {
 namespace {
 
 constexpr int kLogoControl = 1238;
-constexpr size_t kLogoPathBytes = std::size_t{2} * kRegistryTextBytes + sizeof "\\oem\\"; // whatever the lengths
-constexpr size_t kLogoNames = 250; // directory and file name together stay below
+constexpr size_t kLogoPathBytes =
+    std::size_t{2} * kRegistryTextBytes + sizeof "\\oem\\"; // whatever the lengths
+constexpr size_t kLogoNames = 250;                          // directory and file name together stay below
 constexpr int kScreenPrintingId = 1118;
 constexpr WPARAM kSheetPagesWithoutScreenPrinting[] = {2, 3, 5}; // colours, correction, ink control
 

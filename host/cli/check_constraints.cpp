@@ -6,8 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "src/bindings/popups.h"
-#include "src/features/constraints.h"
+#include "src/bindings/media_modes.h"
 #include "src/records/options.h"
 
 namespace tintwerk {
@@ -111,17 +110,20 @@ public:
         const PpdFeature* const media = ppd_.Find("MediaType");
         std::vector<std::string> withoutIntent, withoutModel;
         for (const PpdOption& option : media ? media->options : std::vector<PpdOption>()) {
-            const std::string keyword(option.keyword);
-            const int mode = MediaMode(keyword.c_str());
-            if (!OffersIntent(mode)) withoutIntent.push_back(keyword);
-            if (mode == 2 && !OffersUnmanagedModel()) withoutModel.push_back(keyword);
+            const MediaRules rules{MediaMode(option.keyword), Models(), ""};
+            if (!Offers("halvIntent", [&](std::string_view intent) { return rules.AllowIntent(intent); }))
+                withoutIntent.emplace_back(option.keyword);
+            if (!Offers("halvColorModel", [&](std::string_view model) { return rules.AllowModel(model); }))
+                withoutModel.emplace_back(option.keyword);
         }
         AddMedia(withoutIntent, "no option of halvIntent goes with this media mode");
         AddMedia(withoutModel,
                  "a profile without colour data takes RGB or CMYKproof, which halvColorModel lacks");
+        const MediaRules unmanaged{9, Models(), kNoIntent};
         const auto intents = ppd_.FindFeature("halvIntent");
-        if (intents && ppd_.FindOption(*intents, "none_0") && !HasFewModels() && !OffersUnmanagedModel())
-            Add(Severity::Error, "halvIntent", "none_0",
+        if (intents && ppd_.FindOption(*intents, kNoIntent) && unmanaged.AllowIntent(kNoIntent) &&
+            !Offers("halvColorModel", [&](std::string_view model) { return unmanaged.AllowModel(model); }))
+            Add(Severity::Error, "halvIntent", kNoIntent,
                 "none_0 leaves neither RGB nor CMYKproof in halvColorModel: its popup is left empty");
     }
 
@@ -174,25 +176,17 @@ private:
         }
     }
 
-    bool HasFewModels() const
+    int Models() const
     {
         const PpdFeature* const models = ppd_.Find("halvColorModel");
-        return !models || models->options.size() < 3;
+        return models ? static_cast<int>(ShownOptions(*models)) : 0;
     }
 
-    bool OffersUnmanagedModel() const
+    // Whether a popup keeps an option; one without a feature has nothing to lose.
+    template <typename Allowed> bool Offers(std::string_view feature, Allowed allowed) const
     {
-        const auto models = ppd_.FindFeature("halvColorModel");
-        return !models || ppd_.FindOption(*models, "RGB") || ppd_.FindOption(*models, "CMYKproof");
-    }
-
-    bool OffersIntent(int mode) const
-    {
-        const PpdFeature* const intents = ppd_.Find("halvIntent");
-        return !intents || std::ranges::any_of(intents->options, [&](const PpdOption& intent) {
-            return MediaMode(std::string(intent.keyword).c_str()) <= mode &&
-                   !(HasFewModels() && intent.keyword == "none_0");
-        });
+        const PpdFeature* const found = ppd_.Find(feature);
+        return !found || std::ranges::any_of(found->options, allowed, &PpdOption::keyword);
     }
 
     const Ppd& ppd_;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <map>
 #include <optional>
 #include <set>
@@ -14,9 +13,13 @@
 #include "host/core/wide_text.h"
 #include "host/sheet/script.h"
 #include "platform/owners.h"
+#include "src/bindings/advanced_features.h"
+#include "src/bindings/borderless_sizes.h"
+#include "src/bindings/cartridge_codes.h"
 #include "src/bindings/cartridges.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/number_fields.h"
+#include "src/bindings/option_number.h"
 #include "src/bindings/popups.h"
 #include "src/bindings/sliders.h"
 #include "src/sheets/advanced_rows.h"
@@ -25,25 +28,11 @@ namespace tintwerk {
 
 namespace {
 
-constexpr std::size_t kLongestFeature = 254;    // of one request to the core driver
-constexpr std::size_t kLongestPair = 508;       // feature and option together, of one change
-constexpr std::size_t kLongestOption = 255;     // that is recognised as the selected one
-constexpr std::size_t kLongestText = 511;       // of an option, of one reply of the core driver
-constexpr std::size_t kLongestPairedSize = 118; // from here on a page size has no borderless twin
-constexpr int kScreenModes = 7;                 // off, and three halftones with and without multi-black
-
-// An option keyword as the number that it stands for.
-std::optional<int> NumberOf(std::string_view keyword)
-{
-    if (keyword.find("-off") != std::string_view::npos) return 0;
-    if (keyword.find("-on") != std::string_view::npos) return 1;
-    while (keyword.starts_with(' '))
-        keyword.remove_prefix(1);
-    if (keyword.starts_with('+') && !keyword.starts_with("+-")) keyword.remove_prefix(1);
-    int number = 0;
-    const auto [end, error] = std::from_chars(keyword.data(), keyword.data() + keyword.size(), number);
-    return error == std::errc() ? std::optional(number) : std::nullopt;
-}
+constexpr std::size_t kLongestFeature = 254; // of one request to the core driver
+constexpr std::size_t kLongestPair = 508;    // feature and option together, of one change
+constexpr std::size_t kLongestOption = 255;  // that is recognised as the selected one
+constexpr std::size_t kLongestText = 511;    // of an option, of one reply of the core driver
+constexpr int kScreenModes = 7;              // off, and three halftones with and without multi-black
 
 std::string Joined(const std::vector<std::string>& texts, std::size_t most = 6)
 {
@@ -139,7 +128,7 @@ private:
     void CheckNumbers(const PpdFeature& feature, const std::string& control)
     {
         for (const PpdOption& option : feature.options) {
-            if (!NumberOf(option.keyword))
+            if (!OptionNumber(option.keyword))
                 Add(Severity::Error, feature.keyword, option.keyword,
                     "the option " + std::string(option.keyword) + " is no number; " + control);
         }
@@ -155,7 +144,7 @@ private:
         CheckNumbers(*feature, "the slider cannot stand for it");
         std::set<int> offered;
         for (const PpdOption& option : feature->options) {
-            const std::optional<int> value = NumberOf(option.keyword);
+            const std::optional<int> value = OptionNumber(option.keyword);
             if (!value) continue;
             offered.insert(*value);
             const int position = PositionOf(row, *value);
@@ -243,39 +232,19 @@ private:
 
     void CheckBorderless()
     {
-        const PpdFeature* const sizes = ppd_.Find("PageSize");
-        for (const PpdOption& size : sizes ? sizes->options : std::vector<PpdOption>()) {
-            if (size.keyword.starts_with("Custom") || !IsBorderless(size.keyword)) continue;
-            const bool twin = std::ranges::any_of(sizes->options, [&](const PpdOption& normal) {
-                const auto isTwin = [&](const PpdOption& other) {
-                    return IsTwin(other.keyword, normal.keyword);
-                };
-                return !IsBorderless(normal.keyword) &&
-                       isTwin(size) && // only the first of two twins is paired
-                       std::ranges::find_if(sizes->options, isTwin)->keyword == size.keyword;
-            });
-            if (!twin)
-                Add(Severity::Warning, "PageSize", size.keyword,
-                    std::string(size.keyword) + " is the borderless twin of no size: it stands in the list " +
+        const PpdFeature* const feature = ppd_.Find("PageSize");
+        std::vector<std::string_view> sizes;
+        for (std::size_t i = 0; feature && i < std::min<std::size_t>(feature->options.size(), kMaxOptions);
+             ++i)
+            sizes.push_back(feature->options[i].keyword);
+        std::vector<int> statuses(sizes.size());
+        PairBorderlessSizes(sizes, statuses);
+        for (std::size_t i = 0; i < sizes.size(); ++i) {
+            if (statuses[i] == kBorderlessOnlySize)
+                Add(Severity::Warning, "PageSize", sizes[i],
+                    std::string(sizes[i]) + " is the borderless twin of no size: it stands in the list " +
                         "by itself, with the borderless box checked and disabled");
         }
-    }
-
-    static bool IsBorderless(std::string_view size)
-    {
-        return size.find("Borderless") != std::string_view::npos ||
-               size.find("borderless") != std::string_view::npos;
-    }
-
-    static bool IsTwin(std::string_view borderless, std::string_view normal)
-    {
-        const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; };
-        const auto equals = [&](const std::string& name) {
-            return std::ranges::equal(borderless, name, {}, lower, lower);
-        };
-        const std::string keyword(normal);
-        return normal.size() < kLongestPairedSize && !normal.starts_with("Custom") &&
-               (equals(keyword + "Borderless") || equals("borderless" + keyword));
     }
 
     void CheckCartridgeColors()
@@ -288,25 +257,23 @@ private:
                 "the option CartridgeColors, whose text lists the colours, is missing");
             return;
         }
-        std::size_t codes = 0;
-        std::string_view rest = feature->options[*colors].text;
-        for (bool more = true; more; ++codes) {
-            const std::size_t comma = rest.find(',');
-            const std::string code(rest.substr(0, comma));
-            if (!FindCartridgeColor(WideFromUtf8(code).c_str()))
+        const WideString list = WideFromUtf8(feature->options[*colors].text);
+        CartridgeCodes codes(WideView(list).substr(0, kCartridgeColorUnits - 1));
+        std::size_t count = 0;
+        for (; codes.GoesOn(); ++count) {
+            const WideString code(codes.Next());
+            if (!FindCartridgeColor(code.c_str()))
                 Add(Severity::Warning, feature->keyword, "CartridgeColors",
-                    "the colour code \"" + code + "\" has no picture");
-            more = comma != std::string_view::npos;
-            rest.remove_prefix(more ? comma + 1 : rest.size());
+                    "the colour code \"" + Utf8FromWide(code) + "\" has no picture");
         }
         std::size_t slots = 0; // up to the last cartridge that is offered
         for (int row = 0; row < kCartridgeRows; ++row) {
             if (ppd_.Find(kCheckBoxTable[kCheckCartridge0 + row].keyword))
                 slots = static_cast<std::size_t>(row) + 1;
         }
-        if (codes < slots)
+        if (count < slots)
             Add(Severity::Warning, feature->keyword, "CartridgeColors",
-                std::to_string(codes) + " colour codes for " + std::to_string(slots) +
+                std::to_string(count) + " colour codes for " + std::to_string(slots) +
                     " cartridges: the last code is repeated");
     }
 
@@ -356,13 +323,13 @@ private:
             Add(Severity::Error, "", "",
                 "there is no advanced page: the features' keywords have more than " +
                     std::to_string(kFeatureListBytes) + " characters together");
-        std::array<std::vector<std::string>, 4> groups;
+        std::array<std::vector<std::string>, std::size(kAdvancedGroups)> groups;
         std::vector<std::string> leftOut;
         for (const PpdFeature& feature : ppd_.Features()) {
-            const AdvancedGroup group = AdvancedGroupOf(feature.keyword);
-            if (group == AdvancedGroup::None || !listed) continue;
+            const AdvancedGroup* const group = AdvancedGroupOf(feature.keyword);
+            if (!group || !listed) continue;
             const std::string keyword(feature.keyword);
-            (listed->contains(keyword) ? groups[static_cast<std::size_t>(group)] : leftOut)
+            (listed->contains(keyword) ? groups[static_cast<std::size_t>(group - kAdvancedGroups)] : leftOut)
                 .push_back(keyword);
         }
         if (!leftOut.empty())
@@ -370,12 +337,10 @@ private:
                 "the advanced page is full (" + std::to_string(kMaxAdvancedStrings) +
                     " features and groups, or " + std::to_string(kAdvancedWorkBytes) +
                     " bytes of texts); it leaves out: " + Joined(leftOut));
-        constexpr std::array<const char*, 4> kGroups{"", "Printer Options", "Advanced Settings",
-                                                     "Special Settings DTF Printing"};
-        for (std::size_t group = 1; group < groups.size(); ++group) {
+        for (std::size_t group = 0; group < groups.size(); ++group) {
             if (!groups[group].empty())
                 Add(Severity::Note, "", "",
-                    std::string("the advanced page lists under \"") + kGroups[group] +
+                    std::string("the advanced page lists under \"") + kAdvancedGroups[group].title +
                         "\": " + Joined(groups[group], 20));
         }
     }

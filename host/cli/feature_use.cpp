@@ -1,13 +1,14 @@
 #include "host/cli/feature_use.h"
 
-#include <algorithm>
 #include <array>
 
 #include "host/sheet/script.h"
+#include "src/bindings/advanced_features.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/number_fields.h"
 #include "src/bindings/popups.h"
 #include "src/bindings/sliders.h"
+#include "src/sheets/layout_items.h"
 
 namespace tintwerk {
 
@@ -17,15 +18,6 @@ std::string PageText(DWORD tabBit)
 {
     return std::string(TextOf(PageOfTab(tabBit)));
 }
-
-constexpr std::array<std::string_view, 4> kLayoutFeatures{"%Orientation", "%PageOrder", "Duplex",
-                                                          "%PagePerSheet"};
-constexpr std::array<std::string_view, 4> kSpecialFeatures{"halvMirror", "halvAutorotateOnRoll",
-                                                           "halvDuplexadvanced", "halvDuplexAdjust"};
-constexpr std::array<std::string_view, 8> kScreenPageFeatures{
-    "halvScreenmode", "halvScreenInksaturation", "halvScreenShape", "halvScreenCartridge",
-    "halvScreenLPI",  "halvScreenLPI2",          "halvScreenAngle", "halvScreenAngle2"};
-constexpr std::size_t kExclusionLength = 19; // characters that decide whether a keyword is excluded
 
 struct Behaviour
 {
@@ -39,23 +31,7 @@ constexpr std::array<Behaviour, 5> kBehaviours{{
     {"halvCartridgeColors", "names the inks on the screen printing page"},
 }};
 
-bool IsOfScreenPage(std::string_view feature)
-{
-    return std::ranges::any_of(kScreenPageFeatures, [&](std::string_view excluded) {
-        return feature.substr(0, kExclusionLength) == excluded.substr(0, kExclusionLength);
-    });
-}
-
 } // namespace
-
-AdvancedGroup AdvancedGroupOf(std::string_view feature)
-{
-    if (feature.starts_with("halvSetting")) return AdvancedGroup::PrinterOptions;
-    if (std::ranges::find(kSpecialFeatures, feature) != kSpecialFeatures.end())
-        return AdvancedGroup::AdvancedSettings;
-    if (feature.starts_with("halvScreen") && !IsOfScreenPage(feature)) return AdvancedGroup::AdvancedSettings;
-    return feature.starts_with("halvDTF") ? AdvancedGroup::Dtf : AdvancedGroup::None;
-}
 
 FeatureUseInfo UseOfFeature(std::string_view feature)
 {
@@ -76,10 +52,10 @@ FeatureUseInfo UseOfFeature(std::string_view feature)
         if (row.controlId && row.keyword[0] && feature == WithoutAsterisk(row.keyword))
             return {FeatureUse::Popup, PageText(row.tabBit), "popup"};
     }
-    if (std::ranges::find(kLayoutFeatures, feature) != kLayoutFeatures.end())
-        return {FeatureUse::LayoutItem, "layout", "layout item"};
-    if (AdvancedGroupOf(feature) != AdvancedGroup::None)
-        return {FeatureUse::AdvancedItem, "advanced", "advanced item"};
+    for (const SourceEntry& entry : SourceList(kLayoutRows)) {
+        if (feature == entry.row->name) return {FeatureUse::LayoutItem, "layout", "layout item"};
+    }
+    if (AdvancedGroupOf(feature)) return {FeatureUse::AdvancedItem, "advanced", "advanced item"};
     for (const Behaviour& row : kBehaviours) {
         if (feature == row.feature) return {FeatureUse::Behaviour, "", std::string(row.text)};
     }

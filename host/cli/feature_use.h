@@ -28,14 +28,4 @@ struct FeatureUseInfo
 
 FeatureUseInfo UseOfFeature(std::string_view feature);
 
-// Whether the advanced page lists the feature, and in which group.
-enum class AdvancedGroup
-{
-    None,
-    PrinterOptions,
-    AdvancedSettings,
-    Dtf
-};
-AdvancedGroup AdvancedGroupOf(std::string_view feature);
-
 } // namespace tintwerk

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "src/bindings/media_modes.h"
 #include "src/bindings/popups.h"
 #include "src/bindings/sliders.h"
 #include "src/features/control_values.h"
@@ -18,12 +19,6 @@ namespace tintwerk {
 namespace {
 
 constexpr DWORD kConstrainedBytes = 8192; // of the list of all forbidden options of a feature
-constexpr int kIncompleteProfile = 2;     // media mode of a profile without colour data
-constexpr int kUcrMode = 4;               // from here on black usage can be set
-constexpr int kBrightCyanMode = 5;        // exactly this one: one control for both bright inks
-constexpr int kBrightMagentaMode = 6;
-constexpr int kFewModels = 3;
-constexpr char kNoIntent[] = "none_0"; // no colour management
 
 // Sliders and popups that a profile without colour data leaves nothing to do.
 constexpr SliderRow kColorDataSliders[] = {
@@ -91,22 +86,6 @@ bool IsForbidden(const CoreArea& core, int row, const char* feature, const char*
             return true;
     return false;
 }
-
-struct MenuRules
-{
-    int mediaMode;
-    bool fewModels;        // too few colour models to do without colour management
-    bool withoutColorData; // only the models that work without it
-
-    bool AllowIntent(const char* intent) const
-    {
-        return !(fewModels && Equal(intent, kNoIntent)) && MediaMode(intent) <= mediaMode;
-    }
-    bool AllowModel(const char* model) const
-    {
-        return !withoutColorData || Equal(model, "RGB") || Equal(model, "CMYKproof");
-    }
-};
 
 void Enable(HWND window, bool enable)
 {
@@ -185,15 +164,14 @@ void checkAvailabilityforMenus(SheetContext& context, int row)
     const int mediaType = std::max(context.popups.selections[kPopupMediaType], 1);
     TraceFormatted("checkAvailabilityforMenus: item=kPOP_MEDIATYPE, selection=%d\n", mediaType);
     const char* const media = SelectedKeyword(context, kPopupMediaType, mediaType);
-    const int mode = MediaMode(media);
+    const int mode = MediaMode(OrEmpty(media));
     TraceFormatted("got MediaMode: %d - %.100s\n", mode, OrEmpty(media));
     if (!combo) return;
     context.popups.selections[kPopupMediaType] = mediaType;
     TraceFormatted("Availabilitycheck - Mediamode = %d\n", mode);
 
-    const MenuRules rules{mode, CountOptions(PopupList(context, kPopupColorModel)) < kFewModels,
-                          mode == kIncompleteProfile ||
-                              Equal(OrEmpty(SelectedKeyword(context, kPopupIntent)), kNoIntent)};
+    const MediaRules rules{mode, CountOptions(PopupList(context, kPopupColorModel)),
+                           OrEmpty(SelectedKeyword(context, kPopupIntent))};
     const OptionEntry* const list = PopupList(context, row);
     const int count = CountOptions(list);
     int available[kMaxOptions] = {};
@@ -216,7 +194,7 @@ void checkAvailabilityforMenus(SheetContext& context, int row)
 
 void UpdateMediaModeControls(SheetContext& context, int controlId)
 {
-    const int mode = MediaMode(SelectedKeyword(context, kPopupMediaType));
+    const int mode = MediaMode(OrEmpty(SelectedKeyword(context, kPopupMediaType)));
     const bool hasColorData = mode != kIncompleteProfile;
     const auto& sliders = context.sliders.windows;
     Enable(sliders[kSliderBrightC], mode >= kBrightCyanMode);

@@ -7,15 +7,6 @@ namespace tintwerk {
 
 inline constexpr int kMediaTypePopupId = 1073;
 
-// The media mode that an option keyword of *MediaType or *halvIntent carries: its last digit, 0 without one.
-constexpr int MediaMode(const char* keyword)
-{
-    if (!keyword || !*keyword) return 0;
-    while (keyword[1])
-        ++keyword;
-    return *keyword >= '0' && *keyword <= '9' ? *keyword - '0' : 0;
-}
-
 // Refills the popup of kPopupMediaType or kPopupResolution without the options that the core driver's
 // constraints forbid.
 void CheckConstraints(SheetContext& context, int row);

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstring>
-#include <limits>
 
+#include "src/bindings/option_number.h"
 #include "src/bindings/popups.h"
 #include "src/features/keyword_list.h"
 #include "src/trace/trace.h"
@@ -14,16 +14,6 @@ namespace {
 
 constexpr size_t kPairBytes = 512; // one more than the longest pair list that is sent
 constexpr int kDoesNotFit = -1;
-
-constexpr bool IsBlank(char c)
-{
-    return c == ' ' || (c >= '\t' && c <= '\r');
-}
-
-constexpr bool IsDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
 
 } // namespace
 
@@ -81,30 +71,6 @@ int SetOption(const SheetContext& context, const char* feature, const char* opti
     return result;
 }
 
-bool OptionNumber(const char* option, int* value)
-{
-    *value = 0;
-    if (std::strstr(option, "-off")) return true;
-    if (std::strstr(option, "-on")) {
-        *value = 1;
-        return true;
-    }
-
-    while (IsBlank(*option))
-        ++option;
-    const bool negative = *option == '-';
-    if (negative || *option == '+') ++option;
-    if (!IsDigit(*option)) return false;
-
-    constexpr long long kFarEnough = 1LL << 32;
-    long long number = 0;
-    for (; IsDigit(*option); ++option)
-        number = std::min(number * 10 + (*option - '0'), kFarEnough);
-    *value = static_cast<int>(std::clamp<long long>(
-        negative ? -number : number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
-    return true;
-}
-
 HRESULT getPPDOptionSV(const SheetContext& context, const char* feature, int* value, char* buffer, int size)
 {
     SelectedOption selected;
@@ -122,7 +88,9 @@ HRESULT getPPDOptionSV(const SheetContext& context, const char* feature, int* va
         CopyKeyword(buffer, size, selected.option);
         return S_OK;
     }
-    return OptionNumber(selected.option, value) ? S_OK : E_FAIL;
+    const std::optional<int> number = OptionNumber(selected.option);
+    *value = number.value_or(0);
+    return number ? S_OK : E_FAIL;
 }
 
 } // namespace tintwerk

@@ -35,9 +35,4 @@ int SetOption(const SheetContext& context, const char* feature, const char* opti
 // *value. Returns 0 or E_FAIL, which callers take as "not available".
 HRESULT getPPDOptionSV(const SheetContext& context, const char* feature, int* value, char* buffer, int size);
 
-// The number that an option keyword stands for: "-off" anywhere is 0, "-on" anywhere is 1, else a decimal
-// integer from its start. False when there is none; *value is 0 then. Values beyond 32 bits end at the ends
-// of 32 bits.
-bool OptionNumber(const char* option, int* value);
-
 } // namespace tintwerk

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "src/bindings/borderless_sizes.h"
 #include "src/bindings/current_values.h"
 #include "src/bindings/number_fields.h"
 #include "src/bindings/popups.h"
@@ -13,43 +14,6 @@
 namespace tintwerk {
 
 namespace {
-
-constexpr std::string_view kCustomPrefix = "Custom";
-constexpr std::string_view kTwinSuffix = "Borderless"; // of a size that ends like this
-constexpr std::string_view kTwinPrefix = "borderless"; // of a size that begins like this
-constexpr size_t kLongestPairedKeyword = 117;
-
-constexpr char LowerCase(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
-bool EqualIgnoringCase(std::string_view a, std::string_view b)
-{
-    return std::ranges::equal(a, b, {}, LowerCase, LowerCase);
-}
-
-// Whether a size is the borderless twin of the normal one, whatever the case of either name.
-bool IsTwin(std::string_view size, std::string_view normal)
-{
-    if (size.size() != normal.size() + kTwinSuffix.size()) return false;
-    const auto matches = [size](std::string_view front, std::string_view back) {
-        return EqualIgnoringCase({size.data(), front.size()}, front) &&
-               EqualIgnoringCase({size.data() + front.size(), back.size()}, back);
-    };
-    return matches(normal, kTwinSuffix) || matches(kTwinPrefix, normal);
-}
-
-int StatusOf(std::span<const std::string_view> sizes, std::string_view size)
-{
-    if (size.starts_with(kCustomPrefix)) return kCustomSize;
-    if (size.find(kTwinSuffix) != size.npos || size.find(kTwinPrefix) != size.npos)
-        return kBorderlessOnlySize;
-    if (size.size() > kLongestPairedKeyword) return kNormalSize;
-    const auto twin =
-        std::ranges::find_if(sizes, [size](std::string_view other) { return IsTwin(other, size); });
-    return twin != sizes.end() ? static_cast<int>(twin - sizes.begin()) + 1 : kNormalSize;
-}
 
 void ReadSliders(SheetContext& context)
 {
@@ -91,14 +55,6 @@ void ReadNumberFields(SheetContext& context)
 }
 
 } // namespace
-
-void PairBorderlessSizes(std::span<const std::string_view> sizes, std::span<int> statuses)
-{
-    for (size_t i = 0; i < sizes.size(); ++i)
-        statuses[i] = StatusOf(sizes, sizes[i]);
-    for (size_t i = 0; i < sizes.size(); ++i)
-        if (statuses[i] > 0) statuses[static_cast<size_t>(statuses[i] - 1)] = kBorderlessTwin;
-}
 
 void CreateBorderlessList(SheetContext& context)
 {

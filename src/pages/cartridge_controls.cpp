@@ -1,9 +1,9 @@
 #include "src/pages/cartridge_controls.h"
 
+#include "src/bindings/cartridge_codes.h"
 #include "src/bindings/cartridges.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/current_values.h"
-#include "src/pages/cartridge_codes.h"
 #include "src/pages/page_controls.h"
 #include "src/pages/pictures.h"
 #include "src/records/process_values.h"

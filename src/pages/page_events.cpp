@@ -1,5 +1,6 @@
 #include "src/pages/page_events.h"
 
+#include "src/bindings/borderless_sizes.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/current_values.h"
 #include "src/bindings/popups.h"

@@ -1,9 +1,9 @@
 #include "src/sheets/advanced_keywords.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
+#include "src/bindings/advanced_features.h"
 #include "src/features/keyword_list.h"
 #include "src/i18n/string_table.h"
 #include "src/trace/trace.h"
@@ -11,33 +11,6 @@
 namespace tintwerk {
 
 namespace {
-
-// Belong to the advanced page by name; whether the printer has them shows when their options are read.
-constexpr const char* kSpecialFeatures[] = {
-    "halvMirror",
-    "halvAutorotateOnRoll",
-    "halvDuplexadvanced",
-    "halvDuplexAdjust",
-};
-
-// Have controls of their own on the screen printing page.
-constexpr const char* kScreenPrintingFeatures[] = {
-    "halvScreenmode", "halvScreenInksaturation", "halvScreenShape", "halvScreenCartridge",
-    "halvScreenLPI",  "halvScreenLPI2",          "halvScreenAngle", "halvScreenAngle2",
-};
-constexpr SIZE_T kComparedCharacters = 19; // of a screen printing keyword
-
-bool BeginsWith(const char* keyword, const char* prefix)
-{
-    return std::strncmp(keyword, prefix, std::strlen(prefix)) == 0;
-}
-
-bool IsOnScreenPrintingPage(const char* keyword)
-{
-    return std::ranges::any_of(kScreenPrintingFeatures, [keyword](const char* excluded) {
-        return std::strncmp(keyword, excluded, kComparedCharacters) == 0;
-    });
-}
 
 bool Append(AdvancedKeywords& keywords, const char* text)
 {
@@ -49,43 +22,28 @@ bool Append(AdvancedKeywords& keywords, const char* text)
     return true;
 }
 
-void AppendHeader(AdvancedKeywords& keywords, const char* english, int characters)
+void AppendHeader(AdvancedKeywords& keywords, const AdvancedGroup& group)
 {
     char header[64];
-    std::snprintf(header, sizeof(header), "+%.*s", characters, FindDefaultString(english, 1));
+    std::snprintf(header, sizeof(header), "+%.*s", group.titleLength, FindDefaultString(group.title, 1));
     Append(keywords, header);
 }
 
-// Appends every feature with the prefix that is not excluded; false when there was none.
-bool AppendFeatures(AdvancedKeywords& keywords, const KeywordList& features, const char* prefix,
-                    bool (*isExcluded)(const char*) = nullptr)
-{
-    bool any = false;
-    for (const char* feature : features)
-        if (BeginsWith(feature, prefix) && !(isExcluded && isExcluded(feature)))
-            any |= Append(keywords, feature);
-    return any;
-}
-
-// A group whose header goes again when it stays empty.
-void AppendGroup(AdvancedKeywords& keywords, const KeywordList& features, const char* english, int characters,
-                 const char* prefix)
+// The header goes again when the group stays empty.
+void AppendGroup(AdvancedKeywords& keywords, const KeywordList& features, const AdvancedGroup& group)
 {
     const SIZE_T before = keywords.used;
-    AppendHeader(keywords, english, characters);
-    if (AppendFeatures(keywords, features, prefix)) return;
-    keywords.used = before;
-    keywords.list[before] = 0;
-}
-
-void AppendAdvancedSettings(AdvancedKeywords& keywords, const KeywordList& features)
-{
-    AppendHeader(keywords, "Advanced Settings", 25);
-    for (const char* feature : kSpecialFeatures) {
+    AppendHeader(keywords, group);
+    bool any = !group.special.empty();
+    for (const char* feature : group.special) {
         Trace(TEXT("Special Feature: '%S'\n"), feature);
         Append(keywords, feature);
     }
-    AppendFeatures(keywords, features, "halvScreen", IsOnScreenPrintingPage);
+    for (const char* feature : features)
+        if (TakesFeature(group, feature)) any |= Append(keywords, feature);
+    if (any) return;
+    keywords.used = before;
+    keywords.list[before] = 0;
 }
 
 } // namespace
@@ -99,9 +57,8 @@ bool SelectAdvancedKeywords(const CoreArea& core, AdvancedKeywords& keywords)
     if (FAILED(core.helper->EnumFeatures(core.object, 0, reply, sizeof(reply), &needed))) return false;
 
     const KeywordList features(reply, BytesGiven(needed, sizeof(reply)));
-    AppendGroup(keywords, features, "Printer Options", 25, "halvSetting");
-    AppendAdvancedSettings(keywords, features);
-    AppendGroup(keywords, features, "Special Settings DTF Printing", 40, "halvDTF");
+    for (const AdvancedGroup& group : kAdvancedGroups)
+        AppendGroup(keywords, features, group);
     return true;
 }
 

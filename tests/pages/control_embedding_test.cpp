@@ -5,9 +5,9 @@
 
 #include <set>
 
+#include "src/bindings/cartridge_codes.h"
 #include "src/bindings/cartridges.h"
 #include "src/bindings/number_fields.h"
-#include "src/pages/cartridge_codes.h"
 #include "src/pages/page_controls.h"
 #include "src/pages/slider_controls.h"
 #include "tests/pages/open_sheet.h"

@@ -17,13 +17,16 @@ public:
     {
         const size_t comma = rest_.find(static_cast<WCHAR>(','));
         const std::basic_string_view<WCHAR> code = rest_.substr(0, comma);
-        const bool goesOn = comma != rest_.npos && comma + 1 < rest_.size();
-        rest_ = goesOn ? rest_.substr(comma + 1) : code;
+        goesOn_ = comma != rest_.npos && comma + 1 < rest_.size();
+        rest_ = goesOn_ ? rest_.substr(comma + 1) : code;
         return code;
     }
+    // Whether the list has a code for one more slot.
+    constexpr bool GoesOn() const { return goesOn_; }
 
 private:
     std::basic_string_view<WCHAR> rest_;
+    bool goesOn_ = true;
 };
 
 } // namespace tintwerk

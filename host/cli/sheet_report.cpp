@@ -4,62 +4,27 @@
 
 #include "host/cli/json.h"
 #include "host/sheet/sheet_controls.h"
-#include "src/bindings/check_boxes.h"
-#include "src/bindings/number_fields.h"
-#include "src/bindings/popups.h"
-#include "src/bindings/sliders.h"
 
 namespace tintwerk {
 
 namespace {
 
 // The PPD feature that a control of a document page stands for; empty for any other.
-std::string FeatureOf(DWORD tabBit, int id)
+std::string_view FeatureOf(const SheetPage& page, int id)
 {
-    for (const ControlBinding& row : kSliderTable) {
-        if (row.tabBit == tabBit && row.sliderId == id) return row.keyword;
-    }
-    for (const NumberFieldBinding& row : kNumberFieldTable) {
-        if (row.tabBit == tabBit && row.editId == id) return row.keyword;
-    }
-    for (const CheckBoxBinding& row : kCheckBoxTable) {
-        if (row.tabBit == tabBit && row.controlId == id && IsPpdFeature(row)) return row.keyword;
-    }
-    for (const PopupBinding& row : kPopupTable) {
-        if (row.tabBit == tabBit && row.controlId == id) return WithoutAsterisk(row.keyword);
-    }
-    return {};
+    const PageControl* const control = page.name ? ControlOnPage(*page.name, id) : nullptr;
+    const bool hasFeature = control && (!control->checkBox || IsPpdFeature(*control->checkBox));
+    return hasFeature ? control->feature : std::string_view();
 }
 
-DWORD TabBitOf(const SheetPage& page)
-{
-    if (!page.name || page.dialog == 0) return 0;
-    switch (*page.name) {
-    case PageName::Main:
-        return kMainPage;
-    case PageName::Colors:
-        return kColorPage;
-    case PageName::Correction:
-        return kCorrectionPage;
-    case PageName::Consumption:
-        return kConsumptionPage;
-    case PageName::Ink:
-        return kInkControlPage;
-    case PageName::Screen:
-        return kScreenPrintingPage;
-    default:
-        return 0;
-    }
-}
-
-Json DescribeControl(HWND control, DWORD tabBit)
+Json DescribeControl(HWND control, const SheetPage& page)
 {
     Json json;
     const int id = GetDlgCtrlID(control);
     const std::string kind = KindOfControl(control);
     json["id"] = id;
     json["kind"] = kind;
-    if (const std::string feature = FeatureOf(tabBit, id); !feature.empty()) json["feature"] = feature;
+    if (const std::string_view feature = FeatureOf(page, id); !feature.empty()) json["feature"] = feature;
     json["enabled"] = IsWindowEnabled(control) != FALSE;
     if (kind == "slider") {
         json["minimum"] = SendMessageW(control, TBM_GETRANGEMIN, 0, 0);
@@ -113,7 +78,7 @@ void SheetReport::Describe(ScriptPlayer& player)
         json["dialog"] = page.dialog;
         json["controls"] = Json::array();
         for (const HWND control : window ? ControlsOf(window) : std::vector<HWND>())
-            json["controls"].push_back(DescribeControl(control, TabBitOf(page)));
+            json["controls"].push_back(DescribeControl(control, page));
         pages_->json.push_back(std::move(json));
     }
 }

@@ -7,32 +7,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "src/bindings/check_boxes.h"
-#include "src/bindings/number_fields.h"
-#include "src/bindings/sliders.h"
-#include "src/records/page_kinds.h"
-
 namespace tintwerk {
 
 namespace {
-
-struct PageText
-{
-    PageName page;
-    std::string_view text;
-};
-
-constexpr std::array<PageText, 9> kPageTexts{{
-    {PageName::Main, "main"},
-    {PageName::Layout, "layout"},
-    {PageName::Colors, "colors"},
-    {PageName::Correction, "correction"},
-    {PageName::Consumption, "consumption"},
-    {PageName::Ink, "ink"},
-    {PageName::Screen, "screen"},
-    {PageName::Advanced, "advanced"},
-    {PageName::Information, "information"},
-}};
 
 struct StepOption
 {
@@ -98,21 +75,17 @@ std::string NumberProblem(const NumberFieldBinding& field, std::string_view valu
 
 std::string SetProblem(std::string_view feature, std::string_view value)
 {
-    for (const ControlBinding& slider : kSliderTable) {
-        if (feature == slider.keyword) return SliderProblem(slider, value);
-    }
-    for (const NumberFieldBinding& field : kNumberFieldTable) {
-        if (feature == field.keyword) return NumberProblem(field, value);
-    }
+    const PageControl* const control = ControlOfFeature(feature);
+    if (control && control->slider) return SliderProblem(*control->slider, value);
+    if (control && control->number) return NumberProblem(*control->number, value);
     return "no slider or number field stands for this feature (--choose selects options, --check works check "
            "boxes)";
 }
 
 std::string CheckProblem(const Step& step)
 {
-    const bool known = std::ranges::any_of(
-        kCheckBoxTable, [&](const CheckBoxBinding& row) { return step.subject == row.keyword; });
-    if (!known) return "no check box stands for this feature";
+    const PageControl* const control = ControlOfFeature(step.subject);
+    if (!control || !control->checkBox) return "no check box stands for this feature";
     if (step.value != "on" && step.value != "off") return "a check box is \"on\" or \"off\"";
     return {};
 }
@@ -139,43 +112,6 @@ std::string ProblemWith(const Step& step)
 }
 
 } // namespace
-
-std::string_view TextOf(PageName page)
-{
-    return std::ranges::find(kPageTexts, page, &PageText::page)->text;
-}
-
-std::optional<PageName> PageFromText(std::string_view text)
-{
-    const auto row = std::ranges::find(kPageTexts, text, &PageText::text);
-    return row == kPageTexts.end() ? std::nullopt : std::optional(row->page);
-}
-
-PageName PageOfTab(unsigned long tabBit)
-{
-    switch (tabBit) {
-    case kMainPage:
-        return PageName::Main;
-    case kColorPage:
-        return PageName::Colors;
-    case kCorrectionPage:
-        return PageName::Correction;
-    case kConsumptionPage:
-        return PageName::Consumption;
-    case kInkControlPage:
-        return PageName::Ink;
-    default:
-        return PageName::Screen;
-    }
-}
-
-std::string PageNamesForPeople()
-{
-    std::string text;
-    for (const PageText& row : kPageTexts)
-        text += (text.empty() ? "" : ", ") + std::string(row.text);
-    return text;
-}
 
 std::variant<Step, std::string> ParseStep(std::string_view option, std::string_view value)
 {

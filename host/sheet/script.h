@@ -2,34 +2,13 @@
 // lines, played by ScriptPlayer.
 #pragma once
 
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
+
+#include "host/sheet/page_controls.h"
 
 namespace tintwerk {
-
-// Names under which scripts know the pages of the printing preferences, whatever the language of the tabs.
-enum class PageName
-{
-    Main,
-    Layout,
-    Colors,
-    Correction,
-    Consumption,
-    Ink,
-    Screen,
-    Advanced,
-    Information
-};
-
-std::string_view TextOf(PageName page);
-std::optional<PageName> PageFromText(std::string_view text);
-std::string PageNamesForPeople(); // "main, layout, ..."
-// The page of a tab bit of the binding tables.
-PageName PageOfTab(unsigned long tabBit);
 
 enum class StepKind
 {

@@ -6,10 +6,6 @@
 #include "host/sheet/sheet_controls.h"
 #include "host/sheet/standard_texts.h"
 #include "platform/snapshot.h"
-#include "src/bindings/check_boxes.h"
-#include "src/bindings/number_fields.h"
-#include "src/bindings/popups.h"
-#include "src/bindings/sliders.h"
 
 namespace tintwerk {
 
@@ -22,23 +18,6 @@ ScriptPlayer* player = nullptr;
 std::string Quoted(const std::string& text)
 {
     return '"' + text + '"';
-}
-
-template <typename Table> const auto* FindRow(const Table& table, const std::string& feature)
-{
-    const auto row = std::ranges::find_if(table, [&](const auto& binding) {
-        return binding.keyword[0] && feature == WithoutAsterisk(binding.keyword);
-    });
-    return row == table.end() ? nullptr : &*row;
-}
-
-// The halftone popup stands for no feature of its own; scripts call it by its name.
-const PopupBinding* FindPopup(const std::string& feature)
-{
-    if (const PopupBinding* row = FindRow(kPopupTable, feature)) return row->controlId ? row : nullptr;
-    const auto byName =
-        std::ranges::find_if(kPopupTable, [&](const PopupBinding& row) { return feature == row.name; });
-    return byName == kPopupTable.end() || !byName->controlId ? nullptr : &*byName;
 }
 
 std::string ListOf(const std::vector<ComboItem>& items)
@@ -186,21 +165,15 @@ HWND ScriptPlayer::ShowNamedPage(PageName name)
     throw Failed{"this sheet has no page \"" + std::string(TextOf(name)) + "\" (it has " + there + ")"};
 }
 
-HWND ScriptPlayer::ShowPageOfTab(DWORD tabBit)
-{
-    return ShowNamedPage(PageOfTab(tabBit));
-}
-
 // What the user cannot reach, a script cannot either.
-HWND ScriptPlayer::UsableControl(DWORD tabBit, int id)
+HWND ScriptPlayer::UsableControl(const PageControl& control)
 {
-    const HWND page = ShowPageOfTab(tabBit);
-    const HWND control = GetDlgItem(page, id);
-    const std::string name = "on the page " + std::string(TextOf(PageOfTab(tabBit)));
-    if (!control) throw Failed{"there is no such control " + name};
-    if (!IsWindowVisible(control)) throw Failed{"the control is hidden " + name};
-    if (!IsWindowEnabled(control)) throw Failed{"the control is disabled " + name};
-    return control;
+    const HWND window = GetDlgItem(ShowNamedPage(control.page), control.id);
+    const std::string where = "on the page " + std::string(TextOf(control.page));
+    if (!window) throw Failed{"there is no such control " + where};
+    if (!IsWindowVisible(window)) throw Failed{"the control is hidden " + where};
+    if (!IsWindowEnabled(window)) throw Failed{"the control is disabled " + where};
+    return window;
 }
 
 // --- Controls
@@ -208,11 +181,12 @@ HWND ScriptPlayer::UsableControl(DWORD tabBit, int id)
 
 void ScriptPlayer::Set(const Step& step)
 {
-    if (const ControlBinding* slider = FindRow(kSliderTable, step.subject)) {
-        DragSlider(UsableControl(slider->tabBit, slider->sliderId), std::atoi(step.value.c_str()));
-    } else if (const NumberFieldBinding* field = FindRow(kNumberFieldTable, step.subject)) {
-        TypeInto(UsableControl(field->tabBit, field->editId), WideFromUtf8(step.value));
-    }
+    const PageControl& control = *ControlOfFeature(step.subject);
+    const HWND window = UsableControl(control);
+    if (control.slider)
+        DragSlider(window, std::atoi(step.value.c_str()));
+    else
+        TypeInto(window, WideFromUtf8(step.value));
     Show(step.subject);
 }
 
@@ -226,12 +200,12 @@ void ScriptPlayer::Choose(const Step& step)
 // The items of a popup carry the number of their option, counted from 1.
 bool ScriptPlayer::ChooseInPopup(const Step& step)
 {
-    const PopupBinding* const row = FindPopup(step.subject);
-    if (!row) return false;
-    const HWND combo = UsableControl(row->tabBit, row->controlId);
+    const PageControl* const control = ControlOfFeature(step.subject);
+    if (!control || !control->popup) return false;
+    const HWND combo = UsableControl(*control);
     const std::vector<ComboItem> items = ComboItems(combo);
     std::vector<std::string_view> options = sheet_.Session().Core().Options(step.subject);
-    if (row->controlId == kPopupTable[kPopupInputSlot].controlId) std::erase(options, kFormTrayTable);
+    if (control->popup == &kPopupTable[kPopupInputSlot]) std::erase(options, kFormTrayTable);
     const auto option = std::ranges::find(options, step.value);
     const LPARAM number = option == options.end() ? 0 : option - options.begin() + 1;
     const auto item = std::ranges::find_if(
@@ -292,8 +266,7 @@ bool ScriptPlayer::ChooseOptionItem(const Step& step)
 
 void ScriptPlayer::Check(const Step& step)
 {
-    const CheckBoxBinding* const row = FindRow(kCheckBoxTable, step.subject);
-    const HWND box = UsableControl(row->tabBit, row->controlId);
+    const HWND box = UsableControl(*ControlOfFeature(step.subject));
     if (IsBoxChecked(box) != (step.value == "on")) Click(box);
     Show(step.subject);
 }
@@ -319,31 +292,29 @@ void ScriptPlayer::Show(const std::string& feature)
     settings_.tell(feature + ": " + state);
 }
 
+std::string ScriptPlayer::StateOf(const PageControl& control)
+{
+    const HWND page = ShowNamedPage(control.page);
+    const HWND window = GetDlgItem(page, control.id);
+    if (control.slider) {
+        if (!window) return "no slider on this page";
+        const HWND label = GetDlgItem(page, control.slider->labelId);
+        return "slider at " + std::to_string(SliderPosition(window)) +
+               (label ? ", label " + Quoted(TextOfWindow(label)) : "");
+    }
+    if (control.number) return window ? "number " + TextOfWindow(window) : "no number field on this page";
+    if (control.checkBox) {
+        if (!window || !IsWindowVisible(window)) return "no check box on this page";
+        return IsBoxChecked(window) ? "on" : "off";
+    }
+    if (!window) return "no popup on this page";
+    const int selection = ComboSelection(window);
+    return selection < 0 ? "nothing selected" : "popup at " + Quoted(ComboItems(window)[selection].text);
+}
+
 std::string ScriptPlayer::StateOf(const std::string& feature)
 {
-    if (const ControlBinding* slider = FindRow(kSliderTable, feature)) {
-        const HWND page = ShowPageOfTab(slider->tabBit);
-        const HWND control = GetDlgItem(page, slider->sliderId);
-        if (!control) return "no slider on this page";
-        std::string text = "slider at " + std::to_string(SliderPosition(control));
-        if (const HWND label = GetDlgItem(page, slider->labelId))
-            text += ", label " + Quoted(TextOfWindow(label));
-        return text;
-    }
-    if (const NumberFieldBinding* field = FindRow(kNumberFieldTable, feature)) {
-        const HWND edit = GetDlgItem(ShowPageOfTab(field->tabBit), field->editId);
-        return edit ? "number " + TextOfWindow(edit) : "no number field on this page";
-    }
-    if (const CheckBoxBinding* row = FindRow(kCheckBoxTable, feature)) {
-        const HWND box = GetDlgItem(ShowPageOfTab(row->tabBit), row->controlId);
-        return !box || !IsWindowVisible(box) ? "no check box on this page" : IsBoxChecked(box) ? "on" : "off";
-    }
-    if (const PopupBinding* row = FindPopup(feature)) {
-        const HWND combo = GetDlgItem(ShowPageOfTab(row->tabBit), row->controlId);
-        const int selection = combo ? ComboSelection(combo) : -1;
-        if (!combo) return "no popup on this page";
-        return selection < 0 ? "nothing selected" : "popup at " + Quoted(ComboItems(combo)[selection].text);
-    }
+    if (const PageControl* const control = ControlOfFeature(feature)) return StateOf(*control);
     for (const SheetPage& each : sheet_.Pages()) {
         const int item = each.items ? FindOptionItem(*each.items, feature) : -1;
         if (item < 0) continue;

@@ -57,8 +57,7 @@ private:
     void Close(int button);
 
     HWND ShowNamedPage(PageName name);
-    HWND ShowPageOfTab(DWORD tabBit);
-    HWND UsableControl(DWORD tabBit, int id);
+    HWND UsableControl(const PageControl& control);
     void Set(const Step& step);
     void Choose(const Step& step);
     bool ChooseInPopup(const Step& step);
@@ -67,6 +66,7 @@ private:
     void Press(const Step& step);
     void Show(const std::string& feature);
     std::string StateOf(const std::string& feature);
+    std::string StateOf(const PageControl& control);
     void TakePicture(const std::filesystem::path& folder);
     void Tour(const std::filesystem::path& folder);
     int CurrentPage() const;

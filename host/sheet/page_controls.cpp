@@ -1,0 +1,105 @@
+#include "host/sheet/page_controls.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "src/records/page_kinds.h"
+
+namespace tintwerk {
+
+namespace {
+
+struct PageText
+{
+    PageName page;
+    std::string_view text;
+    DWORD tabBit; // 0 for a page without controls of the binding tables
+};
+
+constexpr std::array<PageText, 9> kPageTexts{{
+    {PageName::Main, "main", kMainPage},
+    {PageName::Layout, "layout", 0},
+    {PageName::Colors, "colors", kColorPage},
+    {PageName::Correction, "correction", kCorrectionPage},
+    {PageName::Consumption, "consumption", kConsumptionPage},
+    {PageName::Ink, "ink", kInkControlPage},
+    {PageName::Screen, "screen", kScreenPrintingPage},
+    {PageName::Advanced, "advanced", 0},
+    {PageName::Information, "information", 0},
+}};
+
+std::vector<PageControl> AllControls()
+{
+    std::vector<PageControl> all;
+    for (const ControlBinding& row : kSliderTable)
+        all.push_back(
+            {.feature = row.keyword, .page = PageOfTab(row.tabBit), .id = row.sliderId, .slider = &row});
+    for (const NumberFieldBinding& row : kNumberFieldTable)
+        all.push_back(
+            {.feature = row.keyword, .page = PageOfTab(row.tabBit), .id = row.editId, .number = &row});
+    for (const CheckBoxBinding& row : kCheckBoxTable)
+        all.push_back(
+            {.feature = row.keyword, .page = PageOfTab(row.tabBit), .id = row.controlId, .checkBox = &row});
+    for (const PopupBinding& row : kPopupTable) {
+        if (row.controlId)
+            all.push_back({.feature = WithoutAsterisk(row.keyword),
+                           .page = PageOfTab(row.tabBit),
+                           .id = row.controlId,
+                           .popup = &row});
+    }
+    return all;
+}
+
+template <typename Fits> const PageControl* FindControl(const Fits& fits)
+{
+    const std::span<const PageControl> all = PageControls();
+    const auto control = std::ranges::find_if(all, fits);
+    return control == all.end() ? nullptr : &*control;
+}
+
+} // namespace
+
+std::string_view TextOf(PageName page)
+{
+    return std::ranges::find(kPageTexts, page, &PageText::page)->text;
+}
+
+std::optional<PageName> PageFromText(std::string_view text)
+{
+    const auto row = std::ranges::find(kPageTexts, text, &PageText::text);
+    return row == kPageTexts.end() ? std::nullopt : std::optional(row->page);
+}
+
+std::string PageNamesForPeople()
+{
+    std::string text;
+    for (const PageText& row : kPageTexts)
+        text += (text.empty() ? "" : ", ") + std::string(row.text);
+    return text;
+}
+
+PageName PageOfTab(DWORD tabBit)
+{
+    return std::ranges::find(kPageTexts, tabBit, &PageText::tabBit)->page;
+}
+
+std::span<const PageControl> PageControls()
+{
+    static const std::vector<PageControl> all = AllControls();
+    return all;
+}
+
+const PageControl* ControlOfFeature(std::string_view feature)
+{
+    return FindControl([feature](const PageControl& control) {
+        return feature == (control.feature.empty() ? control.popup->name : control.feature);
+    });
+}
+
+const PageControl* ControlOnPage(PageName page, int id)
+{
+    return FindControl([=](const PageControl& control) { return control.page == page && control.id == id; });
+}
+
+} // namespace tintwerk

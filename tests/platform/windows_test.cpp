@@ -181,21 +181,5 @@ TEST(Dialogs, GiveMessagesTheirMessageResult)
     EXPECT_EQ(SendMessageW(dialog.Window(), WM_APP + 1, 0, 0), 0);
 }
 
-TEST(Dialogs, AnswerReturnAndEscape)
-{
-    RecordingDialog dialog(kControls);
-    const auto key = [&dialog](WPARAM code) {
-        MSG message{dialog.Item(12), WM_KEYDOWN, code, 1, 0, {0, 0}};
-        return [&dialog, message]() mutable { EXPECT_TRUE(IsDialogMessageW(dialog.Window(), &message)); };
-    };
-    SetFocus(dialog.Item(12));
-    EXPECT_THAT(dialog.During(key(VK_RETURN)), ElementsAre("command 1: 0"));
-    EXPECT_THAT(dialog.During(key(VK_ESCAPE)), ElementsAre("command 2: 0"));
-    dialog.During(key(VK_TAB));
-    EXPECT_EQ(GetFocus(), dialog.Item(IDOK));
-    SendMessageW(dialog.Window(), WM_CLOSE, 0, 0);
-    EXPECT_THAT(dialog.During([] { Pump(); }), ElementsAre("command 2: 0"));
-}
-
 } // namespace
 } // namespace tintwerk

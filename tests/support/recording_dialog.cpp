@@ -118,20 +118,9 @@ void RecordingDialog::Note(UINT message, WPARAM wParam, LPARAM lParam)
     case WM_NOTIFY: {
         const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
         if (header.code == static_cast<UINT>(NM_CUSTOMDRAW)) break; // depends on how much is painted
-        std::string line = "notify " + number(header.idFrom) + ": " + number(header.code);
-        if (header.code == static_cast<UINT>(UDN_DELTAPOS)) {
-            const auto& step = reinterpret_cast<const NMUPDOWN&>(header);
-            line += " at " + number(step.iPos) + " by " + number(step.iDelta);
-        }
-        lines.push_back(line);
+        lines.push_back("notify " + number(header.idFrom) + ": " + number(header.code));
         break;
     }
-    case WM_HSCROLL:
-    case WM_VSCROLL:
-        lines.push_back((message == WM_HSCROLL ? "hscroll " : "vscroll ") +
-                        number(GetDlgCtrlID(reinterpret_cast<HWND>(lParam))) + ": " + number(LOWORD(wParam)) +
-                        " at " + number(HIWORD(wParam)));
-        break;
     case WM_DRAWITEM:
         lines.push_back("draw " + number(wParam));
         break;
@@ -147,18 +136,6 @@ void Pump()
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
-}
-
-void PressKey(HWND window, WPARAM key)
-{
-    SendMessageW(window, WM_KEYDOWN, key, 1);
-    SendMessageW(window, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
-}
-
-void Click(HWND window, int x, int y)
-{
-    SendMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(x, y));
-    SendMessageW(window, WM_LBUTTONUP, 0, MAKELPARAM(x, y));
 }
 
 std::basic_string<WCHAR> TextOf(HWND window)

@@ -29,8 +29,7 @@ inline constexpr DWORD kChildDialog = WS_CHILD | WS_VISIBLE | DS_SETFONT | DS_CO
 
 using Lines = std::vector<std::string>;
 
-// Writes down commands ("command 7: 0"), notifications ("notify 12: -16"), scroll messages ("hscroll 12: 8 at
-// 0") and requests to draw ("draw 2").
+// Writes down commands ("command 7: 0"), notifications ("notify 12: -551") and requests to draw ("draw 2").
 class RecordingDialog
 {
 public:
@@ -61,8 +60,6 @@ private:
 };
 
 void Pump(); // handles every message that waits
-void PressKey(HWND window, WPARAM key);
-void Click(HWND window, int x, int y);
 std::basic_string<WCHAR> TextOf(HWND window);
 
 } // namespace tintwerk

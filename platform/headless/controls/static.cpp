@@ -108,17 +108,12 @@ LRESULT CALLBACK StaticProcedure(HWND handle, UINT message, WPARAM wParam, LPARA
     case WM_ENABLE:
         InvalidateRect(handle, nullptr, FALSE);
         return 0;
-    case WM_GETDLGCODE:
-        return DLGC_STATIC;
     case STM_SETIMAGE:
         return wParam == IMAGE_BITMAP ? SetPicture(handle, reinterpret_cast<HBITMAP>(lParam)) : 0;
     case STM_GETIMAGE: {
         const auto* const state = StateOf<StaticState>(handle);
         return state && wParam == IMAGE_BITMAP ? reinterpret_cast<LRESULT>(state->picture) : 0;
     }
-    case WM_LBUTTONDOWN:
-        if (window->style & SS_NOTIFY) NotifyCommand(*window, STN_CLICKED);
-        return 0;
     default:
         return DefWindowProcW(handle, message, wParam, lParam);
     }

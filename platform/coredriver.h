@@ -5,6 +5,8 @@
 // "List" is a buffer of zero-terminated 8-bit strings ended by an empty one. All sizes count bytes.
 #pragma once
 
+#include <type_traits>
+
 #include "platform/win32.h"
 
 // Handed from the core driver to every call that concerns one open sheet or document; opaque to a plug-in.
@@ -171,10 +173,15 @@ struct IPrintCoreHelperPS : public IUnknown
                                                          PBYTE* value, DWORD* size) = 0;
 };
 
-// The newest layout of a property sheet page (104 bytes on 64-bit systems): the toolchain's record and one more handle.
-struct PropertySheetPage
+// The newest layout of a property sheet page: the platform's own record, or, where its headers know an older one, that
+// record and the handle that came after it. The handle stays null: no page has a header bitmap.
+template <class Record>
+concept NewestSheetPage = requires(Record page) { page.hbmHeader; };
+template <class Record>
+struct WithHeaderBitmap : Record
 {
-    PROPSHEETPAGEW page;
-    HBITMAP hbmHeader; // always null: no page has a header bitmap
+    HBITMAP hbmHeader;
 };
+using PropertySheetPage =
+    std::conditional_t<NewestSheetPage<PROPSHEETPAGEW>, PROPSHEETPAGEW, WithHeaderBitmap<PROPSHEETPAGEW>>;
 static_assert(sizeof(PropertySheetPage) == 104);

@@ -45,8 +45,8 @@ void UseActivationContext(PropertySheetPage& page)
     std::optional<HANDLE>& context = Process().activationContext;
     if (!context) context = CreateContext();
     if (!context.value_or(nullptr)) return;
-    page.page.hActCtx = *context;
-    page.page.dwFlags |= PSP_USEFUSIONCONTEXT;
+    page.hActCtx = *context;
+    page.dwFlags |= PSP_USEFUSIONCONTEXT;
 }
 
 } // namespace tintwerk

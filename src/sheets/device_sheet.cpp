@@ -32,11 +32,11 @@ HRESULT OpenSheet(PROPSHEETUI_INFO& info, IPrintCoreUI2* helper)
     if (!record) return E_FAIL;
 
     PropertySheetPage page{};
-    page.page.dwSize = sizeof(page);
-    page.page.hInstance = Process().module;
-    page.page.pszTemplate = MAKEINTRESOURCEW(kInformationPage);
-    page.page.pfnDlgProc = DevicePageProc;
-    page.page.lParam = reinterpret_cast<LPARAM>(record);
+    page.dwSize = sizeof(page);
+    page.hInstance = Process().module;
+    page.pszTemplate = MAKEINTRESOURCEW(kInformationPage);
+    page.pfnDlgProc = DevicePageProc;
+    page.lParam = reinterpret_cast<LPARAM>(record);
     UseActivationContext(page);
     AddToSheet(*record, info, CPSFUNC_ADD_PROPSHEETPAGEW, &page, 0);
     info.Result = 1;

@@ -62,13 +62,13 @@ void AddTabPage(SheetRecord& record, const PROPSHEETUI_INFO& info, DWORD positio
     entry.record = &record;
 
     PropertySheetPage page{};
-    page.page.dwSize = sizeof(page);
-    page.page.dwFlags = title ? PSP_USETITLE : PSP_DEFAULT;
-    page.page.hInstance = Process().module;
-    page.page.pszTemplate = MAKEINTRESOURCEW(dialog);
-    page.page.pszTitle = title;
-    page.page.pfnDlgProc = DocumentPageProc;
-    page.page.lParam = reinterpret_cast<LPARAM>(&entry);
+    page.dwSize = sizeof(page);
+    page.dwFlags = title ? PSP_USETITLE : PSP_DEFAULT;
+    page.hInstance = Process().module;
+    page.pszTemplate = MAKEINTRESOURCEW(dialog);
+    page.pszTitle = title;
+    page.pfnDlgProc = DocumentPageProc;
+    page.lParam = reinterpret_cast<LPARAM>(&entry);
     UseActivationContext(page);
     Trace(TEXT("Add Page #%d - tabidx = %d\n"), static_cast<int>(position + 1),
           static_cast<int>(kPageKindTable[position].tabBit));

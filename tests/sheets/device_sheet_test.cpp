@@ -112,7 +112,7 @@ TEST_F(DeviceSheet, AnswersTheReasonsBesideOpening)
 
 TEST_F(DeviceSheet, AddsTheInformationPage)
 {
-    const PROPSHEETPAGEW& page = Open().page.page;
+    const PROPSHEETPAGEW& page = Open().page;
     EXPECT_EQ(1u, sheet.info.Result);
     EXPECT_EQ("106", sheet.Pages());
     EXPECT_EQ(104u, page.dwSize);
@@ -148,19 +148,19 @@ TEST_F(DeviceSheet, MakesTheActivationContextOnceForAllPages)
     TestSheet document(&core, core.object);
     document.Open();
     EXPECT_EQ(std::vector<Text>{Text(20, 'm')}, TestModule::sources);
-    EXPECT_EQ(TestModule::context, document.Find("193")->page.page.hActCtx);
-    EXPECT_TRUE(document.Find("193")->page.page.dwFlags & PSP_USEFUSIONCONTEXT);
+    EXPECT_EQ(TestModule::context, document.Find("193")->page.hActCtx);
+    EXPECT_TRUE(document.Find("193")->page.dwFlags & PSP_USEFUSIONCONTEXT);
 }
 
 TEST_F(DeviceSheet, TriesAgainForAnActivationContextThatCouldNotBeMade)
 {
     TestModule::context = INVALID_HANDLE_VALUE;
-    EXPECT_EQ(0u, Open().page.page.dwFlags);
+    EXPECT_EQ(0u, Open().page.dwFlags);
     TestModule::context = reinterpret_cast<HANDLE>(0x99);
-    EXPECT_EQ(reinterpret_cast<HANDLE>(0x99), Open().page.page.hActCtx);
+    EXPECT_EQ(reinterpret_cast<HANDLE>(0x99), Open().page.hActCtx);
     EXPECT_EQ(2u, TestModule::sources.size());
     Process().activationContext = nullptr;
-    EXPECT_EQ(0u, Open().page.page.dwFlags);
+    EXPECT_EQ(0u, Open().page.dwFlags);
     EXPECT_EQ(2u, TestModule::sources.size());
 }
 
@@ -188,12 +188,12 @@ TEST_F(DeviceSheet, FindsRoomForALongModulePath)
 TEST_F(DeviceSheet, DoesWithoutAnActivationContextWhenTheModuleHasNoPath)
 {
     TestModule::pathLength = 0;
-    EXPECT_EQ(0u, Open().page.page.dwFlags);
+    EXPECT_EQ(0u, Open().page.dwFlags);
     TestModule::pathLength = 20;
     {
         HeapWatch heap;
         heap.FailAllocation(3); // behind those of a trace line and the sheet's record
-        EXPECT_EQ(0u, Open().page.page.dwFlags);
+        EXPECT_EQ(0u, Open().page.dwFlags);
     }
     EXPECT_TRUE(TestModule::sources.empty());
     EXPECT_FALSE(Process().activationContext);

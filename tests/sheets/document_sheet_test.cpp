@@ -144,7 +144,7 @@ TEST_F(DocumentSheet, DescribesEveryPageAndKeepsItsHandle)
     DWORD position = 0;
     for (const AddedPage& added : sheet.added) {
         if (added.function != CPSFUNC_ADD_PROPSHEETPAGEW) continue;
-        const PROPSHEETPAGEW& page = added.page.page;
+        const PROPSHEETPAGEW& page = added.page;
         const PageEntry& entry = sheet.Record().pages[position];
         EXPECT_EQ(104u, page.dwSize);
         EXPECT_EQ(0u, page.dwFlags & ~static_cast<DWORD>(PSP_USETITLE | PSP_USEFUSIONCONTEXT));

@@ -54,7 +54,7 @@ struct AddedPage
     COMPROPSHEETUI items; // of CPSFUNC_ADD_PCOMPROPSHEETUIW
     DWORD* pageCount;
 
-    int Template() const { return static_cast<int>(reinterpret_cast<UINT_PTR>(page.page.pszTemplate)); }
+    int Template() const { return static_cast<int>(reinterpret_cast<UINT_PTR>(page.pszTemplate)); }
 };
 
 class TestSheet
@@ -127,8 +127,8 @@ private:
         added.function = function;
         if (function == CPSFUNC_ADD_PROPSHEETPAGEW) {
             added.page = *reinterpret_cast<const PropertySheetPage*>(lParam1);
-            added.hasTitle = (added.page.page.dwFlags & PSP_USETITLE) != 0;
-            if (added.hasTitle) added.title = added.page.page.pszTitle;
+            added.hasTitle = (added.page.dwFlags & PSP_USETITLE) != 0;
+            if (added.hasTitle) added.title = added.page.pszTitle;
         } else {
             added.items = *reinterpret_cast<const COMPROPSHEETUI*>(lParam1);
             *reinterpret_cast<DWORD*>(lParam2) = 1;

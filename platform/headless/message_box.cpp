@@ -32,6 +32,15 @@ int PressDefaultNarrow(HWND owner, LPCSTR, LPCSTR, UINT type)
     return owner && !Find(owner) ? 0 : DefaultAnswer(type);
 }
 
+// A desk like a user's: boxes can be seen and answered.
+BOOL AskVisibleStation(HANDLE, int kind, LPVOID information, DWORD size, LPDWORD)
+{
+    if (kind != UOI_FLAGS || size < sizeof(USEROBJECTFLAGS)) return FALSE;
+    *static_cast<USEROBJECTFLAGS*>(information) = {FALSE, FALSE, WSF_VISIBLE};
+    return TRUE;
+}
+
+Hookable<AskVisibleStation> getUserObjectInformationW{"GetUserObjectInformationW"};
 Hookable<PressDefault> messageBoxW{"MessageBoxW"};
 Hookable<PressDefaultNarrow> messageBoxA{"MessageBoxA"};
 
@@ -54,4 +63,14 @@ int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
 BOOL WINAPI MessageBeep(UINT)
 {
     return TRUE;
+}
+
+HWINSTA WINAPI GetProcessWindowStation()
+{
+    return reinterpret_cast<HWINSTA>(static_cast<LONG_PTR>(1)); // there is one
+}
+
+BOOL WINAPI GetUserObjectInformationW(HANDLE object, int kind, LPVOID information, DWORD size, LPDWORD needed)
+{
+    return getUserObjectInformationW(object, kind, information, size, needed);
 }

@@ -392,6 +392,20 @@ int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 BOOL WINAPI MessageBeep(UINT type);
 
+// Whether a user sees the process's windows: its window station says so.
+using HWINSTA = struct HWINSTA__*;
+constexpr int UOI_FLAGS = 1;
+constexpr DWORD WSF_VISIBLE = 0x1;
+struct USEROBJECTFLAGS
+{
+    BOOL fInherit;
+    BOOL fReserved;
+    DWORD dwFlags;
+};
+HWINSTA WINAPI GetProcessWindowStation();
+BOOL WINAPI GetUserObjectInformationW(HANDLE object, int kind, LPVOID information, DWORD size,
+                                      LPDWORD needed);
+
 int WINAPI GetSystemMetrics(int index);
 DWORD WINAPI GetSysColor(int index);
 HBRUSH__* WINAPI GetSysColorBrush(int index);

@@ -21,7 +21,9 @@ bool EndsWith(const WCHAR* path, const WCHAR* suffix)
 {
     const int length = lstrlenW(path);
     const int suffixLength = lstrlenW(suffix);
-    return length >= suffixLength && lstrcmpiW(path + length - suffixLength, suffix) == 0;
+    // File names know no language: for a Turkish user "i" is not the small letter of "I".
+    return length >= suffixLength && CompareStringOrdinal(path + length - suffixLength, suffixLength, suffix,
+                                                          suffixLength, TRUE) == CSTR_EQUAL;
 }
 
 const WCHAR* FileNameOf(const WCHAR* path)

@@ -12,17 +12,18 @@ namespace {
 
 constexpr DWORD kWantedEvents[] = {DOCUMENTEVENT_STARTDOCPRE, DOCUMENTEVENT_STARTDOCPOST};
 constexpr UINT kWantedCount = 2;
+constexpr ULONG kFilterHead = offsetof(DOCEVENT_FILTER, aDocEventCall);
 
-// The spooler counts in cElementsAllocated the events for which it has room behind the record.
+// The spooler counts in cElementsAllocated the events for which it has room behind the record; its buffer
+// ends at outSize all the same.
 void FillFilter(void* out, ULONG outSize)
 {
-    if (!out || outSize < offsetof(DOCEVENT_FILTER, aDocEventCall)) return;
+    if (!out || outSize < kFilterHead) return;
     auto& filter = *static_cast<DOCEVENT_FILTER*>(out);
     Trace(TEXT("elementsReturned=%d\r\n"), static_cast<int>(filter.cElementsReturned));
-    if (filter.cElementsAllocated < kWantedCount) return;
+    if (filter.cElementsAllocated < kWantedCount || outSize < kFilterHead + sizeof kWantedEvents) return;
     filter.cElementsReturned = kWantedCount;
-    std::memcpy(static_cast<BYTE*>(out) + offsetof(DOCEVENT_FILTER, aDocEventCall), kWantedEvents,
-                sizeof kWantedEvents);
+    std::memcpy(static_cast<BYTE*>(out) + kFilterHead, kWantedEvents, sizeof kWantedEvents);
 }
 
 // A job without its number counts as job 0.

@@ -54,6 +54,15 @@ bool ReadPrinterState(HANDLE printer, PrinterState& state)
     return known;
 }
 
+// A service has windows that nobody sees and nobody can close.
+bool SomebodyCanAnswer()
+{
+    USEROBJECTFLAGS station{};
+    return !GetUserObjectInformationW(GetProcessWindowStation(), UOI_FLAGS, &station, sizeof station,
+                                      nullptr) ||
+           (station.dwFlags & WSF_VISIBLE);
+}
+
 } // namespace
 
 const char* JobLanguage()
@@ -88,6 +97,7 @@ bool WantsPreview(const JobSettings& job, IPrintCoreHelperPS* helper)
 
 void WarnThatPreviewComesLater(const char* language)
 {
+    if (!SomebodyCanAnswer()) return;
     WCHAR title[128] = {};
     WCHAR text[256] = {};
     _snwprintf(title, std::size(title) - 1, TEXT("%.127S"), InLanguage(kWarningTitle, language));

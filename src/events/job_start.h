@@ -38,7 +38,7 @@ constexpr bool IsOffline(const PrinterState& printer)
     return (printer.status & PRINTER_STATUS_OFFLINE) || (printer.attributes & PRINTER_ATTRIBUTE_WORK_OFFLINE);
 }
 
-// Shows the warning and waits for the user.
+// Shows the warning and waits for the user, where there can be one.
 void WarnThatPreviewComesLater(const char* language);
 
 } // namespace tintwerk

@@ -187,9 +187,10 @@ void checkAvailabilityforMenus(SheetContext& context, int row)
             current = last ? last : selection + 1; // the nearest one before, else the next one
         }
     }
-    if (last == 0) current = 1; // nothing is available: what the popup would begin with
     FillPopUp(combo, list, available, current);
-    context.popups.selections[row] = current;
+    // Past the end nothing is available; what is kept names the first option then, as the popup would show
+    // it.
+    context.popups.selections[row] = current > count ? 1 : current;
 }
 
 void UpdateMediaModeControls(SheetContext& context, int controlId)

@@ -37,7 +37,7 @@ void TraceText(const char* text)
 {
     const int bytes = static_cast<int>(std::strlen(text)) + 1;
     const HeapBlock<WCHAR> wide(GetProcessHeap(), static_cast<SIZE_T>(bytes) * sizeof(WCHAR));
-    if (wide && MultiByteToWideChar(CP_UTF8, 0, text, -1, wide.Get(), bytes) > 0)
+    if (wide && MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, text, -1, wide.Get(), bytes) > 0)
         Trace(TEXT("%s"), wide.Get());
 }
 

@@ -11,7 +11,8 @@ namespace tintwerk {
 // is null or memory is short. A null text argument must be passed as an empty text: OrEmpty below.
 int Trace(const WCHAR* format, ...);
 
-// The same for a finished 8-bit UTF-8 text: it is shown as it stands, percent signs included.
+// The same for a finished 8-bit UTF-8 text: it is shown as it stands, percent signs included. A text that is
+// not UTF-8 emits nothing.
 void TraceText(const char* text);
 
 // What a missing keyword or display name looks like in a trace line.

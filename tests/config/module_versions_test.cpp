@@ -118,6 +118,8 @@ TEST(ModuleVersions, TakeOurModulesByTheirWholeFileName)
                                            {TEXT("\\PSTWUI.DLL"), TEXT("")}, // ours, without a version
                                            {TEXT("C:\\drv\\pstwui.dll"), TEXT("5.0.0.0")}};
     TestDriver driver;
+    // A comparison in the user's language may tell "i" from "I": in Turkish it does.
+    ReplaceFunction("lstrcmpiW", static_cast<decltype(&lstrcmpiW)>([](LPCWSTR, LPCWSTR) { return 1; }));
     for (const auto& [file, version] : cases) {
         TestDriver::dependentFiles = file.empty() ? file : file + WCHAR{};
         DriverVersions versions{};
@@ -125,6 +127,7 @@ TEST(ModuleVersions, TakeOurModulesByTheirWholeFileName)
         EXPECT_EQ(version, versions.plugin);
         EXPECT_EQ(Text(TEXT("unknown")), versions.renderingPlugin);
     }
+    RestoreFunction("lstrcmpiW");
 }
 
 TEST(ModuleVersions, KeepThePpdNameWhenItFits)

@@ -119,7 +119,9 @@ TEST_F(DocumentEvents, AnswerTheFilterWhereThereIsRoom)
         ULONG outSize;
         bool written;
     } cases[] = {{"two", 2, 24, true},
-                 {"as the graphics system asks", 13, sizeof(DOCEVENT_FILTER), true},
+                 {"for every event", 13, sizeof(DOCEVENT_FILTER) + 12 * sizeof(DWORD), true},
+                 {"a count beyond the buffer", 13, 23, false},
+                 {"the record alone", 0xFFFFFFFF, sizeof(DOCEVENT_FILTER), false},
                  {"one", 1, 20, false},
                  {"none", 0, 16, false},
                  {"no whole record", 2, 15, false}};
@@ -229,6 +231,41 @@ TEST_F(DocumentEvents, WarnWhenThePreviewMustWait)
     const FakeHelperPS::Question question = helper.Questions().back();
     EXPECT_EQ("halvPreview", question.feature);
     EXPECT_EQ(sizeof(DEVMODEW) + 36, question.size);
+}
+
+TEST_F(DocumentEvents, ShowNoBoxThatNobodyCanAnswer)
+{
+    SetValue("InstallDir", "C:\\A");
+    SetValue("PrintServerCmd", "s.exe");
+    SetPrinter(PRINTER_STATUS_OFFLINE, 0);
+    SetJob({TEXT("Poster"), Devmode()});
+    helper.selected["halvPreview"] = "1";
+    static DWORD flags;
+    static BOOL known;
+    ReplaceFunction(
+        "GetUserObjectInformationW", +[](HANDLE, int kind, LPVOID information, DWORD size, LPDWORD) -> BOOL {
+            if (kind != UOI_FLAGS || size < sizeof(USEROBJECTFLAGS) || !known) return FALSE;
+            *static_cast<USEROBJECTFLAGS*>(information) = {FALSE, FALSE, flags};
+            return TRUE;
+        });
+    const struct
+    {
+        const char* what;
+        BOOL known;
+        DWORD flags;
+        size_t boxes;
+    } cases[] = {
+        {"a service", TRUE, 0, 0}, {"a user's desk", TRUE, WSF_VISIBLE, 1}, {"unknown", FALSE, 0, 1}};
+    for (const auto& row : cases) {
+        known = row.known;
+        flags = row.flags;
+        boxes.shown.clear();
+        const size_t before = processes.Started().size();
+        EXPECT_EQ(1, StartJob()) << row.what;
+        EXPECT_EQ(row.boxes, boxes.shown.size()) << row.what;
+        EXPECT_EQ(1u, processes.Started().size() - before) << row.what;
+    }
+    RestoreFunction("GetUserObjectInformationW");
 }
 
 TEST_F(DocumentEvents, SpeakTheLanguageOfThePrinter)

@@ -112,7 +112,7 @@ TEST_F(ConstraintsTest, IntentsAndColourModelsFollowTheMedia)
         {"none before it", kPopupIntent, "Plain", "a_3 b_2 c d", models, 1, 1, {3, 4}, 3},
         {"two models only", kPopupIntent, "Photo_9", intents, "RGB CMYK", 1, 1, {2, 3, 4, 5}, 2},
         {"nothing", kPopupIntent, "Plain", "a_3 b_2", models, 2, 1, {}, 1},
-        {"no options", kPopupIntent, "Plain", "", models, 0, 1, {}, 1},
+        {"no options", kPopupIntent, "Plain", "", models, 0, 1, {}, 0},
         {"all models", kPopupColorModel, "Photo_3", intents, models, 2, 3, {1, 2, 3, 4}, 3},
         {"no colour data", kPopupColorModel, "Chart_2", intents, models, 2, 3, {1, 2}, 2},
         {"no colour management", kPopupColorModel, "Photo_3", intents, models, 1, 4, {1, 2}, 2},
@@ -154,6 +154,24 @@ TEST_F(ConstraintsTest, AvailabilityTellsTheTrace)
     checkAvailabilityforMenus(context, kPopupIntent);
     lines = Lines();
     EXPECT_EQ("got MediaMode: 0 - \n", lines[1]);
+
+    // Where nothing is available the popup is filled with what was selected, whatever is kept afterwards.
+    const struct
+    {
+        const char* intents;
+        int selected, filledWith, kept;
+    } cases[] = {{"a_3 b_2 c_1", 2, 4, 1}, {"a_3", 0, 0, 0}, {"", 0, 0, 0}};
+    for (const auto& row : cases) {
+        Popup(kPopupIntent, row.intents, row.selected);
+        if (row.selected == 0)
+            SendMessageW(context.popups.windows[kPopupIntent], CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+        checkAvailabilityforMenus(context, kPopupIntent);
+        lines = Lines();
+        EXPECT_EQ("UI:  \nFILLPOPUP - active= " + std::to_string(row.filledWith) + " / ''\n", lines[3])
+            << row.intents;
+        EXPECT_EQ("UI:  FillPOPUP -> activeidx = 1\n", lines.back()) << row.intents;
+        EXPECT_EQ(row.kept, context.popups.selections[kPopupIntent]) << row.intents;
+    }
 }
 
 TEST_F(ConstraintsTest, ControlsFollowTheMediaMode)

@@ -18,7 +18,9 @@ class TraceTest : public testing::Test
 protected:
     TraceTest()
     {
-        SetDebugSink([](const WCHAR* line, void* self) { static_cast<TraceTest*>(self)->lines.push_back(line); }, this);
+        SetDebugSink(
+            [](const WCHAR* line, void* self) { static_cast<TraceTest*>(self)->lines.push_back(line); },
+            this);
     }
     ~TraceTest() override { SetDebugSink(nullptr, nullptr); }
 
@@ -46,6 +48,8 @@ TEST_F(TraceTest, ShowsFinishedTextAsItStands)
     TraceText("CMYK-Mode - 100%s gr\xC3\xBCn\n");
     ASSERT_EQ(1u, lines.size());
     EXPECT_EQ(TEXT("CMYK-Mode - 100%s gr\u00FCn\n"), lines[0]);
+    TraceText("CMYK-Mode - gr\xFCn\n"); // not UTF-8
+    EXPECT_EQ(1u, lines.size());
 }
 
 } // namespace

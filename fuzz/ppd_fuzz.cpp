@@ -16,6 +16,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     PpdReadOptions options;
     options.language = data[0] & 1 ? "de_AT" : "";
     options.strict = data[0] & 2;
+    options.toCheck = data[0] & 4;
     const PpdIncluder includer = [&text](const std::string& name) -> std::optional<std::string> {
         return name.size() % 2 ? std::optional(text.substr(text.size() / 2)) : std::nullopt;
     };

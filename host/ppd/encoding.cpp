@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "host/ppd/ppd_text.h"
+#include "platform/win32.h"
 
 namespace tintwerk {
 namespace {
@@ -133,25 +134,8 @@ PpdEncoding PpdEncodingFromName(std::string_view name)
 
 bool IsUtf8(std::string_view bytes)
 {
-    for (std::size_t i = 0; i < bytes.size();) {
-        const auto lead = static_cast<unsigned char>(bytes[i]);
-        if (lead < 0x80) {
-            ++i;
-            continue;
-        }
-        const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-        if (lead < 0xC2 || lead > 0xF4 || i + length > bytes.size()) return false;
-        std::uint32_t code = lead & (0xFF >> (length + 1));
-        for (std::size_t k = 1; k < length; ++k) {
-            const auto next = static_cast<unsigned char>(bytes[i + k]);
-            if ((next & 0xC0) != 0x80) return false;
-            code = code << 6 | (next & 0x3F);
-        }
-        constexpr std::uint32_t kSmallest[] = {0, 0, 0x80, 0x800, 0x10000};
-        if (code < kSmallest[length] || code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) return false;
-        i += length;
-    }
-    return true;
+    return bytes.empty() || MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, bytes.data(),
+                                                static_cast<int>(bytes.size()), nullptr, 0) > 0;
 }
 
 bool IsPlainPpdText(std::string_view raw)

@@ -1,10 +1,33 @@
 #include "host/ppd/ppd.h"
 
+#include <algorithm>
+#include <utility>
+
 namespace tintwerk {
 
 std::string PpdMessage::Full() const
 {
     return line ? file + ":" + std::to_string(line) + ": " + text : file + ": " + text;
+}
+
+unsigned PpdFile::LineOf(const char* place) const
+{
+    const char* const end = text_.data() + text_.size();
+    if (lines_.empty()) {
+        lines_.push_back(text_.data());
+        for (const char* at = text_.data(); at < end; ++at) {
+            if (*at == '\n' || (*at == '\r' && (at + 1 == end || at[1] != '\n'))) lines_.push_back(at + 1);
+        }
+    }
+    return static_cast<unsigned>(std::ranges::upper_bound(lines_, place) - lines_.begin());
+}
+
+PpdMessage Ppd::At(const char* place, std::string text) const
+{
+    for (const PpdFile& file : files_) {
+        if (file.Holds(place)) return {file.Name(), file.LineOf(place), std::move(text)};
+    }
+    return {fileName_, 0, std::move(text)};
 }
 
 std::string_view Ppd::PrinterName() const

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "host/ppd/keyword_table.h"
+#include "host/ppd/ppd_statement.h"
 
 namespace tintwerk {
 
@@ -24,8 +25,30 @@ struct PpdMessage
     std::string file;
     unsigned line = 0;
     std::string text;
+    std::string_view code = {}; // of the rule of tintwerk check that tells it
+    std::string feature = {}, option = {};
 
     std::string Full() const; // "file:line: text"
+};
+
+// The text of one file that a PPD consists of; what stands in it has a line.
+class PpdFile
+{
+public:
+    PpdFile(std::string name, std::string_view text) : name_(std::move(name)), text_(text) {}
+
+    const std::string& Name() const { return name_; }
+    std::string_view Text() const { return text_; }
+    bool Holds(const char* place) const
+    {
+        return place >= text_.data() && place <= text_.data() + text_.size();
+    }
+    unsigned LineOf(const char* place) const;
+
+private:
+    std::string name_;
+    std::string_view text_;
+    mutable std::vector<const char*> lines_; // their beginnings, once somebody asked
 };
 
 struct PpdOption
@@ -49,6 +72,7 @@ struct PpdFeature
     std::string_view group; // keyword of the group or subgroup it stands in; empty outside all groups
     PpdFeatureType type = PpdFeatureType::PickOne;
     bool installable = false; // describes what is built into the printer, not what a document wants
+    bool hasDefault = false;  // the file says which option is the default
     bool jcl = false;         // selected by the job control language, outside the PostScript code
     double order = 0;         // of *OrderDependency, with its section ("AnySetup"); empty without one
     std::string_view section;
@@ -117,12 +141,21 @@ public:
         return languages_;
     } // of the translations in the file: "de", "fr"
     std::span<const PpdMessage> Warnings() const { return warnings_; }
+    // As they stand in the file and those that it includes; only kept when the reader was asked to.
+    std::span<const PpdStatement> Statements() const { return statements_; }
+    const std::deque<PpdFile>& Files() const { return files_; }
+    // A message about something that lies in one of the files: a keyword, a value. Without a line when it
+    // does not.
+    PpdMessage At(const char* place, std::string text) const;
 
 private:
     friend class PpdReader;
+    friend class PpdSettling;
 
     std::string fileName_;
     std::deque<std::string> texts_; // the files and the decoded texts that all views point into
+    std::deque<PpdFile> files_;
+    std::vector<PpdStatement> statements_;
     Header header_;
     std::vector<PpdFeature> features_;
     KeywordTable featureTable_;

@@ -1,12 +1,9 @@
 #include "host/ppd/ppd_reader.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
-#include <cmath>
 #include <iterator>
 
-#include "host/ppd/encoding.h"
+#include "host/ppd/ppd_draft.h"
 #include "host/ppd/ppd_scanner.h"
 #include "host/ppd/ppd_text.h"
 #include "platform/whole_file.h"
@@ -19,81 +16,51 @@ constexpr std::size_t kMaxIncludeDepth = 8;
 constexpr std::size_t kMaxFiles = 100;
 constexpr std::size_t kMaxGroupDepth = 32;
 constexpr std::size_t kMaxLanguages = 200;
-constexpr std::size_t kMaxWarnings = 500;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-
-// The main keywords that mean something here; every other one is an option of a feature or is passed over.
-enum class Main : std::uint32_t
-{
-    OpenUI,
-    CloseUI,
-    JclOpenUI,
-    JclCloseUI,
-    OpenGroup,
-    CloseGroup,
-    OpenSubGroup,
-    CloseSubGroup,
-    OrderDependency,
-    UIConstraints,
-    NonUIConstraints,
-    Include,
-    SymbolValue,
-    PaperDimension,
-    ImageableArea,
-    CustomPageSize,
-    ParamCustomPageSize,
-    MaxMediaWidth,
-    MaxMediaHeight,
-    LanguageEncoding,
-    LanguageLevel,
-    ColorDevice,
-    Header,
-    Ignored,
-};
 
 struct MainRow
 {
     std::string_view keyword;
-    Main main;
+    PpdKeyword meaning;
     std::string_view Ppd::Header::*field = nullptr;
 };
 
 constexpr MainRow kMains[] = {
-    {"OpenUI", Main::OpenUI},
-    {"CloseUI", Main::CloseUI},
-    {"JCLOpenUI", Main::JclOpenUI},
-    {"JCLCloseUI", Main::JclCloseUI},
-    {"OpenGroup", Main::OpenGroup},
-    {"CloseGroup", Main::CloseGroup},
-    {"OpenSubGroup", Main::OpenSubGroup},
-    {"CloseSubGroup", Main::CloseSubGroup},
-    {"OrderDependency", Main::OrderDependency},
-    {"NonUIOrderDependency", Main::OrderDependency},
-    {"UIConstraints", Main::UIConstraints},
-    {"NonUIConstraints", Main::NonUIConstraints},
-    {"Include", Main::Include},
-    {"SymbolValue", Main::SymbolValue},
-    {"PaperDimension", Main::PaperDimension},
-    {"ImageableArea", Main::ImageableArea},
-    {"CustomPageSize", Main::CustomPageSize},
-    {"ParamCustomPageSize", Main::ParamCustomPageSize},
-    {"MaxMediaWidth", Main::MaxMediaWidth},
-    {"MaxMediaHeight", Main::MaxMediaHeight},
-    {"LanguageEncoding", Main::LanguageEncoding},
-    {"LanguageLevel", Main::LanguageLevel},
-    {"ColorDevice", Main::ColorDevice},
-    {"End", Main::Ignored},
-    {"SymbolEnd", Main::Ignored},
-    {"PPD-Adobe", Main::Header, &Ppd::Header::formatVersion},
-    {"FileVersion", Main::Header, &Ppd::Header::fileVersion},
-    {"LanguageVersion", Main::Header, &Ppd::Header::languageVersion},
-    {"Manufacturer", Main::Header, &Ppd::Header::manufacturer},
-    {"ModelName", Main::Header, &Ppd::Header::modelName},
-    {"NickName", Main::Header, &Ppd::Header::nickName},
-    {"ShortNickName", Main::Header, &Ppd::Header::shortNickName},
-    {"PCFileName", Main::Header, &Ppd::Header::pcFileName},
-    {"Product", Main::Header, &Ppd::Header::product},
-    {"PSVersion", Main::Header, &Ppd::Header::psVersion},
+    {"OpenUI", PpdKeyword::OpenUI},
+    {"CloseUI", PpdKeyword::CloseUI},
+    {"JCLOpenUI", PpdKeyword::JclOpenUI},
+    {"JCLCloseUI", PpdKeyword::JclCloseUI},
+    {"OpenGroup", PpdKeyword::OpenGroup},
+    {"CloseGroup", PpdKeyword::CloseGroup},
+    {"OpenSubGroup", PpdKeyword::OpenSubGroup},
+    {"CloseSubGroup", PpdKeyword::CloseSubGroup},
+    {"OrderDependency", PpdKeyword::OrderDependency},
+    {"NonUIOrderDependency", PpdKeyword::OrderDependency},
+    {"UIConstraints", PpdKeyword::UIConstraints},
+    {"NonUIConstraints", PpdKeyword::NonUIConstraints},
+    {"Include", PpdKeyword::Include},
+    {"SymbolValue", PpdKeyword::SymbolValue},
+    {"PaperDimension", PpdKeyword::PaperDimension},
+    {"ImageableArea", PpdKeyword::ImageableArea},
+    {"CustomPageSize", PpdKeyword::CustomPageSize},
+    {"ParamCustomPageSize", PpdKeyword::ParamCustomPageSize},
+    {"MaxMediaWidth", PpdKeyword::MaxMediaWidth},
+    {"MaxMediaHeight", PpdKeyword::MaxMediaHeight},
+    {"LanguageEncoding", PpdKeyword::LanguageEncoding},
+    {"LanguageLevel", PpdKeyword::LanguageLevel},
+    {"ColorDevice", PpdKeyword::ColorDevice},
+    {"End", PpdKeyword::Other},
+    {"SymbolEnd", PpdKeyword::Other},
+    {"PPD-Adobe", PpdKeyword::Header, &Ppd::Header::formatVersion},
+    {"FileVersion", PpdKeyword::Header, &Ppd::Header::fileVersion},
+    {"LanguageVersion", PpdKeyword::Header, &Ppd::Header::languageVersion},
+    {"Manufacturer", PpdKeyword::Header, &Ppd::Header::manufacturer},
+    {"ModelName", PpdKeyword::Header, &Ppd::Header::modelName},
+    {"NickName", PpdKeyword::Header, &Ppd::Header::nickName},
+    {"ShortNickName", PpdKeyword::Header, &Ppd::Header::shortNickName},
+    {"PCFileName", PpdKeyword::Header, &Ppd::Header::pcFileName},
+    {"Product", PpdKeyword::Header, &Ppd::Header::product},
+    {"PSVersion", PpdKeyword::Header, &Ppd::Header::psVersion},
 };
 
 const KeywordTable& MainTable()
@@ -105,25 +72,6 @@ const KeywordTable& MainTable()
         return made;
     }();
     return table;
-}
-
-std::string_view WithoutAsterisk(std::string_view keyword)
-{
-    return keyword.starts_with('*') ? keyword.substr(1) : keyword;
-}
-
-double Number(std::string_view word)
-{
-    double number = 0;
-    std::from_chars(word.data(), word.data() + word.size(), number);
-    return number;
-}
-
-// PPDs measure in points of 1/72 inch, forms in thousandths of a millimetre.
-int Micrometres(double points)
-{
-    const double length = points * 25400 / 72;
-    return length > 0 && length < 1e9 ? static_cast<int>(std::lround(length)) : 0;
 }
 
 std::string Statements(std::string_view main, std::string_view feature)
@@ -145,8 +93,7 @@ class PpdReader
 {
 public:
     PpdReader(const std::string& name, const PpdReadOptions& options, const PpdIncluder& includer)
-        : ppd_(std::make_unique<Ppd>()), language_(options.language), strict_(options.strict),
-          pretended_(options.pretended), includer_(includer)
+        : ppd_(draft_.ppd.get()), options_(options), includer_(includer)
     {
         ppd_->fileName_ = name;
     }
@@ -155,11 +102,14 @@ public:
     {
         ppd_->optionTable_.Reserve(text.size() / 128);
         ReadFile(ppd_->fileName_, std::move(text));
-        if (!begun_) Fail(files_.front().EndOfText(), "\"*PPD-Adobe: \"4.3\"\" expected; the file is empty");
-        if (open_)
-            Slip(files_.front().EndOfText(), CloseStatement() + " expected before the end of the file");
-        Finish();
-        return std::move(ppd_);
+        const std::string_view whole = ppd_->files_.front().Text();
+        const char* const end = whole.data() + whole.find_last_not_of(" \t\r\n") + 1;
+        if (!begun_) Fail(end, "\"*PPD-Adobe: \"4.3\"\" expected; the file is empty");
+        if (open_) SlipOpen(end, "the end of the file");
+        CloseGroupsAbove(0);
+        SettlePpd(draft_, options_);
+        ppd_->warnings_ = std::move(draft_.warnings);
+        return std::move(draft_.ppd);
     }
 
 private:
@@ -172,44 +122,36 @@ private:
     {
         std::string_view keyword;
         bool installable;
-    };
-    struct Pending // a statement that is settled when the whole file is known
-    {
         const char* at;
-        std::string_view main, option, value;
-        Main kind;
-    };
-    struct Translation
-    {
-        std::string_view feature, option, text;
-        bool regional;
     };
 
     // ---- messages
 
-    PpdMessage At(const char* position, std::string text)
+    [[noreturn]] void Fail(const char* place, std::string text) const
     {
-        for (PpdScanner& file : files_) {
-            if (file.Holds(position)) return file.At(position, std::move(text));
-        }
-        return {ppd_->fileName_, 0, std::move(text)};
-    }
-
-    [[noreturn]] void Fail(const char* position, std::string text)
-    {
-        throw PpdFailure{At(position, std::move(text))};
-    }
-
-    void Warn(const char* position, std::string text)
-    {
-        if (ppd_->warnings_.size() < kMaxWarnings) ppd_->warnings_.push_back(At(position, std::move(text)));
+        throw PpdFailure{ppd_->At(place, std::move(text))};
     }
 
     // A fault whose meaning is clear: real files have it, a file under development should not.
-    void Slip(const char* position, std::string text)
+    void Slip(const char* place, std::string_view code, std::string text, std::string_view feature = {},
+              std::string_view option = {})
     {
-        if (strict_) Fail(position, std::move(text));
-        Warn(position, std::move(text));
+        if (options_.strict) Fail(place, std::move(text));
+        draft_.Warn(place, code, std::move(text), feature, option);
+    }
+
+    // A fault that loses some of the meaning.
+    void Fault(const char* place, std::string_view code, std::string text, std::string_view feature = {},
+               std::string_view option = {})
+    {
+        if (!options_.toCheck) Fail(place, std::move(text));
+        draft_.Warn(place, code, std::move(text), feature, option);
+    }
+
+    void SlipOpen(const char* place, const std::string& before)
+    {
+        const std::string_view feature = ppd_->features_[open_->feature].keyword;
+        Slip(place, "feature-not-closed", CloseStatement() + " expected before " + before, feature);
     }
 
     // ---- files
@@ -229,93 +171,112 @@ private:
         std::string_view kept = ppd_->texts_.emplace_back(std::move(text));
         const bool marked = kept.starts_with(kByteOrderMark);
         if (marked) kept.remove_prefix(kByteOrderMark.size());
-        PpdScanner& file = files_.emplace_back(name, kept);
-        if (marked) Warn(kept.data(), "a byte order mark stands before the first statement");
+        const PpdFile& file = ppd_->files_.emplace_back(name, kept);
+        if (marked)
+            draft_.Warn(kept.data(), "byte-order-mark",
+                        "a byte order mark stands before the first statement");
         active_.push_back(&file);
-        for (PpdStatement statement; file.Next(statement);)
+        PpdScanner scanner(kept);
+        for (PpdStatement statement; scanner.Next(statement);) {
             Handle(statement);
+            if (options_.toCheck) ppd_->statements_.push_back(statement);
+        }
         active_.pop_back();
     }
 
     // ---- statements
 
-    void Handle(const PpdStatement& statement)
+    // Also tells the statement what it is.
+    void Handle(PpdStatement& statement)
     {
-        if (statement.stray) {
+        if (statement.keyword == PpdKeyword::Stray) {
             if (!begun_) Fail(statement.at, "\"*PPD-Adobe: \"4.3\"\" expected as the first line of a PPD");
-            Warn(statement.at,
-                 "\"*\" expected at the start of " + Quoted(statement.value) + "; the line is passed over");
+            draft_.Warn(statement.at, "stray-line",
+                        "\"*\" expected at the start of " + Quoted(statement.value) +
+                            "; the line is passed over");
             return;
         }
+        if (statement.unclosed)
+            Fault(statement.at, "closing-quote",
+                  "the closing quote of the value that begins here is missing before the next statement",
+                  statement.option.empty() ? std::string_view() : statement.main, statement.option);
         // Most lines are options of the feature that is open.
-        if (open_ && statement.main == ppd_->features_[open_->feature].keyword) {
-            AddOption(open_->feature, statement);
-            return;
-        }
-        if (!begun_) {
-            if (statement.main != "PPD-Adobe")
-                Fail(statement.at, "\"*PPD-Adobe: \"4.3\"\" expected as the first line of a PPD, not " +
-                                       Quoted("*" + std::string(statement.main)));
-            begun_ = true;
-        }
+        if (open_ && statement.main == ppd_->features_[open_->feature].keyword)
+            return AddOption(open_->feature, statement);
+        if (!begun_) Begin(statement);
         const std::uint32_t row = MainTable().Find(statement.main);
-        if (row != KeywordTable::kNone)
+        if (row != KeywordTable::kNone) {
+            statement.keyword = kMains[row].meaning;
             HandleMain(kMains[row], statement);
-        else if (statement.main.starts_with("Default"))
-            pending_.push_back(
-                {statement.at, statement.main.substr(7), {}, DefaultOf(statement), Main::Ignored});
-        else if (const auto feature =
-                     statement.option.empty() ? std::nullopt : ppd_->FindFeature(statement.main))
+        } else if (statement.main.starts_with("Default")) {
+            statement.keyword = PpdKeyword::Default;
+            statement.main.remove_prefix(7);
+            draft_.pending.push_back(statement);
+        } else if (const auto feature =
+                       statement.option.empty() ? std::nullopt : ppd_->FindFeature(statement.main)) {
             AddOption(*feature, statement);
-        else
+        } else {
             AddTranslation(statement);
+        }
     }
 
-    static std::string_view DefaultOf(const PpdStatement& statement)
+    void Begin(const PpdStatement& first)
     {
-        return Trim(statement.value.substr(0, statement.value.find('/')));
+        begun_ = true;
+        const PpdFile& file = ppd_->files_.back();
+        if (first.main != "PPD-Adobe") {
+            const std::string text = "\"*PPD-Adobe: \"4.3\"\" expected as the first line of a PPD, not " +
+                                     Quoted(Starred(first.main));
+            if (file.Text().find("\n*PPD-Adobe:") == std::string_view::npos) Fail(first.at, text);
+            Fault(first.at, "first-line", text);
+        } else if (first.at != file.Text().data()) {
+            draft_.Warn(
+                first.at, "first-line",
+                "\"*PPD-Adobe: \"4.3\"\" is not the first line of the file, by which programs know a PPD");
+        }
     }
 
     void HandleMain(const MainRow& row, const PpdStatement& statement)
     {
-        switch (row.main) {
-        case Main::OpenUI:
-        case Main::JclOpenUI:
-            return OpenUI(statement, row.main == Main::JclOpenUI);
-        case Main::CloseUI:
-        case Main::JclCloseUI:
+        switch (row.meaning) {
+        case PpdKeyword::OpenUI:
+        case PpdKeyword::JclOpenUI:
+            return OpenUI(statement, row.meaning == PpdKeyword::JclOpenUI);
+        case PpdKeyword::CloseUI:
+        case PpdKeyword::JclCloseUI:
             return CloseUI(statement);
-        case Main::OpenGroup:
-        case Main::OpenSubGroup:
+        case PpdKeyword::OpenGroup:
+        case PpdKeyword::OpenSubGroup:
             return OpenGroup(statement);
-        case Main::CloseGroup:
-        case Main::CloseSubGroup:
+        case PpdKeyword::CloseGroup:
+        case PpdKeyword::CloseSubGroup:
             return CloseGroup(statement);
-        case Main::Include:
+        case PpdKeyword::Include:
             return Include(statement);
-        case Main::SymbolValue:
-            symbolTable_.Insert(statement.option, static_cast<std::uint32_t>(symbols_.size()));
-            symbols_.push_back(statement.value);
+        case PpdKeyword::SymbolValue:
+            draft_.symbolTable.Insert(statement.option, static_cast<std::uint32_t>(draft_.symbols.size()));
+            draft_.symbols.push_back(statement.value);
             return;
-        case Main::LanguageEncoding:
+        case PpdKeyword::LanguageEncoding:
+            if (!ppd_->header_.languageEncoding.empty()) return;
             ppd_->header_.languageEncoding = statement.value;
-            encoding_ = PpdEncodingFromName(statement.value);
+            draft_.encoding = PpdEncodingFromName(statement.value);
             return;
-        case Main::LanguageLevel:
+        case PpdKeyword::LanguageLevel:
             ppd_->header_.languageLevel =
-                static_cast<int>(std::clamp(Number(Trim(statement.value)), 0.0, 9.0));
+                static_cast<int>(std::clamp(PpdNumber(Trim(statement.value)), 0.0, 9.0));
             return;
-        case Main::ColorDevice:
+        case PpdKeyword::ColorDevice:
             ppd_->header_.colorDevice = statement.value == "True";
             return;
-        case Main::Header:
+        case PpdKeyword::Header:
             if (std::string_view& field = ppd_->header_.*row.field; field.empty())
                 field = Trim(statement.value);
             return;
-        case Main::Ignored:
+        case PpdKeyword::Other:
             return;
         default:
-            pending_.push_back({statement.at, statement.main, statement.option, statement.value, row.main});
+            draft_.pending.push_back(statement);
         }
     }
 
@@ -327,23 +288,22 @@ private:
     void OpenUI(const PpdStatement& statement, bool jcl)
     {
         const std::string_view keyword = WithoutAsterisk(statement.option);
-        if (open_)
-            Slip(statement.at, CloseStatement() + " expected before " +
-                                   Statements(jcl ? "*JCLOpenUI" : "*OpenUI", keyword));
+        if (open_) SlipOpen(statement.at, Statements(jcl ? "*JCLOpenUI" : "*OpenUI", keyword));
         if (keyword.empty()) Fail(statement.at, "the keyword of a feature expected after \"*OpenUI\"");
         const auto number = static_cast<std::uint32_t>(ppd_->features_.size());
         const std::uint32_t known = ppd_->featureTable_.Insert(keyword, number);
         open_ = OpenFeature{known, jcl};
         if (known != number) {
-            Warn(statement.at,
-                 Statements("*OpenUI", keyword) + " a second time; its options are added to the first");
+            draft_.Warn(statement.at, "feature-twice",
+                        Statements("*OpenUI", keyword) + " a second time; its options are added to the first",
+                        keyword);
             return;
         }
         PpdFeature feature;
         feature.keyword = keyword;
         feature.text = statement.hasText ? statement.text : keyword;
         feature.jcl = jcl;
-        feature.type = TypeOf(statement);
+        feature.type = TypeOf(statement, keyword);
         if (!groups_.empty()) {
             feature.group = groups_.back().keyword;
             feature.installable = groups_.back().installable;
@@ -351,13 +311,15 @@ private:
         ppd_->features_.push_back(std::move(feature));
     }
 
-    PpdFeatureType TypeOf(const PpdStatement& statement)
+    PpdFeatureType TypeOf(const PpdStatement& statement, std::string_view feature)
     {
         if (statement.value == "PickMany") return PpdFeatureType::PickMany;
         if (statement.value == "Boolean") return PpdFeatureType::Boolean;
         if (statement.value != "PickOne")
-            Warn(statement.at, "\"PickOne\", \"PickMany\" or \"Boolean\" expected, not " +
-                                   Quoted(statement.value) + "; taken as \"PickOne\"");
+            draft_.Warn(statement.at, "feature-type",
+                        "\"PickOne\", \"PickMany\" or \"Boolean\" expected, not " + Quoted(statement.value) +
+                            "; taken as \"PickOne\"",
+                        feature);
         return PpdFeatureType::PickOne;
     }
 
@@ -366,11 +328,13 @@ private:
         std::string_view value = statement.hasValue ? statement.value : statement.option;
         value = WithoutAsterisk(Trim(value.substr(0, value.find('/'))));
         if (!open_) {
-            Warn(statement.at, Statements("*CloseUI:", value) + " without its \"*OpenUI\"");
+            draft_.Warn(statement.at, "feature-not-open",
+                        Statements("*CloseUI:", value) + " without its \"*OpenUI\"", value);
             return;
         }
-        if (value != ppd_->features_[open_->feature].keyword)
-            Fail(statement.at, CloseStatement() + " expected, not " + Statements("*CloseUI:", value));
+        if (const std::string_view open = ppd_->features_[open_->feature].keyword; value != open)
+            Fault(statement.at, "feature-closed-as",
+                  CloseStatement() + " expected, not " + Statements("*CloseUI:", value), open);
         open_.reset();
     }
 
@@ -389,24 +353,38 @@ private:
                  "groups stand in one another more than " + std::to_string(kMaxGroupDepth) + " deep");
         const bool installable =
             name == "InstallableOptions" || (!groups_.empty() && groups_.back().installable);
-        groups_.push_back({name, installable});
+        groups_.push_back({name, installable, statement.at});
     }
 
     void CloseGroup(const PpdStatement& statement)
     {
         const std::string_view name = GroupName(statement);
         if (open_) {
-            Slip(statement.at,
-                 CloseStatement() + " expected before " + Quoted("*CloseGroup: " + std::string(name)));
+            SlipOpen(statement.at, Quoted("*CloseGroup: " + std::string(name)));
             open_.reset();
         }
         const auto open = std::find_if(groups_.rbegin(), groups_.rend(),
                                        [name](const Group& group) { return group.keyword == name; });
-        if (open == groups_.rend()) {
-            Warn(statement.at, Quoted("*CloseGroup: " + std::string(name)) + " without its \"*OpenGroup\"");
-            return;
+        if (open != groups_.rend()) {
+            CloseGroupsAbove(static_cast<std::size_t>(groups_.rend() - open));
+            groups_.pop_back();
+        } else if (groups_.empty()) {
+            draft_.Warn(statement.at, "group-not-open",
+                        Quoted("*CloseGroup: " + std::string(name)) + " without its \"*OpenGroup\"");
+        } else {
+            draft_.Warn(statement.at, "group-closed-as",
+                        Quoted("*CloseGroup: " + std::string(groups_.back().keyword)) + " expected, not " +
+                            Quoted("*CloseGroup: " + std::string(name)));
+            groups_.pop_back();
         }
-        groups_.erase(open.base() - 1, groups_.end());
+    }
+
+    // Tells of the groups that stand open within others.
+    void CloseGroupsAbove(std::size_t depth)
+    {
+        for (; groups_.size() > depth; groups_.pop_back())
+            draft_.Warn(groups_.back().at, "group-not-closed",
+                        "the group " + Quoted(groups_.back().keyword) + " is not closed");
     }
 
     void Include(const PpdStatement& statement)
@@ -418,10 +396,10 @@ private:
         if (active_.size() >= kMaxIncludeDepth)
             Fail(statement.at,
                  "files include one another more than " + std::to_string(kMaxIncludeDepth) + " deep");
-        if (files_.size() >= kMaxFiles)
+        if (ppd_->files_.size() >= kMaxFiles)
             Fail(statement.at, "more than " + std::to_string(kMaxFiles) + " files are included");
         const std::string path = BesideOf(ppd_->fileName_, name);
-        for (const PpdScanner* file : active_) {
+        for (const PpdFile* file : active_) {
             if (file->Name() == path) Fail(statement.at, Quoted(name) + " includes itself");
         }
         std::optional<std::string> text = includer_ ? includer_(name) : std::nullopt;
@@ -435,20 +413,24 @@ private:
         return folder == std::string::npos ? name : file.substr(0, folder + 1) + name;
     }
 
-    void AddOption(std::size_t number, const PpdStatement& statement)
+    void AddOption(std::size_t number, PpdStatement& statement)
     {
+        PpdFeature& feature = ppd_->features_[number];
         if (statement.option.empty() || !statement.hasValue) {
-            Warn(statement.at, "an option keyword and \":\" expected after " +
-                                   Quoted("*" + std::string(statement.main)) + "; the line is passed over");
+            draft_.Warn(statement.at, "option-form",
+                        "an option keyword and \":\" expected after " + Quoted(Starred(statement.main)) +
+                            "; the line is passed over",
+                        feature.keyword);
             return;
         }
-        PpdFeature& feature = ppd_->features_[number];
+        statement.keyword = PpdKeyword::Option;
         const auto option = static_cast<std::uint32_t>(feature.options.size());
         if (ppd_->optionTable_.Insert(statement.option, option, static_cast<std::uint32_t>(number)) !=
             option) {
-            Warn(statement.at,
-                 Quoted("*" + std::string(feature.keyword) + " " + std::string(statement.option)) +
-                     " a second time; the first one counts");
+            draft_.Warn(statement.at, "option-twice",
+                        Quoted(Starred(feature.keyword) + " " + std::string(statement.option)) +
+                            " a second time; the first one counts",
+                        feature.keyword, statement.option);
             return;
         }
         feature.options.push_back(
@@ -456,10 +438,11 @@ private:
     }
 
     // "*de.Translation MediaType/Papiersorte: """ and "*de.MediaType Glossy/Glanz: """.
-    void AddTranslation(const PpdStatement& statement)
+    void AddTranslation(PpdStatement& statement)
     {
         const std::size_t stop = statement.main.find('.');
         if (stop == std::string_view::npos || !IsLanguage(statement.main.substr(0, stop))) return;
+        statement.keyword = PpdKeyword::Translation;
         const std::string_view tag = statement.main.substr(0, stop);
         if (tag != lastLanguage_) {
             lastLanguage_ = tag;
@@ -467,311 +450,26 @@ private:
                 std::find(ppd_->languages_.begin(), ppd_->languages_.end(), tag) == ppd_->languages_.end())
                 ppd_->languages_.emplace_back(tag);
         }
-        const bool exact = tag == language_;
-        if (!statement.hasText || language_.empty() ||
-            (!exact && tag != std::string_view(language_).substr(0, 2)))
+        const bool exact = tag == options_.language;
+        if (!statement.hasText || options_.language.empty() ||
+            (!exact && tag != std::string_view(options_.language).substr(0, 2)))
             return;
         const std::string_view main = statement.main.substr(stop + 1);
         if (main == "Translation")
-            translations_.push_back({statement.option, {}, statement.text, exact});
+            draft_.translations.push_back({statement.option, {}, statement.text, exact});
         else
-            translations_.push_back({main, statement.option, statement.text, exact});
+            draft_.translations.push_back({main, statement.option, statement.text, exact});
     }
 
-    // ---- the end of the file
-
-    void Finish()
-    {
-        DropEmptyFeatures();
-        Pretend();
-        for (PpdFeature& feature : ppd_->features_) {
-            feature.text = Decoded(feature.text, feature.keyword, encoding_);
-            for (PpdOption& option : feature.options) {
-                option.text = Decoded(option.text, option.keyword, encoding_);
-                ResolveSymbol(option);
-                if (feature.jcl && option.value.find('<') != std::string_view::npos)
-                    option.value = ppd_->texts_.emplace_back(ResolvePpdHex(option.value));
-            }
-        }
-        Ppd::Header& header = ppd_->header_;
-        for (std::string_view* text :
-             {&header.manufacturer, &header.modelName, &header.nickName, &header.shortNickName})
-            *text = Decoded(*text, *text, encoding_);
-        if (header.product.starts_with('(') && header.product.ends_with(')'))
-            header.product = header.product.substr(1, header.product.size() - 2);
-
-        for (const bool regional : {false, true})
-            Translate(regional);
-        AddCustomPageSize();
-        for (const Pending& pending : pending_)
-            Settle(pending);
-        SelectPretended();
-    }
-
-    std::string_view Decoded(std::string_view raw, std::string_view keyword, PpdEncoding encoding)
-    {
-        if (!IsPlainPpdText(raw)) {
-            std::optional<std::string> text = DecodePpdText(raw, encoding);
-            if (!text) return keyword;
-            raw = ppd_->texts_.emplace_back(std::move(*text));
-        }
-        return raw.empty() ? keyword : raw;
-    }
-
-    void ResolveSymbol(PpdOption& option)
-    {
-        if (!option.value.starts_with('^')) return;
-        const std::uint32_t symbol = symbolTable_.Find(option.value);
-        if (symbol != KeywordTable::kNone) option.value = symbols_[symbol];
-    }
-
-    void DropEmptyFeatures()
-    {
-        std::vector<PpdFeature>& features = ppd_->features_;
-        const auto empty = [](const PpdFeature& feature) { return feature.options.empty(); };
-        if (std::none_of(features.begin(), features.end(), empty)) return;
-        for (const PpdFeature& feature : features) {
-            if (empty(feature))
-                Warn(feature.keyword.data(),
-                     Quoted("*" + std::string(feature.keyword)) + " has no options; it is left out");
-        }
-        std::erase_if(features, empty);
-        RebuildTables();
-    }
-
-    void RebuildTables()
-    {
-        const std::vector<PpdFeature>& features = ppd_->features_;
-        ppd_->featureTable_ = {};
-        ppd_->optionTable_ = {};
-        for (std::uint32_t number = 0; number < features.size(); ++number) {
-            ppd_->featureTable_.Insert(features[number].keyword, number);
-            for (std::uint32_t option = 0; option < features[number].options.size(); ++option)
-                ppd_->optionTable_.Insert(features[number].options[option].keyword, option, number);
-        }
-    }
-
-    void Pretend()
-    {
-        for (const auto& [keyword, option] : pretended_) {
-            if (!ppd_->FindFeature(keyword)) {
-                PpdFeature added;
-                added.keyword = added.text = ppd_->texts_.emplace_back(keyword);
-                ppd_->features_.push_back(std::move(added));
-                RebuildTables();
-            }
-            std::vector<PpdOption>& options = ppd_->features_[*ppd_->FindFeature(keyword)].options;
-            auto at = std::ranges::find(options, option, &PpdOption::keyword);
-            if (at == options.end()) {
-                const std::string_view text = ppd_->texts_.emplace_back(option);
-                at = options.insert(options.end(), PpdOption{text, text, {}});
-            }
-            std::rotate(options.begin(), at, at + 1);
-            RebuildTables();
-        }
-    }
-
-    void SelectPretended()
-    {
-        for (const auto& [keyword, option] : pretended_)
-            ppd_->features_[*ppd_->FindFeature(keyword)].defaultOption = 0;
-    }
-
-    void Translate(bool regional)
-    {
-        for (const Translation& translation : translations_) {
-            const auto number = ppd_->FindFeature(translation.feature);
-            if (translation.regional != regional || !number) continue;
-            PpdFeature& feature = ppd_->features_[*number];
-            if (translation.option.empty())
-                feature.text = Decoded(translation.text, feature.text, PpdEncoding::Utf8);
-            else if (const auto option = ppd_->FindOption(*number, translation.option))
-                feature.options[*option].text =
-                    Decoded(translation.text, feature.options[*option].text, PpdEncoding::Utf8);
-        }
-    }
-
-    void AddCustomPageSize()
-    {
-        const auto custom = std::find_if(pending_.begin(), pending_.end(), [](const Pending& pending) {
-            return pending.kind == Main::CustomPageSize && pending.option == "True";
-        });
-        const auto pageSize = ppd_->FindFeature("PageSize");
-        if (custom == pending_.end() || !pageSize) return;
-        ppd_->customSize_.emplace();
-        PpdFeature& feature = ppd_->features_[*pageSize];
-        const auto option = static_cast<std::uint32_t>(feature.options.size());
-        if (ppd_->optionTable_.Insert(kCustomPageSize, option, static_cast<std::uint32_t>(*pageSize)) ==
-            option)
-            feature.options.push_back({kCustomPageSize, CustomText(), custom->value});
-    }
-
-    std::string_view CustomText() const
-    {
-        return language_.starts_with("de") ? "Eigene Gr\xC3\xB6\xC3\x9F"
-                                             "e"
-                                           : "Custom Size";
-    }
-
-    void Settle(const Pending& pending)
-    {
-        switch (pending.kind) {
-        case Main::Ignored:
-            return SetDefault(pending);
-        case Main::OrderDependency:
-            return SetOrder(pending);
-        case Main::UIConstraints:
-        case Main::NonUIConstraints:
-            return AddConstraint(pending);
-        case Main::PaperDimension:
-        case Main::ImageableArea:
-            return SetDimension(pending);
-        case Main::ParamCustomPageSize:
-        case Main::MaxMediaWidth:
-        case Main::MaxMediaHeight:
-            return SetCustomLimit(pending);
-        default:
-            return;
-        }
-    }
-
-    void SetDefault(const Pending& pending)
-    {
-        const auto number = ppd_->FindFeature(pending.main);
-        if (!number) return;
-        PpdFeature& feature = ppd_->features_[*number];
-        if (const auto option = ppd_->FindOption(*number, pending.value))
-            feature.defaultOption = *option;
-        else if (pending.value != "Unknown")
-            Warn(pending.at, "the default " + Quoted(pending.value) + " is no option of " +
-                                 Quoted("*" + std::string(feature.keyword)) + "; the first option " +
-                                 Quoted(feature.options.front().keyword) + " is taken");
-    }
-
-    void SetOrder(const Pending& pending)
-    {
-        std::string_view rest = pending.value;
-        const double order = Number(NextWord(rest));
-        const std::string_view section = NextWord(rest);
-        if (const auto number = ppd_->FindFeature(WithoutAsterisk(NextWord(rest)))) {
-            ppd_->features_[*number].order = order;
-            ppd_->features_[*number].section = section;
-        }
-    }
-
-    // "*Duplex *MediaType Film", "*Duplex DuplexTumble *MediaType Film", "*Duplex DuplexTumble *MediaType",
-    // "*A *B".
-    void AddConstraint(const Pending& pending)
-    {
-        PpdConstraint constraint{0, kNoOption, 0, kNoOption};
-        std::string_view rest = pending.value;
-        std::string_view word = NextWord(rest);
-        for (int side = 0; side < 2; ++side) {
-            if (!word.starts_with('*')) {
-                Warn(pending.at, "two features with their options expected after \"*" +
-                                     std::string(pending.main) + ":\"; the constraint is passed over");
-                return;
-            }
-            std::size_t& feature = side ? constraint.feature2 : constraint.feature1;
-            std::size_t& option = side ? constraint.option2 : constraint.option1;
-            std::string_view keyword = word.substr(1);
-            if (keyword == kCustomPageSize) keyword = "PageSize";
-            const auto number = ppd_->FindFeature(keyword);
-            if (!number) return UnknownInConstraint(pending, word);
-            feature = *number;
-            const bool custom = word == "*CustomPageSize";
-            word = NextWord(rest);
-            if (custom && word == "True")
-                option = ppd_->FindOption(feature, kCustomPageSize).value_or(kNoOption);
-            else if (!word.empty() && !word.starts_with('*')) {
-                const auto found = ppd_->FindOption(feature, word);
-                if (!found) return UnknownInConstraint(pending, word);
-                option = *found;
-            }
-            if (!word.empty() && !word.starts_with('*')) word = NextWord(rest);
-        }
-        if (constraint.feature1 != constraint.feature2) ppd_->constraints_.push_back(constraint);
-    }
-
-    void UnknownInConstraint(const Pending& pending, std::string_view word)
-    {
-        if (pending.kind == Main::UIConstraints &&
-            unknownTable_.Insert(word, unknownCount_) == unknownCount_) {
-            ++unknownCount_;
-            Warn(pending.at,
-                 Quoted(word) + " is not defined in the file; constraints that name it are passed over");
-        }
-    }
-
-    void SetDimension(const Pending& pending)
-    {
-        const auto pageSize = ppd_->FindFeature("PageSize");
-        const auto option = pageSize ? ppd_->FindOption(*pageSize, pending.option) : std::nullopt;
-        if (!option) return;
-        const auto slot = static_cast<std::uint32_t>(ppd_->forms_.size());
-        const std::uint32_t at = formTable_.Insert(pending.option, slot);
-        if (at == slot)
-            ppd_->forms_.push_back({pending.option, ppd_->features_[*pageSize].options[*option].text});
-        PpdForm& form = ppd_->forms_[at];
-        std::array<int, 4> lengths{};
-        std::string_view rest = pending.value;
-        for (int& length : lengths)
-            length = Micrometres(Number(NextWord(rest)));
-        if (pending.kind == Main::PaperDimension) {
-            form.width = lengths[0];
-            form.height = lengths[1];
-        } else {
-            form.left = lengths[0];
-            form.bottom = lengths[1];
-            form.right = lengths[2];
-            form.top = lengths[3];
-        }
-    }
-
-    // "*ParamCustomPageSize Width: 1 points 36 1000"; "*MaxMediaWidth: "1000"".
-    void SetCustomLimit(const Pending& pending)
-    {
-        if (!ppd_->customSize_) return;
-        PpdCustomSize& size = *ppd_->customSize_;
-        std::string_view rest = pending.value;
-        if (pending.kind != Main::ParamCustomPageSize) {
-            int& limit = pending.kind == Main::MaxMediaWidth ? size.maxWidth : size.maxHeight;
-            if (limit == 0) limit = Micrometres(Number(NextWord(rest)));
-            return;
-        }
-        NextWord(rest); // the position on the stack
-        NextWord(rest); // "points"
-        const int least = Micrometres(Number(NextWord(rest)));
-        const int most = Micrometres(Number(NextWord(rest)));
-        if (pending.option == "Width") {
-            size.minWidth = least;
-            size.maxWidth = most;
-        } else if (pending.option == "Height") {
-            size.minHeight = least;
-            size.maxHeight = most;
-        }
-    }
-
-    std::unique_ptr<Ppd> ppd_;
-    std::string language_;
-    bool strict_;
-    std::vector<std::pair<std::string, std::string>> pretended_;
+    PpdDraft draft_;
+    Ppd* const ppd_;
+    const PpdReadOptions& options_;
     const PpdIncluder& includer_;
-    std::deque<PpdScanner> files_;
-    std::vector<const PpdScanner*>
-        active_; // the files that are being read, each included by the one before it
+    std::vector<const PpdFile*> active_; // that are being read, each included by the one before it
     bool begun_ = false;
-    PpdEncoding encoding_ = PpdEncoding::Unknown;
     std::optional<OpenFeature> open_;
     std::vector<Group> groups_;
-    std::vector<Pending> pending_;
-    std::vector<Translation> translations_;
     std::string_view lastLanguage_;
-    KeywordTable symbolTable_;
-    std::vector<std::string_view> symbols_;
-    KeywordTable formTable_;
-    KeywordTable unknownTable_; // words of constraints that were told about
-    std::uint32_t unknownCount_ = 0;
 };
 
 PpdResult ReadPpdText(std::string text, const std::string& name, const PpdReadOptions& options,

@@ -22,6 +22,8 @@ struct PpdReadOptions
     std::string language;
     // Refuses what readers usually put up with: a feature that is not closed before the next one.
     bool strict = false;
+    // For tintwerk check: goes on behind faults that otherwise end the reading, and keeps the statements.
+    bool toCheck = false;
     // Feature and option: the option becomes the feature's first one and its default, as if the file had it
     // so.
     std::vector<std::pair<std::string, std::string>> pretended;

@@ -2,16 +2,27 @@
 
 #include <algorithm>
 #include <cstring>
-#include <iterator>
-#include <utility>
 
 #include "host/ppd/ppd_text.h"
 
 namespace tintwerk {
 
-PpdScanner::PpdScanner(std::string name, std::string_view text)
-    : name_(std::move(name)), begin_(text.data()), end_(text.data() + text.size()), at_(begin_),
-      loneReturns_(HasLoneReturns()), counted_(begin_)
+namespace {
+
+// Whether a line inside a value is a statement, so that the value's closing quote was forgotten. PostScript
+// has no operator that begins with an asterisk.
+bool BeginsStatement(std::string_view line)
+{
+    if (line.size() < 2 || line[0] != '*') return false;
+    const char first = line[1];
+    const bool letter = (first >= 'A' && first <= 'Z') || (first >= 'a' && first <= 'z');
+    return letter && (line.starts_with("*End") || line.find(':') != line.npos);
+}
+
+} // namespace
+
+PpdScanner::PpdScanner(std::string_view text)
+    : begin_(text.data()), end_(text.data() + text.size()), at_(begin_), loneReturns_(HasLoneReturns())
 {
 }
 
@@ -32,27 +43,6 @@ const char* PpdScanner::LineEnd(const char* at) const
     return found ? static_cast<const char*>(found) : end_;
 }
 
-const char* PpdScanner::EndOfText() const
-{
-    const char* last = end_;
-    while (last > begin_ && (IsLineEnd(last[-1]) || IsBlank(last[-1])))
-        --last;
-    return last;
-}
-
-PpdMessage PpdScanner::At(const char* position, std::string text)
-{
-    if (position < counted_) {
-        counted_ = begin_;
-        line_ = 1;
-    }
-    for (; counted_ < position; ++counted_) {
-        if (*counted_ == '\n' || (*counted_ == '\r' && (counted_ + 1 == end_ || counted_[1] != '\n')))
-            ++line_;
-    }
-    return {name_, line_, std::move(text)};
-}
-
 bool PpdScanner::Next(PpdStatement& statement)
 {
     while (at_ < end_) {
@@ -66,7 +56,7 @@ bool PpdScanner::Next(PpdStatement& statement)
             if (*at_ == '*') {
                 Scan(statement);
             } else {
-                statement.stray = true;
+                statement.keyword = PpdKeyword::Stray;
                 at_ = LineEnd(at_);
                 statement.value = Trim(Taken(statement.at).substr(0, 40));
             }
@@ -111,33 +101,27 @@ void PpdScanner::ScanValue(PpdStatement& statement)
         return;
     }
     // A quoted value may span lines; what follows it on its last line says nothing.
+    statement.quoted = true;
     ++start;
-    const auto* close =
+    const auto* const close =
         static_cast<const char*>(std::memchr(start, '"', static_cast<std::size_t>(end_ - start)));
-    CheckClosed(statement.at, close ? close : end_);
-    if (!close) throw PpdFailure{At(start, "the value that begins here has no closing quote")};
-    at_ = close;
-    statement.value = Taken(start);
-    at_ = LineEnd(close);
+    at_ = BeforeStatement(start, close ? close : end_);
+    statement.unclosed = at_ != nullptr || !close;
+    if (!at_) at_ = close ? close : LineEnd(start);
+    statement.value = statement.unclosed ? Trim(Taken(start)) : Taken(start);
+    at_ = LineEnd(at_);
 }
 
-// A statement inside a value means that its closing quote was forgotten: say so where it is missed.
-void PpdScanner::CheckClosed(const char* quote, const char* valueEnd)
+// The end of the line before the first statement within a value; null when there is none.
+const char* PpdScanner::BeforeStatement(const char* start, const char* valueEnd) const
 {
-    static constexpr std::string_view kSigns[] = {"*End",        "*OpenUI",        "*CloseUI",
-                                                  "*JCLOpenUI",  "*JCLCloseUI",    "*OpenGroup",
-                                                  "*CloseGroup", "*UIConstraints", "*Default"};
-    for (const char* line = LineEnd(quote) + 1; line < valueEnd; line = LineEnd(line) + 1) {
-        const std::string_view rest(line, static_cast<std::size_t>(valueEnd - line));
-        const bool begins = std::any_of(std::begin(kSigns), std::end(kSigns),
-                                        [rest](std::string_view sign) { return rest.starts_with(sign); });
-        if (!begins) continue;
-        const std::string_view shown(line,
-                                     static_cast<std::size_t>(std::find_if(line, end_, IsLineEnd) - line));
-        const std::string begun = std::to_string(At(quote, {}).line);
-        throw PpdFailure{At(line, "closing quote expected before " + Quoted(shown) +
-                                      " (the value begins at line " + begun + ")")};
+    for (const char* end = LineEnd(start); end < valueEnd;) {
+        const char* const line = end + 1;
+        const char* const next = LineEnd(line);
+        if (BeginsStatement({line, static_cast<std::size_t>(next - line)})) return end;
+        end = next;
     }
+    return nullptr;
 }
 
 } // namespace tintwerk

@@ -67,9 +67,9 @@ TEST(PpdReader, TellsOneClearErrorWithItsLine)
         {"\x1F\x8B\x08 packed", "x.ppd: compressed; unpack it with gunzip first"},
         {magic +
              "*OpenUI *PageSize: PickOne\n*PageSize A4: \"\n<<>> setpagedevice\n*End\n*CloseUI: *PageSize\n",
-         "x.ppd:5: closing quote expected before \"*End\" (the value begins at line 3)"},
+         "x.ppd:3: the closing quote of the value that begins here is missing before the next statement"},
         {magic + "*NickName: \"Tintwerk\n*ModelName Tintwerk\n",
-         "x.ppd:2: the value that begins here has no closing quote"},
+         "x.ppd:2: the closing quote of the value that begins here is missing before the next statement"},
         {magic + "*OpenUI *PageSize: PickOne\n*PageSize A4: \"\"\n*CloseUI: *PageRegion\n",
          "x.ppd:4: \"*CloseUI: *PageSize\" expected, not \"*CloseUI: *PageRegion\""},
         {magic + "*OpenUI: PickOne\n", "x.ppd:2: the keyword of a feature expected after \"*OpenUI\""},
@@ -382,6 +382,13 @@ TEST(PpdReader, IncludesFilesOfItsFolderWithoutLoops)
         return ReadPpdText("*PPD-Adobe: \"4.3\"\n*Include: \"" + name + "\"\n*Include: \"gloss.ppd\"\n",
                            "dir/x.ppd", {}, includer);
     };
+    const PpdResult overridden =
+        ReadPpdText("*PPD-Adobe: \"4.3\"\n*DefaultGloss: Low\n*Include: \"gloss.ppd\"\n*DefaultGloss: High\n",
+                    "x.ppd", {}, includer);
+    ASSERT_TRUE(overridden) << overridden.error.Full();
+    EXPECT_EQ("Low",
+              overridden.ppd->Features()[0].options[overridden.ppd->Features()[0].defaultOption].keyword)
+        << "the first statement counts, so that a file can override what it includes";
     const PpdResult twice = read("gloss.ppd");
     ASSERT_TRUE(twice) << twice.error.Full();
     EXPECT_THAT(Keywords(*twice.ppd), ElementsAre("Gloss Low", "Gloss High"));

@@ -57,7 +57,7 @@ std::string SliderProblem(const ControlBinding& slider, std::string_view value)
         "the slider runs from " + std::to_string(slider.minimum) + " to " + std::to_string(slider.maximum) +
         " (PPD values " + std::to_string(PpdValue(slider, slider.minimum)) + " to " +
         std::to_string(PpdValue(slider, slider.maximum)) + " in steps of " + std::to_string(slider.step);
-    if (DoublesAboveMiddle(slider)) text += ", above the middle of " + std::to_string(2 * slider.step);
+    if (slider.doublesAboveMiddle) text += ", above the middle of " + std::to_string(2 * slider.step);
     return text + ")";
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/win32.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
 
@@ -18,25 +19,25 @@ struct CartridgeColor
 
 // clang-format off
 inline constexpr std::array<CartridgeColor, 19> kCartridgeColorTable{{
-    { 0, TEXT("R"),   "red",      "Red",             239},
-    { 1, TEXT("G"),   "green",    "Green",           235},
-    { 2, TEXT("BLU"), "blue",     "Blue",            241},
-    { 3, TEXT("W"),   "white",    "White",           242},
-    { 4, TEXT("BK"),  "black",    "Black",           176},
-    { 5, TEXT("C"),   "cyan",     "Cyan",            174},
-    { 6, TEXT("M"),   "magenta",  "Magenta",         175},
-    { 7, TEXT("Y"),   "yellow",   "Yellow",          184},
-    { 8, TEXT("C2"),  "cyan2",    "Light Cyan",      174},
-    { 9, TEXT("M2"),  "magenta2", "Light Magenta",   175},
-    {10, TEXT("Y2"),  "yellow",   "Light Yellow",    184},
-    {11, TEXT("G"),   "grey",     "Grey",            234},
-    {12, TEXT("G2"),  "grey2",    "Light Grey",      236},
-    {13, TEXT("G3"),  "grey3",    "Very Light Grey", 236},
-    {14, TEXT("O"),   "orange",   "Orange",          232},
-    {15, TEXT("E"),   "empty",    "Empty",           242},
-    {16, TEXT("CR"),  "white",    "Chroma",          242},
-    {17, TEXT("BL2"), "blue2",    "Light Blue",      241},
-    {-1, TEXT("X"),   "xxx",      "Last Color",      242},
+    { 0, TEXT("R"),   "red",      "Red",             IDB_RED},
+    { 1, TEXT("G"),   "green",    "Green",           IDB_GREEN},
+    { 2, TEXT("BLU"), "blue",     "Blue",            IDB_BLUE},
+    { 3, TEXT("W"),   "white",    "White",           IDB_WHITE},
+    { 4, TEXT("BK"),  "black",    "Black",           IDB_BLACK},
+    { 5, TEXT("C"),   "cyan",     "Cyan",            IDB_CYAN},
+    { 6, TEXT("M"),   "magenta",  "Magenta",         IDB_MAGENTA},
+    { 7, TEXT("Y"),   "yellow",   "Yellow",          IDB_YELLOW},
+    { 8, TEXT("C2"),  "cyan2",    "Light Cyan",      IDB_CYAN},
+    { 9, TEXT("M2"),  "magenta2", "Light Magenta",   IDB_MAGENTA},
+    {10, TEXT("Y2"),  "yellow",   "Light Yellow",    IDB_YELLOW},
+    {11, TEXT("G"),   "grey",     "Grey",            IDB_GREY},
+    {12, TEXT("G2"),  "grey2",    "Light Grey",      IDB_LIGHT_GREY},
+    {13, TEXT("G3"),  "grey3",    "Very Light Grey", IDB_LIGHT_GREY},
+    {14, TEXT("O"),   "orange",   "Orange",          IDB_ORANGE},
+    {15, TEXT("E"),   "empty",    "Empty",           IDB_WHITE},
+    {16, TEXT("CR"),  "white",    "Chroma",          IDB_WHITE},
+    {17, TEXT("BL2"), "blue2",    "Light Blue",      IDB_BLUE},
+    {-1, TEXT("X"),   "xxx",      "Last Color",      IDB_WHITE},
 }};
 // clang-format on
 

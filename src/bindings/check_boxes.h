@@ -7,6 +7,7 @@
 
 #include "src/records/page_kinds.h"
 #include "src/records/sheet_context.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
 
@@ -31,31 +32,37 @@ enum CheckBoxRow : int
 // clang-format off
 inline constexpr std::array<CheckBoxBinding, kCheckBoxRows> kCheckBoxTable{{
     // page               keyword                    control
-    {kConsumptionPage,    "noppd_halvNoPrint",       12344}, // simulate the next job
-    {kCorrectionPage,     "noppd_halvColorGamma",    12342},
-    {kMainPage,           "noppd_halvPSInterpreter", 12345},
-    {kMainPage,           "halvPreview",             12346},
-    {kScreenPrintingPage, "noppd_Screenprinting_",   1118},
-    {kScreenPrintingPage, "noppd_ScreenMultiBlack",  1239},
-    {kScreenPrintingPage, "halvScreenCartridge0",    1240},
-    {kScreenPrintingPage, "halvScreenCartridge1",    1241},
-    {kScreenPrintingPage, "halvScreenCartridge2",    1242},
-    {kScreenPrintingPage, "halvScreenCartridge3",    1243},
-    {kScreenPrintingPage, "halvScreenCartridge4",    1245},
-    {kScreenPrintingPage, "halvScreenCartridge5",    1246},
-    {kScreenPrintingPage, "halvScreenCartridge6",    1247},
-    {kScreenPrintingPage, "halvScreenCartridge7",    1248},
-    {kScreenPrintingPage, "halvScreenCartridge8",    1249},
-    {kScreenPrintingPage, "halvScreenCartridge9",    1253},
-    {kScreenPrintingPage, "halvScreenCartridge10",   1254},
-    {kScreenPrintingPage, "halvScreenCartridge11",   1258},
+    {kConsumptionPage,    "noppd_halvNoPrint",       IDC_CONSUMPTION_NO_PRINT}, // simulate the next job
+    {kCorrectionPage,     "noppd_halvColorGamma",    IDC_CORRECTION_COLOR_GAMMA},
+    {kMainPage,           "noppd_halvPSInterpreter", IDC_MAIN_PS_INTERPRETER},
+    {kMainPage,           "halvPreview",             IDC_MAIN_PREVIEW},
+    {kScreenPrintingPage, "noppd_Screenprinting_",   IDC_SCREEN_PRINTING},
+    {kScreenPrintingPage, "noppd_ScreenMultiBlack",  IDC_SCREEN_MULTI_BLACK},
+    {kScreenPrintingPage, "halvScreenCartridge0",    IDC_SCREEN_CARTRIDGE_0},
+    {kScreenPrintingPage, "halvScreenCartridge1",    IDC_SCREEN_CARTRIDGE_1},
+    {kScreenPrintingPage, "halvScreenCartridge2",    IDC_SCREEN_CARTRIDGE_2},
+    {kScreenPrintingPage, "halvScreenCartridge3",    IDC_SCREEN_CARTRIDGE_3},
+    {kScreenPrintingPage, "halvScreenCartridge4",    IDC_SCREEN_CARTRIDGE_4},
+    {kScreenPrintingPage, "halvScreenCartridge5",    IDC_SCREEN_CARTRIDGE_5},
+    {kScreenPrintingPage, "halvScreenCartridge6",    IDC_SCREEN_CARTRIDGE_6},
+    {kScreenPrintingPage, "halvScreenCartridge7",    IDC_SCREEN_CARTRIDGE_7},
+    {kScreenPrintingPage, "halvScreenCartridge8",    IDC_SCREEN_CARTRIDGE_8},
+    {kScreenPrintingPage, "halvScreenCartridge9",    IDC_SCREEN_CARTRIDGE_9},
+    {kScreenPrintingPage, "halvScreenCartridge10",   IDC_SCREEN_CARTRIDGE_10},
+    {kScreenPrintingPage, "halvScreenCartridge11",   IDC_SCREEN_CARTRIDGE_11},
 }};
 
 // Companions of the cartridge rows, in the same order.
 inline constexpr std::array<int, kCartridgeRows> kCartridgeIconIds{
-    1261, 1262, 1263, 1264, 1265, 1266, 1267, 1268, 1269, 1270, 1271, 1272};
+    IDC_SCREEN_CARTRIDGE_ICON(0), IDC_SCREEN_CARTRIDGE_ICON(1), IDC_SCREEN_CARTRIDGE_ICON(2),
+    IDC_SCREEN_CARTRIDGE_ICON(3), IDC_SCREEN_CARTRIDGE_ICON(4), IDC_SCREEN_CARTRIDGE_ICON(5),
+    IDC_SCREEN_CARTRIDGE_ICON(6), IDC_SCREEN_CARTRIDGE_ICON(7), IDC_SCREEN_CARTRIDGE_ICON(8),
+    IDC_SCREEN_CARTRIDGE_ICON(9), IDC_SCREEN_CARTRIDGE_ICON(10), IDC_SCREEN_CARTRIDGE_ICON(11)};
 inline constexpr std::array<int, kCartridgeRows> kCartridgeNameIds{
-    1286, 1275, 1276, 1277, 1278, 1279, 1280, 1281, 1282, 1283, 1284, 1285};
+    IDC_SCREEN_CARTRIDGE_NAME_0, IDC_SCREEN_CARTRIDGE_NAME_1, IDC_SCREEN_CARTRIDGE_NAME_2,
+    IDC_SCREEN_CARTRIDGE_NAME_3, IDC_SCREEN_CARTRIDGE_NAME_4, IDC_SCREEN_CARTRIDGE_NAME_5,
+    IDC_SCREEN_CARTRIDGE_NAME_6, IDC_SCREEN_CARTRIDGE_NAME_7, IDC_SCREEN_CARTRIDGE_NAME_8,
+    IDC_SCREEN_CARTRIDGE_NAME_9, IDC_SCREEN_CARTRIDGE_NAME_10, IDC_SCREEN_CARTRIDGE_NAME_11};
 // clang-format on
 
 constexpr bool IsPpdFeature(const CheckBoxBinding& row)

@@ -5,8 +5,8 @@ namespace tintwerk {
 constexpr CurrentValues FreshValues()
 {
     CurrentValues values{};
-    for (const ControlBinding& slider : kSliderTable)
-        values.sliders[static_cast<size_t>(slider.index)] = slider.initialValue;
+    for (size_t row = 0; row < kSliderTable.size(); ++row)
+        values.sliders[row] = kSliderTable[row].initialValue;
     return values;
 }
 

@@ -8,6 +8,7 @@
 
 #include "src/records/page_kinds.h"
 #include "src/records/sheet_context.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
 
@@ -29,9 +30,9 @@ struct NumberFieldBinding
 
 // clang-format off
 inline constexpr std::array<NumberFieldBinding, kNumberFieldRows> kNumberFieldTable{{
-    // page               keyword            prefix edit  spin  min  max  unit coarse divisor increment
-    {kScreenPrintingPage, "halvScreenLPI",   "LP",  1244, 1250, 100, 1500, 1,  2,     10,     2},
-    {kScreenPrintingPage, "halvScreenAngle", "AN",  1251, 1252,   0, 1800, 1,  5,     10,     5},
+    // page               keyword            prefix edit              spin                   min  max  unit coarse divisor increment
+    {kScreenPrintingPage, "halvScreenLPI",   "LP",  IDC_SCREEN_LPI,   IDC_SCREEN_LPI_SPIN,   100, 1500, 1,  2,     10,     2},
+    {kScreenPrintingPage, "halvScreenAngle", "AN",  IDC_SCREEN_ANGLE, IDC_SCREEN_ANGLE_SPIN,   0, 1800, 1,  5,     10,     5},
 }};
 // clang-format on
 

@@ -5,6 +5,7 @@
 
 #include "src/records/options.h"
 #include "src/records/page_kinds.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
 
@@ -39,19 +40,19 @@ enum PopupRow : int
 // clang-format off
 inline constexpr std::array<PopupBinding, kPopupRows> kPopupTable{{
     // page               keyword               name                control
-    {kMainPage,           "*halvCartridgeType", "Cartridge",        1075},
-    {kMainPage,           "*MediaType",         "Media Type",       1073},
-    {kMainPage,           "*Resolution",        "Print Resolution", 1072},
-    {kMainPage,           "PageSize",           "Page Size",        1022},
-    {kMainPage,           "InputSlot",          "Input Slot",       1023},
-    {kMainPage,           "OutputBin",          "Output Slot",      1024},
-    {kColorPage,          "*halvIntent",        "Rendering Intent", 1111},
-    {kColorPage,          "*halvColorModel",    "Color Mode",       1273},
-    {kColorPage,          "*halvDithering",     "Dithering",        1021},
-    {kColorPage,          "*halvColorspace",    "Color Space",      1113},
-    {kColorPage,          "*halvCMYKspace",     "CMYK-Colorspace",  1112},
-    {kScreenPrintingPage, "",                   "Screen Halftone",  1257},
-    {kScreenPrintingPage, "*halvScreenShape",   "Raster Shape",     1274},
+    {kMainPage,           "*halvCartridgeType", "Cartridge",        IDC_MAIN_CARTRIDGE},
+    {kMainPage,           "*MediaType",         "Media Type",       IDC_MAIN_MEDIA_TYPE},
+    {kMainPage,           "*Resolution",        "Print Resolution", IDC_MAIN_RESOLUTION},
+    {kMainPage,           "PageSize",           "Page Size",        IDC_MAIN_PAGE_SIZE},
+    {kMainPage,           "InputSlot",          "Input Slot",       IDC_MAIN_INPUT_SLOT},
+    {kMainPage,           "OutputBin",          "Output Slot",      IDC_MAIN_OUTPUT_BIN},
+    {kColorPage,          "*halvIntent",        "Rendering Intent", IDC_COLOR_INTENT},
+    {kColorPage,          "*halvColorModel",    "Color Mode",       IDC_COLOR_MODEL},
+    {kColorPage,          "*halvDithering",     "Dithering",        IDC_COLOR_DITHERING},
+    {kColorPage,          "*halvColorspace",    "Color Space",      IDC_COLOR_SPACE},
+    {kColorPage,          "*halvCMYKspace",     "CMYK-Colorspace",  IDC_COLOR_CMYK_SPACE},
+    {kScreenPrintingPage, "",                   "Screen Halftone",  IDC_SCREEN_HALFTONE},
+    {kScreenPrintingPage, "*halvScreenShape",   "Raster Shape",     IDC_SCREEN_SHAPE},
     {kScreenPrintingPage, "*halvScreenmode",    "Screen Mode",      0},
 }};
 

@@ -6,13 +6,13 @@
 
 #include "src/records/page_kinds.h"
 #include "src/records/sheet_context.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
 
 struct ControlBinding
 {
     DWORD tabBit;        // page that carries the slider
-    int index;           // the row's position in the table
     int sliderId;        // control id of the trackbar
     int labelId;         // control id of the static text that shows the value; 0 for none
     const char* keyword; // PPD feature, without asterisk
@@ -25,6 +25,8 @@ struct ControlBinding
     int displayOffset;
     float displayScale; // display units per position
     const char* format; // printf format of the value label, one integer
+    // The step doubles above the middle: the screen printing saturation spans 200..400 % in 0..10.
+    bool doublesAboveMiddle = false;
 };
 
 enum SliderRow : int
@@ -55,42 +57,36 @@ enum SliderRow : int
 
 // clang-format off
 inline constexpr std::array<ControlBinding, kSliderRows> kSliderTable{{
-    // page               index slider label keyword                  halve   min max init base step offset scale  format
-    {kMainPage,            0, 1232, 1093, "halvBrightness",           true,  -10, 10,  0,    0,   5,  100, 10.0f, "%d%%"},
-    {kMainPage,            1, 1078, 1094, "halvContrast",             true,  -10, 10,  0,    0,   5,  100, 10.0f, "%d%%"},
-    {kColorPage,           2, 1186, 1191, "halvRefLight",             false,   0,  6,  3,   50,   5,   50,  5.0f, "D%d"},
-    {kColorPage,           3, 1177, 1192, "halvGamut",                true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
-    {kColorPage,           4, 1178, 1194, "halvShadows",              true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
-    {kColorPage,           5, 1180, 1193, "halvGreyToneA",            false, -10, 10,  0,    0,   5,    0,  5.0f, "%+d"},
-    {kColorPage,           6, 1179, 1196, "halvGreyToneB",            false, -10, 10,  0,    0,   5,    0,  5.0f, "%+d"},
-    {kInkControlPage,      7, 1498, 1405, "halvUCR",                  false,  -5,  5,  0,    0,  10,   50, 10.0f, "%d%%"},
-    {kInkControlPage,      8, 1499, 1404, "halvBrightC",              false,  -5,  5,  0,    0,  10,   50, 10.0f, "%d%%"},
-    {kInkControlPage,      9, 1400, 1403, "halvBrightM",              false,  -5,  5,  0,    0,  10,   50, 10.0f, "%d%%"},
-    {kInkControlPage,     10, 1401, 1402, "halvTAC",                  false,  -5,  5,  0,    0,  10,  300, 20.0f, "%d%%"},
-    {kMainPage,           11, 1090, 1095, "halvIntensity",            true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
-    {kInkControlPage,     12, 1506, 1510, "halvInklimitK",            true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
-    {kInkControlPage,     13, 1507, 1511, "halvInklimitC",            true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
-    {kInkControlPage,     14, 1508, 1512, "halvInklimitM",            true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
-    {kInkControlPage,     15, 1509, 1513, "halvInklimitY",            true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
-    {kCorrectionPage,     16, 1296, 1297, "halvAdjustK",              false, -10, 10,  0,    0,   5,    0,  5.0f, "%d%%"},
-    {kCorrectionPage,     17, 1287, 1292, "halvAdjustC",              false, -10, 10,  0,    0,   5,    0,  5.0f, "%d%%"},
-    {kCorrectionPage,     18, 1288, 1293, "halvAdjustM",              false, -10, 10,  0,    0,   5,    0,  5.0f, "%d%%"},
-    {kCorrectionPage,     19, 1289, 1294, "halvAdjustY",              false, -10, 10,  0,    0,   5,    0,  5.0f, "%d%%"},
-    {kMainPage,           20, 1217,    0, "halvBorderlessExpand",     false,   0,  4,  2,    0,   1,    0,  1.0f, "%d%%"},
-    {kScreenPrintingPage, 21, 1255, 1256, "halvScreenInksaturation",  true,  -10, 10,  0,  200,  10,  200, 20.0f, "%d%%"},
+    // page               slider                 label                        keyword                    halve   min max init base step offset scale  format
+    {kMainPage,           IDC_MAIN_BRIGHTNESS,   IDC_MAIN_BRIGHTNESS_VALUE,   "halvBrightness",          true,  -10, 10,  0,    0,   5,  100, 10.0f, "%d%%"},
+    {kMainPage,           IDC_MAIN_CONTRAST,     IDC_MAIN_CONTRAST_VALUE,     "halvContrast",            true,  -10, 10,  0,    0,   5,  100, 10.0f, "%d%%"},
+    {kColorPage,          IDC_COLOR_REF_LIGHT,   IDC_COLOR_REF_LIGHT_VALUE,   "halvRefLight",            false,   0,  6,  3,   50,   5,   50,  5.0f, "D%d"},
+    {kColorPage,          IDC_COLOR_GAMUT,       IDC_COLOR_GAMUT_VALUE,       "halvGamut",               true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
+    {kColorPage,          IDC_COLOR_SHADOWS,     IDC_COLOR_SHADOWS_VALUE,     "halvShadows",             true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
+    {kColorPage,          IDC_COLOR_GREY_TONE_A, IDC_COLOR_GREY_TONE_A_VALUE, "halvGreyToneA",           false, -10, 10,  0,    0,   5,    0,  5.0f, "%+d"},
+    {kColorPage,          IDC_COLOR_GREY_TONE_B, IDC_COLOR_GREY_TONE_B_VALUE, "halvGreyToneB",           false, -10, 10,  0,    0,   5,    0,  5.0f, "%+d"},
+    {kInkControlPage,     IDC_INK_UCR,           IDC_INK_UCR_VALUE,           "halvUCR",                 false,  -5,  5,  0,    0,  10,   50, 10.0f, "%d%%"},
+    {kInkControlPage,     IDC_INK_BRIGHT_C,      IDC_INK_BRIGHT_C_VALUE,      "halvBrightC",             false,  -5,  5,  0,    0,  10,   50, 10.0f, "%d%%"},
+    {kInkControlPage,     IDC_INK_BRIGHT_M,      IDC_INK_BRIGHT_M_VALUE,      "halvBrightM",             false,  -5,  5,  0,    0,  10,   50, 10.0f, "%d%%"},
+    {kInkControlPage,     IDC_INK_TAC,           IDC_INK_TAC_VALUE,           "halvTAC",                 false,  -5,  5,  0,    0,  10,  300, 20.0f, "%d%%"},
+    {kMainPage,           IDC_MAIN_INTENSITY,    IDC_MAIN_INTENSITY_VALUE,    "halvIntensity",           true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
+    {kInkControlPage,     IDC_INK_LIMIT_K,       IDC_INK_LIMIT_K_VALUE,       "halvInklimitK",           true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
+    {kInkControlPage,     IDC_INK_LIMIT_C,       IDC_INK_LIMIT_C_VALUE,       "halvInklimitC",           true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
+    {kInkControlPage,     IDC_INK_LIMIT_M,       IDC_INK_LIMIT_M_VALUE,       "halvInklimitM",           true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
+    {kInkControlPage,     IDC_INK_LIMIT_Y,       IDC_INK_LIMIT_Y_VALUE,       "halvInklimitY",           true,   -5,  5,  0,    0,  10,  100, 20.0f, "%d%%"},
+    {kCorrectionPage,     IDC_CORRECTION_K,      IDC_CORRECTION_K_VALUE,      "halvAdjustK",             false, -10, 10,  0,    0,   5,    0,  5.0f, "%d%%"},
+    {kCorrectionPage,     IDC_CORRECTION_C,      IDC_CORRECTION_C_VALUE,      "halvAdjustC",             false, -10, 10,  0,    0,   5,    0,  5.0f, "%d%%"},
+    {kCorrectionPage,     IDC_CORRECTION_M,      IDC_CORRECTION_M_VALUE,      "halvAdjustM",             false, -10, 10,  0,    0,   5,    0,  5.0f, "%d%%"},
+    {kCorrectionPage,     IDC_CORRECTION_Y,      IDC_CORRECTION_Y_VALUE,      "halvAdjustY",             false, -10, 10,  0,    0,   5,    0,  5.0f, "%d%%"},
+    {kMainPage,           IDC_MAIN_OVERPRINT,    0,                           "halvBorderlessExpand",    false,   0,  4,  2,    0,   1,    0,  1.0f, "%d%%"},
+    {kScreenPrintingPage, IDC_SCREEN_SATURATION, IDC_SCREEN_SATURATION_VALUE, "halvScreenInksaturation", true,  -10, 10,  0,  200,  10,  200, 20.0f, "%d%%", true},
 }};
 // clang-format on
-
-// The screen printing saturation doubles its step above the middle, so that 0..10 spans 200..400 %.
-constexpr bool DoublesAboveMiddle(const ControlBinding& slider)
-{
-    return slider.index == kSliderScreenInksaturation;
-}
 
 // PPD value of a logical position.
 constexpr int PpdValue(const ControlBinding& slider, int position)
 {
-    const int step = DoublesAboveMiddle(slider) && position >= 1 ? 2 * slider.step : slider.step;
+    const int step = slider.doublesAboveMiddle && position >= 1 ? 2 * slider.step : slider.step;
     return slider.base + step * position;
 }
 
@@ -99,7 +95,7 @@ constexpr int PpdValue(const ControlBinding& slider, int position)
 constexpr int PositionOf(const ControlBinding& slider, int value)
 {
     const long long distance = static_cast<long long>(value) - slider.base;
-    const int step = DoublesAboveMiddle(slider) && distance > 0 ? 2 * slider.step : slider.step;
+    const int step = slider.doublesAboveMiddle && distance > 0 ? 2 * slider.step : slider.step;
     return static_cast<int>(distance / step);
 }
 

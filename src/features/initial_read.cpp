@@ -17,11 +17,12 @@ namespace {
 
 void ReadSliders(SheetContext& context)
 {
-    for (const ControlBinding& slider : kSliderTable) {
-        int& current = Current().sliders[static_cast<size_t>(slider.index)];
+    for (size_t row = 0; row < kSliderTable.size(); ++row) {
+        const ControlBinding& slider = kSliderTable[row];
+        int& current = Current().sliders[row];
         int value = 0;
         if (getPPDOptionSV(context, slider.keyword, &value, nullptr, 0) == S_OK) current = value;
-        context.sliders.initialPositions[slider.index] = PositionOf(slider, current);
+        context.sliders.initialPositions[row] = PositionOf(slider, current);
     }
 }
 

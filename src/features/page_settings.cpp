@@ -81,8 +81,9 @@ void WritePopups(const SheetContext& context, DWORD tabBits)
 
 void WriteSliders(const SheetContext& context, DWORD tabBits)
 {
-    for (const ControlBinding& slider : kSliderTable) {
-        const HWND window = context.sliders.windows[slider.index];
+    for (size_t row = 0; row < kSliderTable.size(); ++row) {
+        const ControlBinding& slider = kSliderTable[row];
+        const HWND window = context.sliders.windows[row];
         if (!(slider.tabBit & tabBits) || !window) continue;
         SetOption(context, slider.keyword, DecimalText(PpdValue(slider, GetLogicalPosition(window))).Get());
     }

@@ -3,13 +3,13 @@
 #include "src/bindings/popups.h"
 #include "src/features/control_values.h"
 #include "src/features/feature_access.h"
+#include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
 
 namespace {
 
-constexpr int kFormSizeLabelId = 1224;
 constexpr int kLongestFormName = 127;
 constexpr DWORD kFormBytes = 1024;
 
@@ -101,7 +101,7 @@ bool SetPopupOption(SheetContext& context, int row)
 void ShowFormSize(SheetContext& context)
 {
     const HWND page = context.pages[0];
-    const HWND label = page ? GetDlgItem(page, kFormSizeLabelId) : nullptr;
+    const HWND label = page ? GetDlgItem(page, IDC_MAIN_SIZE_LABEL) : nullptr;
     const HWND combo = context.popups.windows[kPopupPageSize];
     if (!label || !combo) return;
     const LRESULT item = SendMessageW(combo, CB_GETCURSEL, 0, 0);

@@ -7,14 +7,12 @@
 #include "src/pages/bar_painting.h"
 #include "src/pages/page_controls.h"
 #include "src/records/process_values.h"
+#include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
 
 namespace {
-
-constexpr int kLastJobPane = 188;
-constexpr int kTotalsPane = 187;
 
 constexpr int kMarginUnits = 36;      // horizontal dialog units
 constexpr int kUnitsPerBase = 4;      // horizontal dialog units per base unit
@@ -42,7 +40,7 @@ TabState* StateOf(HWND tabControl)
 INT_PTR CALLBACK PaneProc(HWND pane, UINT message, WPARAM, LPARAM lParam)
 {
     if (message == WM_INITDIALOG) {
-        if (const TabState* const state = StateOf(GetDlgItem(GetParent(pane), kTabControlId))) {
+        if (const TabState* const state = StateOf(GetDlgItem(GetParent(pane), IDC_CONSUMPTION_TABS))) {
             const RECT& area = state->displayArea;
             SetWindowPos(pane, HWND_TOP, area.left, area.top, area.right - area.left + 1,
                          area.bottom - area.top + 1, 0);
@@ -122,7 +120,7 @@ void OnTabbedDialogInit(HWND page)
 {
     TabStateOwner block(LocalAlloc(LPTR, sizeof(TabState)));
     Trace(TEXT("OnTabbedDialogInit prt=%d\n"), TraceNumber(block.Get()));
-    const HWND tabControl = GetDlgItem(page, kTabControlId);
+    const HWND tabControl = GetDlgItem(page, IDC_CONSUMPTION_TABS);
     if (!block || !tabControl) return;
 
     Trace(TEXT("TabCtrl =%d\n"), TraceNumber(tabControl));
@@ -130,8 +128,8 @@ void OnTabbedDialogInit(HWND page)
     SetWindowLongPtrW(tabControl, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&state));
     state.tabControl = tabControl;
     InsertTabs(tabControl);
-    state.templates[0] = DoLockRed(kLastJobPane);
-    state.templates[1] = DoLockRed(kTotalsPane);
+    state.templates[0] = DoLockRed(IDD_PANE_LAST_JOB);
+    state.templates[1] = DoLockRed(IDD_PANE_TOTALS);
     state.displayArea = DisplayArea(page, tabControl);
     OnSelectionChanged(page, tabControl);
 }
@@ -152,13 +150,13 @@ void OnSelectionChanged(HWND page, HWND tabControl)
 
 HWND PaneOf(HWND page)
 {
-    const TabState* const state = StateOf(GetDlgItem(page, kTabControlId));
+    const TabState* const state = StateOf(GetDlgItem(page, IDC_CONSUMPTION_TABS));
     return state ? state->pane : nullptr;
 }
 
 void ReleaseTabs(HWND page)
 {
-    const HWND tabControl = GetDlgItem(page, kTabControlId);
+    const HWND tabControl = GetDlgItem(page, IDC_CONSUMPTION_TABS);
     const TabStateOwner block(StateOf(tabControl));
     if (!block) return;
     SetWindowLongPtrW(tabControl, GWLP_USERDATA, 0);

@@ -6,8 +6,6 @@
 
 namespace tintwerk {
 
-inline constexpr int kTabControlId = 1223;
-
 // A dialog template of the module, ready for CreateDialogIndirectParamW; null when there is none.
 LPCDLGTEMPLATEW DoLockRed(int number);
 

@@ -5,6 +5,7 @@
 
 #include "platform/owners.h"
 #include "src/bindings/check_boxes.h"
+#include "src/bindings/consumption_lines.h"
 #include "src/bindings/current_values.h"
 #include "src/bindings/number_fields.h"
 #include "src/bindings/popups.h"
@@ -18,32 +19,14 @@
 #include "src/pages/number_field_controls.h"
 #include "src/pages/page_controls.h"
 #include "src/pages/slider_controls.h"
+#include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
 
 namespace {
 
-constexpr int kBorderlessId = 1123;
-constexpr int kCartridgeLabelId = 1115;
-constexpr int kBrightCyanLabelId = 1191;
-constexpr int kPhotoIconId = 1238;
-constexpr int kBrightCyanIconId = 1237;
-
 constexpr DWORD kPagesWithoutScreenPrinting = kColorPage | kCorrectionPage | kInkControlPage;
-
-// Lines of the consumption pane; the sum and its caption stand behind the twelfth. 0: no control.
-// clang-format off
-constexpr int kPaneRows = kConsumptionSlots + 1;
-constexpr int kBarIds[kPaneRows] =
-    {3011, 3012, 3013, 3014, 3015, 3016, 3017, 3018, 3019, 3020, 3021, 3022, 0};
-constexpr int kNumberIds[kPaneRows] =
-    {3111, 3112, 3113, 3114, 3115, 3116, 3117, 3118, 3127, 3128, 3119, 3129, 3130};
-constexpr int kNameIds[kPaneRows] =
-    {3211, 3212, 3213, 3214, 3215, 3216, 3217, 3218, 3219, 3220, 3221, 3222, 0};
-constexpr int kNameAndCaptionIds[kPaneRows] =
-    {3211, 3212, 3213, 3214, 3215, 3216, 3217, 3218, 3219, 3220, 3221, 3222, 1212};
-// clang-format on
 
 int Value(CheckBoxRow row)
 {
@@ -79,7 +62,7 @@ bool HasBorderlessTwin(const SheetContext& context)
 
 void EmbedBorderless(SheetContext& context, HWND window)
 {
-    const HWND checkBox = GetControlByID(window, kBorderlessId);
+    const HWND checkBox = GetControlByID(window, IDC_MAIN_BORDERLESS);
     context.checkBoxes.borderless = checkBox;
     if (!checkBox) return;
     Trace(TEXT("!!$$$ INITWINCONROLS !!!*****$$\n"));
@@ -92,20 +75,17 @@ void EmbedBorderless(SheetContext& context, HWND window)
 void EmbedConsumptionLines(SheetContext& context, HWND pane)
 {
     ConsumptionArea& consumption = context.consumption;
-    const struct
-    {
-        const int* ids;
-        HWND* windows;
-    } lists[] = {
-        {kBarIds, consumption.lastJob.bars},      {kNumberIds, consumption.lastJob.numbers},
-        {kNameIds, consumption.lastJob.names},    {kBarIds, consumption.totals.bars},
-        {kNumberIds, consumption.totals.numbers}, {kNameAndCaptionIds, consumption.totals.names},
-    };
-    for (int row = 0; row < kPaneRows; ++row) {
-        for (const auto& list : lists) {
-            if (list.ids[row]) list.windows[row] = GetControlByID(pane, list.ids[row]);
+    for (size_t line = 0; line < kPaneLineTable.size(); ++line) {
+        const PaneLine& controls = kPaneLineTable[line];
+        for (ConsumptionView* const view : {&consumption.lastJob, &consumption.totals}) {
+            view->bars[line] = GetControlByID(pane, controls.barId);
+            view->numbers[line] = GetControlByID(pane, controls.numberId);
+            view->names[line] = GetControlByID(pane, controls.nameId);
         }
     }
+    consumption.lastJob.numbers[kConsumptionSlots] = GetControlByID(pane, IDC_PANE_SUM);
+    consumption.totals.numbers[kConsumptionSlots] = GetControlByID(pane, IDC_PANE_SUM);
+    consumption.totals.names[kConsumptionSlots] = GetControlByID(pane, IDC_PANE_SUM_CAPTION);
     consumption.displayMode = 0; // the new tab control stands on its first tab
     consumption.firstLine = -1;  // not measured yet
     consumption.lastLine = 0;
@@ -154,7 +134,7 @@ void HideSingleCartridge(SheetContext& context, HWND window)
     Trace(TEXT("UI:  HIDE CARTRIDGE POPUP\n"));
     if (const HWND cartridge = context.popups.windows[kPopupCartridge]) ShowWindow(cartridge, SW_HIDE);
     WidenQualityPopup(context);
-    ShowControl(window, kCartridgeLabelId, false);
+    ShowControl(window, IDC_MAIN_CARTRIDGE_CAPTION, false);
 }
 
 bool CanOpen(const char* path)
@@ -200,9 +180,9 @@ void EmbedScreenPrinting(SheetContext& context, HWND window)
 void EmbedInkControl(SheetContext& context, HWND window)
 {
     InkControlArea& area = context.inkControl;
-    area.brightCyanLabel = GetControlByID(window, kBrightCyanLabelId);
-    area.photoIcon = GetControlByID(window, kPhotoIconId);
-    area.brightCyanIcon = GetControlByID(window, kBrightCyanIconId);
+    area.brightCyanLabel = GetControlByID(window, IDC_INK_BRIGHT_C_CAPTION);
+    area.photoIcon = GetControlByID(window, IDC_INK_BRIGHT_INKS_PICTURE);
+    area.brightCyanIcon = GetControlByID(window, IDC_INK_BRIGHT_C_PICTURE);
     const void* const noPane = nullptr;
     Trace(TEXT("UI:  iconid_brcyan=%p photo=%p magentapane=%p cyanpane=%p\n"), area.brightCyanIcon,
           area.photoIcon, noPane, noPane);
@@ -262,8 +242,8 @@ int MyEmbedControls(DWORD pageBits, SheetContext& context, HWND window)
     if (has(kConsumptionPage))
         EmbedCheckBox(context, window, kCheckNoPrint, context.checkStates.noPrint != 0);
     if (has(kMainPage)) EmbedMainCheckBoxes(context, window);
-    for (const ControlBinding& slider : kSliderTable) {
-        if (has(slider.tabBit)) BindSlider(window, context, slider.index);
+    for (int row = 0; row < kSliderRows; ++row) {
+        if (has(kSliderTable[static_cast<size_t>(row)].tabBit)) BindSlider(window, context, row);
     }
     if (has(kColorPage)) {
         UpdateColorModeControls(context);

@@ -5,13 +5,11 @@
 #include "src/config/module_versions.h"
 #include "src/pages/pictures.h"
 #include "src/records/process_values.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
 
 namespace {
-
-constexpr int kVersionId = 1070;
-constexpr int kModuleVersionsId = 1071;
 
 struct InformationPicture
 {
@@ -20,9 +18,9 @@ struct InformationPicture
     int controlId;
 };
 constexpr InformationPicture kPictures[] = {
-    {PictureSlot::A, 148, 1062},
-    {PictureSlot::B, 190, 1063},
-    {PictureSlot::C, 125, 1066},
+    {PictureSlot::A, IDB_MAKER_LOGO, IDC_INFORMATION_MAKER_LOGO},
+    {PictureSlot::B, IDB_PRODUCT_LOGO, IDC_INFORMATION_PRODUCT_LOGO},
+    {PictureSlot::C, IDB_INFORMATION, IDC_INFORMATION_PICTURE},
 };
 
 void ShowPictures(HWND page)
@@ -41,10 +39,10 @@ void ShowVersions(HWND page, HANDLE printer)
 
     WCHAR text[128] = {};
     _snwprintf(text, std::size(text) - 1, TEXT("Version: %.24ls"), versions.plugin);
-    SetDlgItemTextW(page, kVersionId, text);
+    SetDlgItemTextW(page, IDC_INFORMATION_VERSION, text);
     _snwprintf(text, std::size(text) - 1, TEXT("[ drv: %.19ls / pscript: %.19ls / psui: %.19ls ]"),
                versions.renderingPlugin, versions.coreDriver, versions.coreUi);
-    SetDlgItemTextW(page, kModuleVersionsId, text);
+    SetDlgItemTextW(page, IDC_INFORMATION_MODULE_VERSIONS, text);
 }
 
 } // namespace

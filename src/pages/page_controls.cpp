@@ -1,15 +1,17 @@
 #include "src/pages/page_controls.h"
 
+#include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
 
 namespace {
 
-constexpr int kBorderlessExpansionIds[] = {1228, 1227, 1229, 1217}; // "max", "min", caption, slider
-constexpr int kScreenParameterIds[] = {1146, 1274,                  // halftone shape
-                                       1292, 1244, 1250,            // LPI
-                                       1293, 1251, 1252};           // angle
+constexpr int kBorderlessExpansionIds[] = {IDC_MAIN_OVERPRINT_MAX, IDC_MAIN_OVERPRINT_MIN,
+                                           IDC_MAIN_OVERPRINT_CAPTION, IDC_MAIN_OVERPRINT};
+constexpr int kScreenParameterIds[] = {
+    IDC_SCREEN_SHAPE_CAPTION, IDC_SCREEN_SHAPE,         IDC_SCREEN_LPI_CAPTION, IDC_SCREEN_LPI,
+    IDC_SCREEN_LPI_SPIN,      IDC_SCREEN_ANGLE_CAPTION, IDC_SCREEN_ANGLE,       IDC_SCREEN_ANGLE_SPIN};
 
 BOOL CALLBACK EnableChild(HWND child, LPARAM enable)
 {

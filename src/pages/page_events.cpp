@@ -11,6 +11,7 @@
 #include "src/ink/ink_file.h"
 #include "src/pages/cartridge_controls.h"
 #include "src/pages/page_controls.h"
+#include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
@@ -78,7 +79,7 @@ void StoreSelection(SheetContext& context, int row)
 }
 
 // A popup whose choice decides what others offer.
-void OnPopupChanged(SheetContext& context, int row, int controlId)
+template <PopupRow row> void OnPopupChanged(SheetContext& context)
 {
     const HWND popup = context.popups.windows[row];
     if (!popup) return;
@@ -95,7 +96,7 @@ void OnPopupChanged(SheetContext& context, int row, int controlId)
         checkAvailabilityforMenus(context, kPopupIntent);
         checkAvailabilityforMenus(context, kPopupColorModel);
     }
-    UpdateMediaModeControls(context, controlId);
+    UpdateMediaModeControls(context, kPopupTable[row].controlId);
 }
 
 void OnColorModelChanged(SheetContext& context)
@@ -105,13 +106,13 @@ void OnColorModelChanged(SheetContext& context)
     UpdateColorModeControls(context);
 }
 
-void OnHalftoneChanged(const SheetContext& context)
+void OnHalftoneChanged(SheetContext& context)
 {
     const HWND popup = context.popups.windows[kPopupHalftone];
     if (popup) ShowScreenParameters(GetParent(popup), SelectedItemData(popup) == 1);
 }
 
-void OnScreenPrintingClicked(const SheetContext& context)
+void OnScreenPrintingClicked(SheetContext& context)
 {
     const HWND checkBox = context.checkBoxes.windows[kCheckScreenPrinting];
     if (!checkBox) return;
@@ -127,7 +128,7 @@ void OnScreenPrintingClicked(const SheetContext& context)
     if (multiBlack && !IsChecked(multiBlack)) EnableCartridges(context, page, false);
 }
 
-void OnMultiBlackClicked(const SheetContext& context)
+void OnMultiBlackClicked(SheetContext& context)
 {
     if (const HWND multiBlack = context.checkBoxes.windows[kCheckMultiBlack])
         EnableCartridges(context, GetParent(multiBlack), IsChecked(multiBlack));
@@ -139,39 +140,36 @@ void OnColorGammaClicked(SheetContext& context)
         EnableColorControls(context, IsChecked(checkBox));
 }
 
+struct PageEvent
+{
+    int controlId;
+    void (*handle)(SheetContext& context);
+};
+
+// clang-format off
+constexpr PageEvent kPageEvents[] = {
+    {IDC_MAIN_PAGE_SIZE,         OnPageSizeChanged},
+    {IDC_MAIN_BORDERLESS,        OnBorderlessClicked},
+    {IDC_MAIN_MEDIA_TYPE,        OnPopupChanged<kPopupMediaType>},
+    {IDC_MAIN_RESOLUTION,        OnPopupChanged<kPopupResolution>},
+    {IDC_MAIN_CARTRIDGE,         OnPopupChanged<kPopupCartridge>},
+    {IDC_COLOR_MODEL,            OnColorModelChanged},
+    {IDC_COLOR_INTENT,           OnPopupChanged<kPopupIntent>},
+    {IDC_CORRECTION_COLOR_GAMMA, OnColorGammaClicked},
+    {IDC_CONSUMPTION_RESET,      ResetInkCounters},
+    {IDC_SCREEN_PRINTING,        OnScreenPrintingClicked},
+    {IDC_SCREEN_HALFTONE,        OnHalftoneChanged},
+    {IDC_SCREEN_MULTI_BLACK,     OnMultiBlackClicked},
+};
+// clang-format on
+
 } // namespace
 
 void HandlePageEvent(SheetContext& context, int event)
 {
     Trace(TEXT("UI:  Handle event #%d\n"), event);
-    switch (event) {
-    case 1022:
-        return OnPageSizeChanged(context);
-    case 1072:
-        return OnPopupChanged(context, kPopupResolution, event);
-    case 1073:
-        return OnPopupChanged(context, kPopupMediaType, event);
-    case 1075:
-        return OnPopupChanged(context, kPopupCartridge, event);
-    case 1111:
-        return OnPopupChanged(context, kPopupIntent, event);
-    case 1118:
-        return OnScreenPrintingClicked(context);
-    case 1123:
-        return OnBorderlessClicked(context);
-    case 1214:
-        return ResetInkCounters(context);
-    case 1239:
-        return OnMultiBlackClicked(context);
-    case 1257:
-        return OnHalftoneChanged(context);
-    case 1273:
-        return OnColorModelChanged(context);
-    case 12342:
-        return OnColorGammaClicked(context);
-    default:
-        return;
-    }
+    for (const PageEvent& reaction : kPageEvents)
+        if (reaction.controlId == event) return reaction.handle(context);
 }
 
 } // namespace tintwerk

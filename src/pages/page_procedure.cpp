@@ -22,17 +22,16 @@
 #include "src/pages/slider_controls.h"
 #include "src/records/process_values.h"
 #include "src/records/sheet_record.h"
+#include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
 
 namespace {
 
-constexpr int kLogoControl = 1238;
 constexpr size_t kLogoPathBytes =
     std::size_t{2} * kRegistryTextBytes + sizeof "\\oem\\"; // whatever the lengths
 constexpr size_t kLogoNames = 250;                          // directory and file name together stay below
-constexpr int kScreenPrintingId = 1118;
 constexpr WPARAM kSheetPagesWithoutScreenPrinting[] = {2, 3, 5}; // colours, correction, ink control
 
 // A document page and what it stands for; what is missing makes it no page.
@@ -70,7 +69,7 @@ void ShowOemLogo(HWND page)
     const int length = std::snprintf(path, sizeof path, "%s\\oem\\%s", directory, process.oemLogoFileName);
     if (length < 0 || length >= static_cast<int>(sizeof path)) return;
     Trace(TEXT("UI:  Load OEMlogo path= %S\r\n"), path);
-    ShowPicture(PictureSlot::A, GetDlgItem(page, kLogoControl),
+    ShowPicture(PictureSlot::A, GetDlgItem(page, IDC_MAIN_OEM_LOGO),
                 static_cast<HBITMAP>(
                     LoadImageA(nullptr, path, IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
 }
@@ -129,7 +128,7 @@ void OnCommand(const DocumentPage& page, int id, int code, HWND sender)
 {
     if (!HasMark(sender, ControlMark::Popup) || code == CBN_SELENDOK) {
         page.MarkChanged();
-        if (id == kScreenPrintingId) SwitchScreenPrinting(page);
+        if (id == IDC_SCREEN_PRINTING) SwitchScreenPrinting(page);
         HandlePageEvent(page.Context(), id);
         Trace(TEXT("\n!!!COMMAND - ID=%d\n"), id);
     }

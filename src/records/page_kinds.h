@@ -5,6 +5,7 @@
 #include <array>
 
 #include "platform/win32.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
 
@@ -19,7 +20,6 @@ inline constexpr int kPageKinds = 6;
 
 struct PageKind
 {
-    WORD legacyTemplate;  // dialog of the oldest page list, which names the kind
     DWORD tabBit;         // 1 shifted left by the position
     const char* titleKey; // key of the tab's text in the string table
     int centringControl;  // the control whose frame the page's content is centred by
@@ -27,12 +27,12 @@ struct PageKind
 
 // clang-format off
 inline constexpr std::array<PageKind, kPageKinds> kPageKindTable{{
-    {149, kMainPage,           "label_nb_main",           1159},
-    {162, kColorPage,          "label_nb_color",          1158},
-    {163, kCorrectionPage,     "label_nb_correction",     1172},
-    {107, kConsumptionPage,    "wlabel_nb_consumption",   1225},
-    {164, kInkControlPage,     "label_nb_inkctrl",        1193},
-    {229, kScreenPrintingPage, "label_nb_screenprinting", 1294},
+    {kMainPage,           "label_nb_main",           IDC_MAIN_PAPER_GROUP},
+    {kColorPage,          "label_nb_color",          IDC_COLOR_INTERPRETATION_GROUP},
+    {kCorrectionPage,     "label_nb_correction",     IDC_CORRECTION_GROUP},
+    {kConsumptionPage,    "wlabel_nb_consumption",   IDC_CONSUMPTION_HEADER},
+    {kInkControlPage,     "label_nb_inkctrl",        IDC_INK_LIMIT_GROUP},
+    {kScreenPrintingPage, "label_nb_screenprinting", IDC_SCREEN_FRAME},
 }};
 // clang-format on
 

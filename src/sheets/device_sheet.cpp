@@ -2,6 +2,7 @@
 
 #include "src/pages/page_procedure.h"
 #include "src/records/process_values.h"
+#include "src/resources/control_ids.h"
 #include "src/sheets/activation_context.h"
 #include "src/sheets/add_page.h"
 #include "src/trace/trace.h"
@@ -9,8 +10,6 @@
 namespace tintwerk {
 
 namespace {
-
-constexpr WORD kInformationPage = 106;
 
 // The record is not given back: the page reads it as long as it lives, and the plug-in heap goes with the
 // sheet.
@@ -34,7 +33,7 @@ HRESULT OpenSheet(PROPSHEETUI_INFO& info, IPrintCoreUI2* helper)
     PropertySheetPage page{};
     page.dwSize = sizeof(page);
     page.hInstance = Process().module;
-    page.pszTemplate = MAKEINTRESOURCEW(kInformationPage);
+    page.pszTemplate = MAKEINTRESOURCEW(IDD_INFORMATION);
     page.pfnDlgProc = DevicePageProc;
     page.lParam = reinterpret_cast<LPARAM>(record);
     UseActivationContext(page);

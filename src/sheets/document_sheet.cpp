@@ -5,6 +5,7 @@
 #include "src/i18n/texts.h"
 #include "src/pages/page_procedure.h"
 #include "src/records/process_values.h"
+#include "src/resources/control_ids.h"
 #include "src/sheets/activation_context.h"
 #include "src/sheets/add_page.h"
 #include "src/sheets/gui_features.h"
@@ -89,7 +90,7 @@ void AddTabPages(SheetRecord& record, const PROPSHEETUI_INFO& info, const GuiFea
     Trace(TEXT("DokumentPropSheets - Add Tab Pages\n"));
     const PageList& pages = PagesOfThisWindows(gui.mode);
     for (DWORD position = 0; pages[position]; ++position) {
-        if (pages[position] == kScreenPrintingTemplate && !gui.screenPrinting) continue;
+        if (pages[position] == IDD_SCREEN_PRINTING && !gui.screenPrinting) continue;
         const PageKind& kind = kPageKindTable[position];
         const WideText title = CopyWideFromUtf8(FindDefaultString(kind.titleKey, 0));
         if (kind.tabBit == kColorPage) AddLayoutPage(record, info);

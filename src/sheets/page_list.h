@@ -6,18 +6,19 @@
 
 #include "src/records/page_kinds.h"
 #include "src/records/process_values.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
-
-inline constexpr WORD kScreenPrintingTemplate = 229;
 
 // Dialog templates by position, ended by 0. Screen printing stands in the full list only.
 using PageList = std::array<WORD, kPageKinds + 1>;
 
 // clang-format off
-inline constexpr PageList kLegacyPages {149, 162, 163, 107, 164};
-inline constexpr PageList kReducedPages{194, 189, 192, 191, 190};
-inline constexpr PageList kFullPages   {193, 189, 192, 191, 190, kScreenPrintingTemplate};
+inline constexpr PageList kLegacyPages {IDD_LEGACY_MAIN, IDD_LEGACY_COLOR, IDD_LEGACY_CORRECTION, IDD_LEGACY_CONSUMPTION,
+                                        IDD_LEGACY_INK_CONTROL};
+inline constexpr PageList kReducedPages{IDD_MAIN_REDUCED, IDD_COLOR, IDD_CORRECTION, IDD_CONSUMPTION, IDD_INK_CONTROL};
+inline constexpr PageList kFullPages   {IDD_MAIN, IDD_COLOR, IDD_CORRECTION, IDD_CONSUMPTION, IDD_INK_CONTROL,
+                                        IDD_SCREEN_PRINTING};
 // clang-format on
 
 // The larger dialogs came with Windows 7 (6.1). Versions are judged number by number, so 5.1 to 5.9 and 6.0

@@ -34,11 +34,11 @@ TEST_F(Embedding, BindsTheControlsOfEveryTableRow)
         EXPECT_EQ(2009, GetWindowLongPtrW(context.popups.windows[row], GWLP_USERDATA)) << row;
     }
     for (const ControlBinding& slider : kSliderTable) {
-        const HWND window = context.sliders.windows[slider.index];
+        const HWND window = context.sliders.windows[&slider - kSliderTable.data()];
         ASSERT_TRUE(window) << slider.keyword;
         EXPECT_EQ(slider.minimum, SendMessageW(window, TBM_GETRANGEMIN, 0, 0)) << slider.keyword;
         EXPECT_EQ(slider.maximum, SendMessageW(window, TBM_GETRANGEMAX, 0, 0)) << slider.keyword;
-        EXPECT_EQ(slider.labelId != 0, !TextOf(context.sliders.labels[slider.index]).empty())
+        EXPECT_EQ(slider.labelId != 0, !TextOf(context.sliders.labels[&slider - kSliderTable.data()]).empty())
             << slider.keyword;
         EXPECT_TRUE(IsBoundSlider(context, window));
     }

@@ -6,6 +6,7 @@
 
 #include "src/pages/consumption_tabs.h"
 #include "src/pages/page_centring.h"
+#include "src/resources/control_ids.h"
 #include "tests/pages/open_sheet.h"
 #include "tests/support/config_dir_value.h"
 #include "tests/support/temp_file.h"
@@ -251,14 +252,14 @@ TEST_F(PageProcedure, SwitchesTheCountersWithTheTabs)
     const TempFile file("tabs.ink", "LastInk_K=200\nTotalInk_K=30000\n");
     lstrcpyA(sheet.context.inkFilePath, file.path.c_str());
     sheet.Open(kConsumption);
-    const HWND tabs = sheet.Control(kConsumption, kTabControlId);
+    const HWND tabs = sheet.Control(kConsumption, IDC_CONSUMPTION_TABS);
     const HWND pane = PaneOf(sheet.Page(kConsumption));
     ASSERT_TRUE(pane);
     EXPECT_EQ(2, SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0));
     const WCHAR* const numbers[] = {TEXT("2"), TEXT("30")};
     for (const int tab : {1, 0}) {
         SendMessageW(tabs, TCM_SETCURSEL, static_cast<WPARAM>(tab), 0);
-        EXPECT_EQ(0, sheet.Notify(kConsumption, kTabControlId, TCN_SELCHANGE));
+        EXPECT_EQ(0, sheet.Notify(kConsumption, IDC_CONSUMPTION_TABS, TCN_SELCHANGE));
         EXPECT_EQ(numbers[tab], TextOf(GetDlgItem(pane, 3111)));
         OnSelectionChanged(sheet.Page(kConsumption), tabs);
         EXPECT_EQ(pane, PaneOf(sheet.Page(kConsumption))) << "there is one pane for both tabs";
@@ -289,7 +290,7 @@ TEST_F(PageProcedure, NamesItsTabsInTheLanguageOfThePrinter)
             item.mask = TCIF_TEXT | TCIF_IMAGE;
             item.pszText = text;
             item.cchTextMax = 64;
-            EXPECT_TRUE(SendMessageW(sheet.Control(kConsumption, kTabControlId), TCM_GETITEMW, tab,
+            EXPECT_TRUE(SendMessageW(sheet.Control(kConsumption, IDC_CONSUMPTION_TABS), TCM_GETITEMW, tab,
                                      reinterpret_cast<LPARAM>(&item)));
             EXPECT_EQ(row.texts[tab], text);
             EXPECT_EQ(-1, item.iImage);
@@ -353,9 +354,10 @@ TEST_F(PageProcedure, PlacesThePaneInTheTabControl)
     for (const auto& row : cases) {
         const HWND page = CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_POPUP, 0, 0, 800, 600, nullptr,
                                           nullptr, GetModuleHandleW(nullptr), nullptr);
-        const HWND tabs = CreateWindowExW(0, WC_TABCONTROLW, TEXT(""), WS_CHILD, 7, 11, row.width, row.height,
-                                          page, reinterpret_cast<HMENU>(static_cast<INT_PTR>(kTabControlId)),
-                                          GetModuleHandleW(nullptr), nullptr);
+        const HWND tabs =
+            CreateWindowExW(0, WC_TABCONTROLW, TEXT(""), WS_CHILD, 7, 11, row.width, row.height, page,
+                            reinterpret_cast<HMENU>(static_cast<INT_PTR>(IDC_CONSUMPTION_TABS)),
+                            GetModuleHandleW(nullptr), nullptr);
         OnTabbedDialogInit(page);
         RECT area{7, 11, 7 + row.width, 11 + row.height}, pane{};
         SendMessageW(tabs, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));

@@ -10,6 +10,7 @@
 #include "platform/win32.h"
 #include "src/bindings/cartridges.h"
 #include "src/bindings/check_boxes.h"
+#include "src/bindings/consumption_lines.h"
 #include "src/bindings/number_fields.h"
 #include "src/bindings/popups.h"
 #include "src/bindings/sliders.h"
@@ -17,6 +18,7 @@
 #include "src/i18n/string_table.h"
 #include "src/i18n/texts.h"
 #include "src/records/page_kinds.h"
+#include "src/resources/control_ids.h"
 #include "tests/support/dialog_font.h"
 #include "tests/support/dialog_template.h"
 
@@ -27,11 +29,12 @@ using Text = std::basic_string<WCHAR>;
 
 constexpr int kPane = -1;        // not a page of the list: the consumption pane
 constexpr int kInformation = -2; // the page of the printer properties
-constexpr int kReducedMain = 194;
 // What printers under another maker's name do not offer: contrast, intensity and the preview.
-const std::set<int> kNotOnReducedMain{1167, 1168, 1078, 1090, 1094, 1095, 1235, 12346};
+const std::set<int> kNotOnReducedMain{
+    IDC_MAIN_CONTRAST_CAPTION, IDC_MAIN_INTENSITY_CAPTION, IDC_MAIN_CONTRAST,        IDC_MAIN_INTENSITY,
+    IDC_MAIN_CONTRAST_VALUE,   IDC_MAIN_INTENSITY_VALUE,   IDC_MAIN_PREVIEW_CAPTION, IDC_MAIN_PREVIEW};
 // Check boxes of the table that no page carries.
-const std::set<int> kNowhere{12342, 12344, 12345};
+const std::set<int> kNowhere{IDC_CORRECTION_COLOR_GAMMA, IDC_CONSUMPTION_NO_PRINT, IDC_MAIN_PS_INTERPRETER};
 constexpr int kPopupHeight = 13; // of a closed popup, in dialog units
 
 struct Page
@@ -40,16 +43,21 @@ struct Page
     int position; // in the page list
 };
 
+// clang-format off
 constexpr Page kDocumentPages[] = {
-    {193, 0},          {189, 1}, {192, 2}, {191, 3}, {190, 4}, {229, 5}, // full list
-    {kReducedMain, 0},                                                   // reduced list
-    {149, 0},          {162, 1}, {163, 2}, {107, 3}, {164, 4},           // legacy list
+    {IDD_MAIN, 0},        {IDD_COLOR, 1},        {IDD_CORRECTION, 2},        {IDD_CONSUMPTION, 3},
+    {IDD_INK_CONTROL, 4}, {IDD_SCREEN_PRINTING, 5},
+    {IDD_MAIN_REDUCED, 0},
+    {IDD_LEGACY_MAIN, 0}, {IDD_LEGACY_COLOR, 1}, {IDD_LEGACY_CORRECTION, 2}, {IDD_LEGACY_CONSUMPTION, 3},
+    {IDD_LEGACY_INK_CONTROL, 4},
 };
+// clang-format on
 
 std::vector<Page> AllPages()
 {
     std::vector<Page> pages(std::begin(kDocumentPages), std::end(kDocumentPages));
-    pages.insert(pages.end(), {{187, kPane}, {188, kPane}, {106, kInformation}});
+    pages.insert(pages.end(),
+                 {{IDD_PANE_TOTALS, kPane}, {IDD_PANE_LAST_JOB, kPane}, {IDD_INFORMATION, kInformation}});
     return pages;
 }
 
@@ -100,24 +108,25 @@ const struct
     int position;
     std::vector<Requirement> controls;
 } kNamedByRules[] = {
-    {0, {{1224, "label"}, {1238, "picture"}, {1123, "check box"}}},
-    {3, {{1223, "tabs"}, {1214, "button"}, {1118, "check box"}}},
-    {4, {{1191, "label"}, {1237, "picture"}, {1238, "picture"}, {1226, "picture"}}},
-    {kPane, {{3130, "label"}, {1212, "label"}}},
-    {kInformation, {{1062, "picture"}, {1063, "picture"}, {1066, "picture"}, {1070, "label"}, {1071, "label"}}},
+    {0, {{IDC_MAIN_SIZE_LABEL, "label"}, {IDC_MAIN_OEM_LOGO, "picture"}, {IDC_MAIN_BORDERLESS, "check box"}}},
+    {3, {{IDC_CONSUMPTION_TABS, "tabs"}, {IDC_CONSUMPTION_RESET, "button"}, {IDC_CONSUMPTION_SIMULATE, "check box"}}},
+    {4, {{IDC_INK_BRIGHT_C_CAPTION, "label"}, {IDC_INK_BRIGHT_C_PICTURE, "picture"},
+         {IDC_INK_BRIGHT_INKS_PICTURE, "picture"}, {IDC_INK_BRIGHT_M_PICTURE, "picture"}}},
+    {kPane, {{IDC_PANE_SUM, "label"}, {IDC_PANE_SUM_CAPTION, "label"}}},
+    {kInformation, {{IDC_INFORMATION_MAKER_LOGO, "picture"}, {IDC_INFORMATION_PRODUCT_LOGO, "picture"},
+                    {IDC_INFORMATION_PICTURE, "picture"}, {IDC_INFORMATION_VERSION, "label"},
+                    {IDC_INFORMATION_MODULE_VERSIONS, "label"}}},
 };
 // clang-format on
-
-// The consumption pane's lines, top to bottom.
-constexpr int kPaneNumbers[] = {3111, 3112, 3113, 3114, 3115, 3116, 3117, 3118, 3127, 3128, 3119, 3129};
 
 std::vector<Requirement> Required(int position)
 {
     std::vector<Requirement> all;
     for (const auto& rule : kNamedByRules)
         if (rule.position == position) all = rule.controls;
-    for (int line = 0; position == kPane && line < 12; ++line)
-        all.insert(all.end(), {{3011 + line, "bar"}, {kPaneNumbers[line], "label"}, {3211 + line, "label"}});
+    if (position == kPane)
+        for (const PaneLine& line : kPaneLineTable)
+            all.insert(all.end(), {{line.barId, "bar"}, {line.numberId, "label"}, {line.nameId, "label"}});
     if (position < 0) return all;
 
     const PageKind& page = kPageKindTable[position];
@@ -149,7 +158,7 @@ TEST(DialogTemplates, HoldEveryControlThatThePagesLookUp)
         const DialogPage dialog = ReadDialogPage(page.number);
         for (const auto& [id, kind] : Required(page.position)) {
             const TemplateControl* control = dialog.Find(id);
-            ASSERT_EQ(page.number == kReducedMain && kNotOnReducedMain.contains(id), !control)
+            ASSERT_EQ(page.number == IDD_MAIN_REDUCED && kNotOnReducedMain.contains(id), !control)
                 << id << " " << kind;
             if (!control) continue;
             EXPECT_TRUE(kind.empty() ? ShowsText(*control) : kind == KindOf(*control))
@@ -170,10 +179,24 @@ TEST(DialogTemplates, HaveTheSizesAndFontsOfTheirKind)
         const WCHAR* caption;
         DWORD style;
     } const cases[] = {
-        {{193, 194, 189, 192, 191, 190, 229}, {285, 240}, TEXT("MS Shell Dlg"), TEXT(""), WS_CHILD},
-        {{149, 162, 163, 107, 164}, {252, 215}, TEXT("MS Shell Dlg"), TEXT(""), WS_CHILD},
-        {{187, 188}, {271, 127}, TEXT("MS Shell Dlg"), TEXT(""), WS_CHILD | WS_VISIBLE},
-        {{106}, {285, 202}, TEXT("MS Sans Serif"), TEXT("Information"), WS_CHILD},
+        {{IDD_MAIN, IDD_MAIN_REDUCED, IDD_COLOR, IDD_CORRECTION, IDD_CONSUMPTION, IDD_INK_CONTROL,
+          IDD_SCREEN_PRINTING},
+         {285, 240},
+         TEXT("MS Shell Dlg"),
+         TEXT(""),
+         WS_CHILD},
+        {{IDD_LEGACY_MAIN, IDD_LEGACY_COLOR, IDD_LEGACY_CORRECTION, IDD_LEGACY_CONSUMPTION,
+          IDD_LEGACY_INK_CONTROL},
+         {252, 215},
+         TEXT("MS Shell Dlg"),
+         TEXT(""),
+         WS_CHILD},
+        {{IDD_PANE_TOTALS, IDD_PANE_LAST_JOB},
+         {271, 127},
+         TEXT("MS Shell Dlg"),
+         TEXT(""),
+         WS_CHILD | WS_VISIBLE},
+        {{IDD_INFORMATION}, {285, 202}, TEXT("MS Sans Serif"), TEXT("Information"), WS_CHILD},
     };
     for (const auto& row : cases)
         for (const int number : row.numbers) {
@@ -222,7 +245,8 @@ bool Frames(const TemplateControl& group, const RECT& inside)
 bool ShareAPlace(int position, int a, int b)
 {
     const std::set<int> pair{a, b};
-    return (position == 1 && pair == std::set{1112, 1113}) || (position == 4 && pair == std::set{1237, 1238});
+    return (position == 1 && pair == std::set{IDC_COLOR_CMYK_SPACE, IDC_COLOR_SPACE}) ||
+           (position == 4 && pair == std::set{IDC_INK_BRIGHT_C_PICTURE, IDC_INK_BRIGHT_INKS_PICTURE});
 }
 
 TEST(DialogTemplates, KeepControlsApartAndInsideThePage)
@@ -292,15 +316,16 @@ std::vector<Text> RuntimeTexts(int position, int id)
         texts.push_back(Wide(Row(key).german));
     };
     if (position == kPane) {
-        if (id >= 3211 && id < 3223)
+        if (std::ranges::count(kPaneLineTable, id, &PaneLine::nameId))
             for (const StringRow& row : kStringTable)
                 if (std::string_view(row.key).starts_with("to_ink_")) both(row.key);
-        if (id == 1212) both("wtxt_counter_total");
-        if (id == 3130) texts.push_back(TEXT("999999"));
-        if (std::count(std::begin(kPaneNumbers), std::end(kPaneNumbers), id)) texts.push_back(TEXT("99999"));
+        if (id == IDC_PANE_SUM_CAPTION) both("wtxt_counter_total");
+        if (id == IDC_PANE_SUM) texts.push_back(TEXT("999999"));
+        if (std::ranges::count(kPaneLineTable, id, &PaneLine::numberId)) texts.push_back(TEXT("99999"));
     }
-    if (position == kInformation && id == 1070) texts.push_back(TEXT("Version: 10.0.22621.1234567890123"));
-    if (position == kInformation && id == 1071)
+    if (position == kInformation && id == IDC_INFORMATION_VERSION)
+        texts.push_back(TEXT("Version: 10.0.22621.1234567890123"));
+    if (position == kInformation && id == IDC_INFORMATION_MODULE_VERSIONS)
         texts.push_back(
             TEXT("[ drv: 10.0.22621.12345678 / pscript: 10.0.22621.12345678 / psui: 10.0.22621.12345678 ]"));
     if (position < 0) return texts;
@@ -312,8 +337,8 @@ std::vector<Text> RuntimeTexts(int position, int id)
         if (slider.tabBit == tabBit && slider.labelId == id)
             for (const int end : {slider.minimum, slider.maximum})
                 texts.push_back(Formatted(slider.format, DisplayValue(slider, end)));
-    if (position == 0 && id == 1224) texts.push_back(TEXT("(1118 x 15000 mm)"));
-    if (position == 4 && id == 1191) {
+    if (position == 0 && id == IDC_MAIN_SIZE_LABEL) texts.push_back(TEXT("(1118 x 15000 mm)"));
+    if (position == 4 && id == IDC_INK_BRIGHT_C_CAPTION) {
         both("label_ctrl_brcyan");
         both("label_ctrl_brinks");
     }
@@ -409,17 +434,19 @@ TEST(DialogTemplates, LeadTheKeyboardFromTopToBottomAndFromColumnToColumn)
 
 TEST(DialogTemplates, GiveThePaneTwelveEqualLinesThatFitBothPages)
 {
-    const DialogPage pane = ReadDialogPage(188);
-    const int pitch = pane.Find(3212)->area.top - pane.Find(3211)->area.top;
-    for (int line = 0; line < 12; ++line) {
-        const RECT& name = pane.Find(3211 + line)->area;
-        EXPECT_EQ(pane.Find(3211)->area.top + line * pitch, name.top);
-        EXPECT_EQ(name.top, pane.Find(kPaneNumbers[line])->area.top);
-        EXPECT_EQ(name.top, pane.Find(3011 + line)->area.top);
+    const DialogPage pane = ReadDialogPage(IDD_PANE_LAST_JOB);
+    const LONG first = pane.Find(IDC_PANE_NAME(1))->area.top;
+    const LONG pitch = pane.Find(IDC_PANE_NAME(2))->area.top - first;
+    LONG top = first;
+    for (const PaneLine& line : kPaneLineTable) {
+        EXPECT_EQ(top, pane.Find(line.nameId)->area.top);
+        EXPECT_EQ(top, pane.Find(line.numberId)->area.top);
+        EXPECT_EQ(top, pane.Find(line.barId)->area.top);
+        top += pitch;
     }
-    for (const int number : {191, 107}) {
+    for (const int number : {IDD_CONSUMPTION, IDD_LEGACY_CONSUMPTION}) {
         SCOPED_TRACE(number);
-        const RECT tabs = ReadDialogPage(number).Find(1223)->area;
+        const RECT tabs = ReadDialogPage(number).Find(IDC_CONSUMPTION_TABS)->area;
         for (const TemplateControl& control : pane.controls) {
             EXPECT_LE(control.area.right, tabs.right - tabs.left - 6) << control.id;
             EXPECT_LE(control.area.bottom, tabs.bottom - tabs.top - 20)
@@ -481,10 +508,11 @@ struct Shown
 TEST(Pictures, HaveTheirSizesAndLeaveTheirOutsideToTheSystem)
 {
     const SIZE cartridge{20, 16};
-    const DialogPage information = ReadDialogPage(106), screenPrinting = ReadDialogPage(229);
-    std::vector<Shown> pictures{{148, {116, 23}, information.Find(1062)},
-                                {190, {180, 38}, information.Find(1063)},
-                                {125, {128, 64}, information.Find(1066)}};
+    const DialogPage information = ReadDialogPage(IDD_INFORMATION),
+                     screenPrinting = ReadDialogPage(IDD_SCREEN_PRINTING);
+    std::vector<Shown> pictures{{IDB_MAKER_LOGO, {116, 23}, information.Find(IDC_INFORMATION_MAKER_LOGO)},
+                                {IDB_PRODUCT_LOGO, {180, 38}, information.Find(IDC_INFORMATION_PRODUCT_LOGO)},
+                                {IDB_INFORMATION, {128, 64}, information.Find(IDC_INFORMATION_PICTURE)}};
     for (const CartridgeColor& color : kCartridgeColorTable)
         for (const int icon : kCartridgeIconIds)
             pictures.push_back({color.picture, cartridge, screenPrinting.Find(icon)});

@@ -136,14 +136,6 @@ void MemorySpooler::SetForm(const Text& name, Form form)
 {
     forms_.insert_or_assign(name, form);
 }
-bool MemorySpooler::RemovePrinter(const Text& name)
-{
-    return printers_.erase(name) > 0;
-}
-bool MemorySpooler::RemoveForm(const Text& name)
-{
-    return forms_.erase(name) > 0;
-}
 
 MemorySpooler::Printer* MemorySpooler::FindPrinter(const Text& name)
 {

@@ -55,8 +55,6 @@ public:
     void SetPrinter(Printer printer);
     void SetDriver(Driver driver);
     void SetForm(const Text& name, Form form);
-    bool RemovePrinter(const Text& name);
-    bool RemoveForm(const Text& name);
     // Null when there is none.
     Printer* FindPrinter(const Text& name);
     const Driver* FindDriver(const Text& name) const;

@@ -19,7 +19,6 @@ struct HeapState
 {
     std::mutex mutex;
     decltype(&HeapAlloc) allocate = nullptr;
-    decltype(&HeapReAlloc) reallocate = nullptr;
     decltype(&HeapFree) free = nullptr;
     decltype(&HeapDestroy) destroy = nullptr;
     std::map<const void*, HANDLE> blocks;
@@ -43,16 +42,6 @@ LPVOID WINAPI WatchedAlloc(HANDLE heap, DWORD flags, SIZE_T bytes)
     void* const block = heaps.allocate(heap, flags, bytes);
     if (block) heaps.blocks[block] = heap;
     return block;
-}
-
-LPVOID WINAPI WatchedReAlloc(HANDLE heap, DWORD flags, LPVOID block, SIZE_T bytes)
-{
-    const std::lock_guard lock(heaps.mutex);
-    if (heaps.NextFails()) return nullptr;
-    const bool known = heaps.blocks.erase(block) > 0;
-    void* const moved = heaps.reallocate(heap, flags, block, bytes);
-    if (known) heaps.blocks[moved ? moved : block] = heap;
-    return moved;
 }
 
 BOOL WINAPI WatchedFree(HANDLE heap, DWORD flags, LPVOID block)
@@ -194,14 +183,13 @@ HeapWatch::HeapWatch()
     heaps.allocations = heaps.failFirst = heaps.failEnd = 0;
     const std::lock_guard lock(heaps.mutex);
     heaps.allocate = ReplaceFunction("HeapAlloc", &WatchedAlloc);
-    heaps.reallocate = ReplaceFunction("HeapReAlloc", &WatchedReAlloc);
     heaps.free = ReplaceFunction("HeapFree", &WatchedFree);
     heaps.destroy = ReplaceFunction("HeapDestroy", &WatchedDestroy);
 }
 
 HeapWatch::~HeapWatch()
 {
-    for (const char* name : {"HeapAlloc", "HeapReAlloc", "HeapFree", "HeapDestroy"})
+    for (const char* name : {"HeapAlloc", "HeapFree", "HeapDestroy"})
         RestoreFunction(name);
 }
 

@@ -2,11 +2,13 @@
 
 #include <cstring>
 
-#include "platform/headless/window.h"
-
 namespace tintwerk::headless {
 
 namespace {
+
+constexpr SIZE kSystemUnits{9, 16};
+constexpr SIZE kUnitsOfEightPoints{7, 13};
+constexpr WORD kExtended = 0xFFFF; // the second word of the other layout
 
 // Reads the words of a template in order and never past its end.
 class Reader
@@ -17,13 +19,15 @@ public:
     template <typename Value> Value Take()
     {
         Value value{};
-        if (failed_ || size_ - place_ < sizeof value) {
-            failed_ = true;
-            return value;
-        }
-        std::memcpy(&value, data_ + place_, sizeof value);
-        place_ += sizeof value;
+        const std::size_t place = place_;
+        Skip(sizeof value);
+        if (!failed_) std::memcpy(&value, data_ + place, sizeof value);
         return value;
+    }
+    void Skip(std::size_t bytes)
+    {
+        failed_ = failed_ || size_ - place_ < bytes;
+        if (!failed_) place_ += bytes;
     }
     std::u16string TakeText()
     {
@@ -40,21 +44,7 @@ public:
         place_ = start;
         return {TakeText(), 0};
     }
-    const void* TakeBlock(std::size_t bytes)
-    {
-        if (failed_ || size_ - place_ < bytes) {
-            failed_ = true;
-            return nullptr;
-        }
-        const BYTE* const block = data_ + place_;
-        place_ += bytes;
-        return block;
-    }
-    void AlignToDword()
-    {
-        place_ = (place_ + 3) & ~std::size_t{3};
-        if (place_ > size_) failed_ = true;
-    }
+    void AlignToDword() { Skip(-place_ % 4); }
     bool Failed() const { return failed_; }
 
 private:
@@ -72,53 +62,37 @@ template <typename Placed> void TakePlace(Reader& reader, Placed& placed)
     placed.height = reader.Take<short>();
 }
 
-void TakeFont(Reader& reader, bool extended, DialogTemplate& dialog)
-{
-    if (!(dialog.style & DS_SETFONT)) return;
-    dialog.pointSize = reader.Take<WORD>();
-    if (extended) {
-        reader.Take<WORD>(); // weight
-        reader.Take<BYTE>(); // italic
-        reader.Take<BYTE>(); // character set
-    }
-    reader.TakeText(); // every face has the same measures here
-}
-
-DialogItem TakeItem(Reader& reader, bool extended)
+DialogItem TakeItem(Reader& reader)
 {
     DialogItem item;
     reader.AlignToDword();
-    if (extended) {
-        reader.Take<DWORD>(); // help id
-        item.exStyle = reader.Take<DWORD>();
-        item.style = reader.Take<DWORD>();
-    } else {
-        item.style = reader.Take<DWORD>();
-        item.exStyle = reader.Take<DWORD>();
-    }
+    item.style = reader.Take<DWORD>();
+    item.exStyle = reader.Take<DWORD>();
     TakePlace(reader, item);
-    item.id = extended ? reader.Take<DWORD>() : reader.Take<WORD>();
+    item.id = reader.Take<WORD>();
     item.className = reader.TakeTextOrNumber();
     item.text = reader.TakeTextOrNumber();
-    if (const WORD bytes = reader.Take<WORD>()) item.creationData = reader.TakeBlock(bytes);
+    reader.Skip(reader.Take<WORD>()); // creation data
     return item;
 }
 
 } // namespace
 
-int DialogTemplate::UnitWidth() const
+SIZE DialogTemplate::Units() const
 {
-    return pointSize ? MulDiv(7, pointSize, 8) : LOWORD(GetDialogBaseUnits());
+    if (!pointSize) return kSystemUnits;
+    return {MulDiv(kUnitsOfEightPoints.cx, pointSize, 8), MulDiv(kUnitsOfEightPoints.cy, pointSize, 8)};
 }
 
-int DialogTemplate::UnitHeight() const
+POINT DialogTemplate::PixelsOf(POINT units) const
 {
-    return pointSize ? MulDiv(13, pointSize, 8) : HIWORD(GetDialogBaseUnits());
+    return {MulDiv(units.x, Units().cx, 4), MulDiv(units.y, Units().cy, 8)};
 }
 
 SIZE DialogTemplate::PixelSize() const
 {
-    return {MulDiv(width, UnitWidth(), 4), MulDiv(height, UnitHeight(), 8)};
+    const POINT size = PixelsOf({width, height});
+    return {size.x, size.y};
 }
 
 bool ParseDialogTemplate(const void* data, std::size_t size, DialogTemplate& dialog)
@@ -126,33 +100,28 @@ bool ParseDialogTemplate(const void* data, std::size_t size, DialogTemplate& dia
     if (!data) return false;
     Reader reader(data, size);
     dialog = {};
-    const DWORD first = reader.Take<DWORD>();
-    const bool extended = first == 0xFFFF0001;
-    if (extended) {
-        reader.Take<DWORD>(); // help id
-        dialog.exStyle = reader.Take<DWORD>();
-        dialog.style = reader.Take<DWORD>();
-    } else {
-        dialog.style = first;
-        dialog.exStyle = reader.Take<DWORD>();
-    }
+    dialog.style = reader.Take<DWORD>();
+    if (HIWORD(dialog.style) == kExtended) return false;
+    dialog.exStyle = reader.Take<DWORD>();
     const WORD count = reader.Take<WORD>();
     TakePlace(reader, dialog);
     reader.TakeTextOrNumber(); // menu
-    dialog.className = reader.TakeTextOrNumber();
+    reader.TakeTextOrNumber(); // class
     dialog.title = reader.TakeTextOrNumber().text;
-    TakeFont(reader, extended, dialog);
+    if (dialog.style & DS_SETFONT) {
+        dialog.pointSize = reader.Take<WORD>();
+        reader.TakeText(); // every face has the same measures here
+    }
     for (WORD i = 0; i < count && !reader.Failed(); ++i)
-        dialog.items.push_back(TakeItem(reader, extended));
+        dialog.items.push_back(TakeItem(reader));
     return !reader.Failed();
 }
 
 bool LoadDialogTemplate(HINSTANCE module, LPCWSTR name, DialogTemplate& dialog)
 {
     const HRSRC resource = FindResourceW(module, name, RT_DIALOG);
-    if (!resource) return false;
-    return ParseDialogTemplate(LockResource(LoadResource(module, resource)), SizeofResource(module, resource),
-                               dialog);
+    return resource && ParseDialogTemplate(LockResource(LoadResource(module, resource)),
+                                           SizeofResource(module, resource), dialog);
 }
 
 } // namespace tintwerk::headless

@@ -1,5 +1,5 @@
-// A dialog template taken apart: both binary layouts, classic and extended, give the same record. Used by
-// dialog.cpp for dialogs and by propsheet.cpp for pages, which change the style before the dialog is made.
+// A dialog template taken apart. Used by dialog.cpp for dialogs and by propsheet.cpp for pages, which change
+// the style before the dialog is made.
 #pragma once
 
 #include <string>
@@ -23,10 +23,9 @@ struct DialogItem
     DWORD style = 0;
     DWORD exStyle = 0;
     short x = 0, y = 0, width = 0, height = 0; // dialog units
-    DWORD id = 0;
+    WORD id = 0;
     TextOrNumber className;
     TextOrNumber text;
-    const void* creationData = nullptr;
 };
 
 struct DialogTemplate
@@ -34,17 +33,18 @@ struct DialogTemplate
     DWORD style = 0;
     DWORD exStyle = 0;
     short x = 0, y = 0, width = 0, height = 0; // dialog units
-    TextOrNumber className;
     std::u16string title;
     int pointSize = 0; // 0: the system font
     std::vector<DialogItem> items;
 
-    int UnitWidth() const;  // pixels of 4 horizontal dialog units
-    int UnitHeight() const; // pixels of 8 vertical dialog units
+    SIZE Units() const; // pixels of 4 horizontal and 8 vertical dialog units
+    POINT PixelsOf(POINT units) const;
     SIZE PixelSize() const;
 };
 
-// False when the template ends before its items do.
+constexpr std::size_t kUnknownTemplateSize = 0x100000; // of a template that is given by its address alone
+
+// False when the template ends before its items do, and for the extended layout, which no page has.
 bool ParseDialogTemplate(const void* data, std::size_t size, DialogTemplate& dialog);
 // The template resource of that name.
 bool LoadDialogTemplate(HINSTANCE module, LPCWSTR name, DialogTemplate& dialog);

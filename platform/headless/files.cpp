@@ -55,9 +55,7 @@ DWORD ErrorOf(int number, const std::string& path)
     case ENOTDIR:
         return ERROR_PATH_NOT_FOUND;
     case EEXIST:
-        return ERROR_FILE_EXISTS;
-    case ENOTEMPTY:
-        return ERROR_DIR_NOT_EMPTY;
+        return ERROR_ALREADY_EXISTS;
     case ENOSPC:
         return ERROR_DISK_FULL;
     case ENOMEM:
@@ -67,12 +65,6 @@ DWORD ErrorOf(int number, const std::string& path)
     default:
         return ERROR_ACCESS_DENIED;
     }
-}
-
-BOOL Fail(DWORD error)
-{
-    SetLastError(error);
-    return FALSE;
 }
 
 BOOL Result(int status, const std::string& path)
@@ -85,14 +77,10 @@ int OpenFlags(DWORD access, DWORD disposition)
     const bool writes = access & GENERIC_WRITE;
     const int flags = O_CLOEXEC | (writes ? (access & GENERIC_READ ? O_RDWR : O_WRONLY) : O_RDONLY);
     switch (disposition) {
-    case CREATE_NEW:
-        return flags | O_CREAT | O_EXCL;
     case CREATE_ALWAYS:
         return flags | O_CREAT | O_TRUNC;
     case OPEN_ALWAYS:
         return flags | O_CREAT;
-    case TRUNCATE_EXISTING:
-        return flags | O_TRUNC;
     default:
         return flags;
     }
@@ -120,20 +108,13 @@ HANDLE OpenFile(LPCSTR name, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWORD d
     return KernelObjects().Open(std::make_shared<File>(descriptor));
 }
 
-HANDLE OpenWideFile(LPCWSTR name, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-                    DWORD disposition, DWORD flags, HANDLE pattern)
-{
-    return OpenFile(Narrow(name ? name : TEXT("")).c_str(), access, share, security, disposition, flags,
-                    pattern);
-}
-
 // Calls a function with the descriptor of an open file.
 template <typename Function> BOOL WithFile(HANDLE handle, Function function)
 {
     const std::shared_ptr<KernelObject> object = KernelObjects().Get(handle);
     const File* const file =
         object && object->kind == KernelObject::Kind::File ? static_cast<const File*>(object.get()) : nullptr;
-    return file ? function(file->descriptor) : Fail(ERROR_INVALID_HANDLE);
+    return file ? function(file->descriptor) : FALSE;
 }
 
 // Moves all bytes in as many calls as it takes; stops early at the end of the file.
@@ -180,23 +161,16 @@ BOOL Rename(LPCSTR name, LPCSTR newName, DWORD)
     return Result(std::rename(from.c_str(), NativePath(newName).c_str()), from);
 }
 
-BOOL RenameWide(LPCWSTR name, LPCWSTR newName, DWORD flags)
-{
-    return Rename(Narrow(name).c_str(), Narrow(newName).c_str(), flags);
-}
-
 BOOL EndHandle(HANDLE handle)
 {
-    return KernelObjects().Close(handle) ? TRUE : Fail(ERROR_INVALID_HANDLE);
+    return KernelObjects().Close(handle);
 }
 
 Hookable<OpenFile> createFile{"CreateFileA"};
-Hookable<OpenWideFile> createWideFile{"CreateFileW"};
 Hookable<ReadBytes> readFile{"ReadFile"};
 Hookable<WriteBytes> writeFile{"WriteFile"};
 Hookable<Flush> flushFile{"FlushFileBuffers"};
 Hookable<Rename> moveFile{"MoveFileExA"};
-Hookable<RenameWide> moveWideFile{"MoveFileExW"};
 Hookable<EndHandle> closeHandle{"CloseHandle"};
 
 } // namespace
@@ -205,12 +179,6 @@ HANDLE CreateFileA(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES
                    DWORD flags, HANDLE pattern)
 {
     return createFile(path, access, share, security, disposition, flags, pattern);
-}
-
-HANDLE CreateFileW(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
-                   DWORD flags, HANDLE pattern)
-{
-    return createWideFile(path, access, share, security, disposition, flags, pattern);
 }
 
 BOOL ReadFile(HANDLE file, LPVOID buffer, DWORD bytes, LPDWORD read, LPOVERLAPPED overlapped)
@@ -226,17 +194,6 @@ BOOL WriteFile(HANDLE file, LPCVOID buffer, DWORD bytes, LPDWORD written, LPOVER
 BOOL CloseHandle(HANDLE handle)
 {
     return closeHandle(handle);
-}
-
-BOOL SetFilePointerEx(HANDLE file, LARGE_INTEGER distance, PLARGE_INTEGER position, DWORD method)
-{
-    return WithFile(file, [&](int descriptor) {
-        const int whence = method == FILE_END ? SEEK_END : method == FILE_CURRENT ? SEEK_CUR : SEEK_SET;
-        const off_t offset = lseek(descriptor, distance.QuadPart, whence);
-        if (offset < 0) return Fail(ERROR_INVALID_PARAMETER);
-        if (position) position->QuadPart = offset;
-        return TRUE;
-    });
 }
 
 BOOL SetEndOfFile(HANDLE file)
@@ -256,21 +213,6 @@ BOOL MoveFileExA(LPCSTR path, LPCSTR newPath, DWORD flags)
     return moveFile(path, newPath, flags);
 }
 
-BOOL MoveFileExW(LPCWSTR path, LPCWSTR newPath, DWORD flags)
-{
-    return moveWideFile(path, newPath, flags);
-}
-
-BOOL GetFileSizeEx(HANDLE file, PLARGE_INTEGER size)
-{
-    return WithFile(file, [size](int descriptor) {
-        struct stat status;
-        if (fstat(descriptor, &status) != 0) return Fail(ERROR_INVALID_HANDLE);
-        size->QuadPart = status.st_size;
-        return TRUE;
-    });
-}
-
 DWORD GetFileAttributesA(LPCSTR name)
 {
     const std::string path = NativePath(name ? name : "");
@@ -279,14 +221,7 @@ DWORD GetFileAttributesA(LPCSTR name)
         SetLastError(ErrorOf(errno, path));
         return INVALID_FILE_ATTRIBUTES;
     }
-    const DWORD readOnly = status.st_mode & S_IWUSR ? 0 : FILE_ATTRIBUTE_READONLY;
-    return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE | readOnly;
-}
-
-BOOL SetFileAttributesA(LPCSTR name, DWORD attributes)
-{
-    const std::string path = NativePath(name ? name : "");
-    return Result(chmod(path.c_str(), attributes & FILE_ATTRIBUTE_READONLY ? 0444 : 0644), path);
+    return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE;
 }
 
 BOOL DeleteFileA(LPCSTR name)
@@ -300,9 +235,7 @@ BOOL DeleteFileA(LPCSTR name)
 BOOL CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES)
 {
     const std::string path = NativePath(name ? name : "");
-    if (mkdir(path.c_str(), 0777) != 0)
-        return Fail(errno == EEXIST ? ERROR_ALREADY_EXISTS : ErrorOf(errno, path));
-    return TRUE;
+    return Result(mkdir(path.c_str(), 0777), path);
 }
 
 BOOL RemoveDirectoryA(LPCSTR name)
@@ -311,29 +244,13 @@ BOOL RemoveDirectoryA(LPCSTR name)
     return Result(rmdir(path.c_str()), path);
 }
 
-namespace {
-
-// Copies a text with its terminator and returns its length, or returns the size that it needs.
-DWORD CopyOrNeed(const std::string& text, DWORD size, LPSTR buffer)
-{
-    if (size <= text.size()) return static_cast<DWORD>(text.size() + 1);
-    std::memcpy(buffer, text.c_str(), text.size() + 1);
-    return static_cast<DWORD>(text.size());
-}
-
-} // namespace
-
 DWORD GetTempPathA(DWORD size, LPSTR path)
 {
     const char* const directory = std::getenv("TMPDIR");
-    return CopyOrNeed(std::string(directory && *directory ? directory : "/tmp") + '/', size, path);
-}
-
-DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size)
-{
-    if (const char* const text = std::getenv(name)) return CopyOrNeed(text, size, value);
-    SetLastError(203); // no such variable
-    return 0;
+    const std::string text = std::string(directory && *directory ? directory : "/tmp") + '/';
+    if (size <= text.size()) return static_cast<DWORD>(text.size() + 1);
+    std::memcpy(path, text.c_str(), text.size() + 1);
+    return static_cast<DWORD>(text.size());
 }
 
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value)

@@ -1,7 +1,8 @@
-// Handles of the headless platform that CloseHandle, RegCloseKey and ClosePrinter end: each names one object,
-// and a value that names none is refused instead of followed.
+// Handles of the headless platform: each names one object of one kind, and a value that names none is refused
+// instead of followed. No two objects of the process ever have the same handle, of whatever kind they are.
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -10,41 +11,57 @@
 
 namespace tintwerk::headless {
 
+// What a function that refuses returns: FALSE, with the last error set.
+inline BOOL Fail(DWORD error)
+{
+    SetLastError(error);
+    return FALSE;
+}
+
+inline std::atomic<ULONG_PTR> lastHandle{0x100};
+
 // The open handles to objects of one kind. Objects live while a handle or a user holds them.
 template <typename Object> class HandleTable
 {
 public:
     HANDLE Open(std::shared_ptr<Object> object)
     {
+        const ULONG_PTR handle = lastHandle += 4;
         const std::lock_guard lock(mutex_);
-        next_ += 4;
-        objects_.emplace(next_, std::move(object));
-        return reinterpret_cast<HANDLE>(next_);
+        objects_.emplace(handle, std::move(object));
+        return reinterpret_cast<HANDLE>(handle);
     }
 
-    // Null when the handle is not open.
+    // Null, with the last error set, when the handle is not open.
     std::shared_ptr<Object> Get(HANDLE handle)
     {
         const std::lock_guard lock(mutex_);
         const auto at = objects_.find(reinterpret_cast<ULONG_PTR>(handle));
-        return at != objects_.end() ? at->second : nullptr;
+        if (at != objects_.end()) return at->second;
+        SetLastError(ERROR_INVALID_HANDLE);
+        return nullptr;
     }
 
-    bool Close(HANDLE handle)
+    BOOL Close(HANDLE handle)
     {
-        std::shared_ptr<Object> object;
+        std::shared_ptr<Object> object; // goes when the lock is gone
         const std::lock_guard lock(mutex_);
         const auto at = objects_.find(reinterpret_cast<ULONG_PTR>(handle));
-        if (at == objects_.end()) return false;
+        if (at == objects_.end()) return Fail(ERROR_INVALID_HANDLE);
         object = std::move(at->second);
         objects_.erase(at);
-        return true;
+        return TRUE;
+    }
+
+    std::size_t Count()
+    {
+        const std::lock_guard lock(mutex_);
+        return objects_.size();
     }
 
 private:
     std::mutex mutex_;
     std::map<ULONG_PTR, std::shared_ptr<Object>> objects_;
-    ULONG_PTR next_ = 0x100;
 };
 
 } // namespace tintwerk::headless

@@ -98,17 +98,6 @@ BOOL FreeBlock(HANDLE heap, DWORD, LPVOID block)
     return TRUE;
 }
 
-LPVOID ResizeBlock(HANDLE heap, DWORD flags, LPVOID block, SIZE_T bytes)
-{
-    if (!block) return nullptr;
-    const SIZE_T old = HeaderOf(block)->bytes;
-    void* const moved = AllocateBlock(heap, flags, bytes);
-    if (!moved) return nullptr;
-    std::memcpy(moved, block, old < bytes ? old : bytes);
-    FreeBlock(heap, 0, block);
-    return moved;
-}
-
 BOOL DestroyHeap(HANDLE handle)
 {
     auto* heap = static_cast<Heap*>(handle);
@@ -123,7 +112,6 @@ BOOL DestroyHeap(HANDLE handle)
 }
 
 Hookable<AllocateBlock> heapAlloc{"HeapAlloc"};
-Hookable<ResizeBlock> heapReAlloc{"HeapReAlloc"};
 Hookable<FreeBlock> heapFree{"HeapFree"};
 Hookable<DestroyHeap> heapDestroy{"HeapDestroy"};
 
@@ -159,19 +147,10 @@ LPVOID HeapAlloc(HANDLE heap, DWORD flags, SIZE_T bytes)
 {
     return heapAlloc(heap, flags, bytes);
 }
-LPVOID HeapReAlloc(HANDLE heap, DWORD flags, LPVOID block, SIZE_T bytes)
-{
-    return heapReAlloc(heap, flags, block, bytes);
-}
 BOOL HeapFree(HANDLE heap, DWORD flags, LPVOID block)
 {
     return heapFree(heap, flags, block);
 }
-SIZE_T HeapSize(HANDLE, DWORD, LPCVOID block)
-{
-    return HeaderOf(block)->bytes;
-}
-
 HLOCAL LocalAlloc(UINT flags, SIZE_T bytes)
 {
     return flags & LMEM_ZEROINIT ? std::calloc(1, bytes ? bytes : 1) : std::malloc(bytes ? bytes : 1);
@@ -189,13 +168,4 @@ LONG InterlockedIncrement(LONG volatile* value)
 LONG InterlockedDecrement(LONG volatile* value)
 {
     return Atomic(value).fetch_sub(1) - 1;
-}
-LONG InterlockedExchange(LONG volatile* target, LONG value)
-{
-    return Atomic(target).exchange(value);
-}
-LONG InterlockedCompareExchange(LONG volatile* target, LONG value, LONG comparand)
-{
-    Atomic(target).compare_exchange_strong(comparand, value);
-    return comparand;
 }

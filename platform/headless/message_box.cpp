@@ -1,35 +1,15 @@
-// Message boxes without a display: nobody can press a button, so the default one is pressed at once. Tests
-// put their own function in their place and answer.
+// Message boxes without a display: nobody can press a button, so OK is pressed at once. The host and the
+// tests put their own function in its place and answer.
 #include "platform/headless/hookable.h"
-#include "platform/headless/window.h"
-
-namespace tintwerk::headless {
+#include "platform/headless/windows.h"
 
 namespace {
 
-int DefaultAnswer(UINT type)
-{
-    switch (type & 0xf) {
-    case MB_ABORTRETRYIGNORE:
-        return IDABORT;
-    case MB_YESNO:
-    case MB_YESNOCANCEL:
-        return IDYES;
-    case MB_RETRYCANCEL:
-        return IDRETRY;
-    default:
-        return IDOK;
-    }
-}
+using tintwerk::headless::Hookable;
 
-int PressDefault(HWND owner, LPCWSTR, LPCWSTR, UINT type)
+int PressOk(HWND, LPCWSTR, LPCWSTR, UINT)
 {
-    return owner && !Find(owner) ? 0 : DefaultAnswer(type);
-}
-
-int PressDefaultNarrow(HWND owner, LPCSTR, LPCSTR, UINT type)
-{
-    return owner && !Find(owner) ? 0 : DefaultAnswer(type);
+    return IDOK;
 }
 
 // A desk like a user's: boxes can be seen and answered.
@@ -40,29 +20,14 @@ BOOL AskVisibleStation(HANDLE, int kind, LPVOID information, DWORD size, LPDWORD
     return TRUE;
 }
 
-Hookable<AskVisibleStation> getUserObjectInformationW{"GetUserObjectInformationW"};
-Hookable<PressDefault> messageBoxW{"MessageBoxW"};
-Hookable<PressDefaultNarrow> messageBoxA{"MessageBoxA"};
+Hookable<PressOk> messageBox{"MessageBoxW"};
+Hookable<AskVisibleStation> getUserObjectInformation{"GetUserObjectInformationW"};
 
 } // namespace
 
-} // namespace tintwerk::headless
-
-using namespace tintwerk::headless;
-
 int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type)
 {
-    return messageBoxW(owner, text, caption, type);
-}
-
-int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type)
-{
-    return messageBoxA(owner, text, caption, type);
-}
-
-BOOL WINAPI MessageBeep(UINT)
-{
-    return TRUE;
+    return messageBox(owner, text, caption, type);
 }
 
 HWINSTA WINAPI GetProcessWindowStation()
@@ -72,5 +37,5 @@ HWINSTA WINAPI GetProcessWindowStation()
 
 BOOL WINAPI GetUserObjectInformationW(HANDLE object, int kind, LPVOID information, DWORD size, LPDWORD needed)
 {
-    return getUserObjectInformationW(object, kind, information, size, needed);
+    return getUserObjectInformation(object, kind, information, size, needed);
 }

@@ -1,5 +1,5 @@
 // Modules of the headless platform: the program itself, and the plug-in that is linked into it; the Windows
-// version; activation contexts; the nothing that COM needs here.
+// version; activation contexts.
 #include <unistd.h>
 
 #include <algorithm>
@@ -47,11 +47,6 @@ BOOL SystemVersion(LPOSVERSIONINFOW information)
     return TRUE;
 }
 
-struct ActivationContext
-{
-    std::atomic<int> references{1};
-};
-
 HANDLE NewActivationContext(PCACTCTXW context)
 {
     if (!context || context->cbSize != sizeof(ACTCTXW)) {
@@ -62,7 +57,8 @@ HANDLE NewActivationContext(PCACTCTXW context)
     const LPCWSTR name =
         context->dwFlags & ACTCTX_FLAG_RESOURCE_NAME_VALID ? context->lpResourceName : nullptr;
     if (name && !FindResourceW(context->hModule, name, RT_MANIFEST)) return INVALID_HANDLE_VALUE;
-    return new ActivationContext;
+    static int everyContext; // looks do not change here, so one stands for all
+    return &everyContext;
 }
 
 DWORD FileNameOf(HMODULE module, LPWSTR path, DWORD size)
@@ -118,30 +114,4 @@ BOOL GetVersionExW(LPOSVERSIONINFOW information)
 HANDLE CreateActCtxW(PCACTCTXW context)
 {
     return createActivationContext(context);
-}
-void AddRefActCtx(HANDLE context)
-{
-    ++static_cast<ActivationContext*>(context)->references;
-}
-void ReleaseActCtx(HANDLE context)
-{
-    auto* const counted = static_cast<ActivationContext*>(context);
-    if (counted && context != INVALID_HANDLE_VALUE && --counted->references == 0) delete counted;
-}
-BOOL ActivateActCtx(HANDLE, ULONG_PTR* cookie)
-{
-    *cookie = 1;
-    return TRUE;
-}
-BOOL DeactivateActCtx(DWORD, ULONG_PTR)
-{
-    return TRUE;
-}
-
-HRESULT CoInitialize(LPVOID)
-{
-    return S_OK;
-}
-void CoUninitialize()
-{
 }

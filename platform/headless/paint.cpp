@@ -1,33 +1,13 @@
-// Which windows want painting, and the pixel surface that a window's device context paints on.
+// Which windows want painting, and the painting itself.
 #include "platform/headless/window.h"
 
 namespace tintwerk::headless {
 
 namespace {
 
-bool TakesChildrenAlong(const Window& window, UINT flags)
+bool TakesChildrenAlong(const Window& window)
 {
-    if (flags & RDW_ALLCHILDREN) return true;
-    return !(flags & RDW_NOCHILDREN) && !(window.style & WS_CLIPCHILDREN);
-}
-
-void Validate(Window& window, bool withChildren)
-{
-    window.dirty = false;
-    if (!withChildren) return;
-    for (Window* child : window.children)
-        Validate(*child, true);
-}
-
-} // namespace
-
-void Invalidate(Window& window, bool withChildren)
-{
-    if (!(window.style & WS_VISIBLE)) return;
-    window.dirty = true;
-    if (!withChildren) return;
-    for (Window* child : window.children)
-        Invalidate(*child, true);
+    return !(window.style & WS_CLIPCHILDREN);
 }
 
 void PaintNow(HWND handle, bool withChildren)
@@ -46,9 +26,15 @@ void PaintNow(HWND handle, bool withChildren)
         PaintNow(child, true);
 }
 
-void ReleaseSurface(Window& window)
+} // namespace
+
+void Invalidate(Window& window, bool withChildren)
 {
-    if (window.surface) DeleteObject(std::exchange(window.surface, nullptr));
+    if (!(window.style & WS_VISIBLE)) return;
+    window.dirty = true;
+    if (!withChildren) return;
+    for (Window* child : window.children)
+        Invalidate(*child, true);
 }
 
 } // namespace tintwerk::headless
@@ -57,17 +43,9 @@ using namespace tintwerk::headless;
 
 BOOL WINAPI InvalidateRect(HWND handle, const RECT*, BOOL)
 {
-    Window* const window = handle ? Find(handle) : &Desktop();
-    if (!window) return FALSE;
-    if (IsShown(*window)) Invalidate(*window, TakesChildrenAlong(*window, 0));
-    return TRUE;
-}
-
-BOOL WINAPI ValidateRect(HWND handle, const RECT*)
-{
     Window* const window = Find(handle);
     if (!window) return FALSE;
-    window->dirty = false;
+    if (IsShown(*window)) Invalidate(*window, TakesChildrenAlong(*window));
     return TRUE;
 }
 
@@ -75,18 +53,7 @@ BOOL WINAPI UpdateWindow(HWND handle)
 {
     const Window* const window = Find(handle);
     if (!window) return FALSE;
-    PaintNow(handle, TakesChildrenAlong(*window, 0));
-    return TRUE;
-}
-
-BOOL WINAPI RedrawWindow(HWND handle, const RECT*, HRGN, UINT flags)
-{
-    Window* const window = handle ? Find(handle) : &Desktop();
-    if (!window) return FALSE;
-    const bool children = TakesChildrenAlong(*window, flags);
-    if ((flags & (RDW_INVALIDATE | RDW_INTERNALPAINT)) && IsShown(*window)) Invalidate(*window, children);
-    if (flags & RDW_VALIDATE) Validate(*window, children);
-    if (flags & RDW_UPDATENOW) PaintNow(window->handle, children);
+    PaintNow(handle, TakesChildrenAlong(*window));
     return TRUE;
 }
 
@@ -96,12 +63,12 @@ HDC WINAPI BeginPaint(HWND handle, PAINTSTRUCT* paint)
     if (!window || !paint) return nullptr;
     *paint = {};
     window->dirty = false;
-    paint->hdc = GetDC(handle);
+    paint->hdc = CreateCompatibleDC(nullptr);
     paint->rcPaint = ClientOf(*window);
     return paint->hdc;
 }
 
-BOOL WINAPI EndPaint(HWND handle, const PAINTSTRUCT* paint)
+BOOL WINAPI EndPaint(HWND, const PAINTSTRUCT* paint)
 {
-    return paint && ReleaseDC(handle, paint->hdc);
+    return paint && DeleteDC(paint->hdc);
 }

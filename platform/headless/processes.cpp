@@ -5,8 +5,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <ctime>
+#include <chrono>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "platform/headless/hookable.h"
@@ -122,13 +123,6 @@ BOOL StartProcess(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_A
 
 Hookable<StartProcess> createProcess{"CreateProcessA"};
 
-LONGLONG Nanoseconds()
-{
-    timespec now;
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return LONGLONG{now.tv_sec} * 1000000000 + now.tv_nsec;
-}
-
 } // namespace
 
 BOOL CreateProcessA(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES processAttributes,
@@ -157,25 +151,12 @@ DWORD GetCurrentProcessId()
 
 ULONGLONG GetTickCount64()
 {
-    return static_cast<ULONGLONG>(Nanoseconds() / 1000000);
+    using namespace std::chrono;
+    return static_cast<ULONGLONG>(
+        duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
 }
-DWORD GetTickCount()
-{
-    return static_cast<DWORD>(GetTickCount64());
-}
-BOOL QueryPerformanceCounter(LARGE_INTEGER* count)
-{
-    count->QuadPart = Nanoseconds();
-    return TRUE;
-}
-BOOL QueryPerformanceFrequency(LARGE_INTEGER* frequency)
-{
-    frequency->QuadPart = 1000000000;
-    return TRUE;
-}
+
 void Sleep(DWORD milliseconds)
 {
-    const timespec duration{static_cast<time_t>(milliseconds / 1000),
-                            static_cast<long>(milliseconds % 1000) * 1000000};
-    nanosleep(&duration, nullptr);
+    std::this_thread::sleep_for(std::chrono::milliseconds(milliseconds));
 }

@@ -1,5 +1,6 @@
-// Property sheets: a frame with a tab control and the OK, Cancel and Apply buttons, and pages that are made
-// from their templates when they are shown for the first time.
+// Property sheets: a frame with a tab control, and pages that are made from their templates when they are
+// shown for the first time. Its buttons are pressed by message, so none stands in it. A sheet is modal; its
+// owner waits.
 #include <algorithm>
 #include <cstring>
 
@@ -7,11 +8,10 @@
 #include "platform/headless/window.h"
 
 // What CreatePropertySheetPageW hands out: a copy of the page's record with whatever follows it, and of its
-// texts.
+// title.
 struct _PSP
 {
     std::vector<BYTE> record;
-    std::u16string templateName;
     std::u16string title;
 
     PROPSHEETPAGEW& Page() { return *reinterpret_cast<PROPSHEETPAGEW*>(record.data()); }
@@ -21,10 +21,7 @@ namespace tintwerk::headless {
 
 namespace {
 
-constexpr int kTabId = 0x3020;
-constexpr int kApplyId = 0x3021;
 constexpr int kMargin = 7; // around and between things
-constexpr int kButtonWidth = 88;
 constexpr int kButtonHeight = 23;
 constexpr POINT kPageInTab{4, 22};
 constexpr SIZE kTabAroundPage{8, 26};
@@ -36,28 +33,18 @@ struct SheetState final : ControlState
     {
         HPROPSHEETPAGE page;
         HWND window = nullptr;
-        bool changed = false;
     };
     std::vector<Entry> pages;
-    int active = -1;
-    bool modal = false;
+    LONG_PTR active = -1;
     bool ended = false;
-    bool hasApply = true;
     INT_PTR result = 0;
     HWND tab = nullptr;
 
-    Entry* At(LONG_PTR index)
+    HWND WindowOf(LONG_PTR index) const
     {
-        return index >= 0 && index < static_cast<LONG_PTR>(pages.size())
-                   ? &pages[static_cast<std::size_t>(index)]
-                   : nullptr;
+        return Has(index) ? pages[static_cast<std::size_t>(index)].window : nullptr;
     }
-    Entry* Active() { return At(active); }
-    int IndexOf(HWND window) const
-    {
-        const auto own = std::ranges::find(pages, window, &Entry::window);
-        return !window || own == pages.end() ? -1 : static_cast<int>(own - pages.begin());
-    }
+    bool Has(LONG_PTR index) const { return index >= 0 && index < static_cast<LONG_PTR>(pages.size()); }
 };
 
 SheetState* SheetOf(HWND sheet)
@@ -65,23 +52,12 @@ SheetState* SheetOf(HWND sheet)
     return StateOf<SheetState>(sheet);
 }
 
-UINT Call(PROPSHEETPAGEW& page, UINT message)
-{
-    return (page.dwFlags & PSP_USECALLBACK) && page.pfnCallback ? page.pfnCallback(nullptr, message, &page)
-                                                                : 1;
-}
-
-void Release(HPROPSHEETPAGE page)
-{
-    Call(page->Page(), PSPCB_RELEASE);
-    delete page;
-}
-
 bool LoadTemplate(_PSP& page, DialogTemplate& dialog)
 {
     PROPSHEETPAGEW& record = page.Page();
-    if (record.dwFlags & PSP_DLGINDIRECT) return ParseDialogTemplate(record.pResource, 0x100000, dialog);
-    return LoadDialogTemplate(record.hInstance, record.pszTemplate, dialog);
+    return record.dwFlags & PSP_DLGINDIRECT
+               ? ParseDialogTemplate(record.pResource, kUnknownTemplateSize, dialog)
+               : LoadDialogTemplate(record.hInstance, record.pszTemplate, dialog);
 }
 
 std::u16string TitleOf(_PSP& page)
@@ -100,61 +76,52 @@ LRESULT NotifyPage(HWND sheet, HWND page, UINT code, LPARAM lParam = 0)
 
 HWND ActiveWindow(HWND sheet)
 {
-    SheetState* const state = SheetOf(sheet);
-    const SheetState::Entry* const entry = state ? state->Active() : nullptr;
-    return entry ? entry->window : nullptr;
-}
-
-void EnableApply(HWND sheet)
-{
     const SheetState* const state = SheetOf(sheet);
-    if (!state) return;
-    const bool changed = std::ranges::any_of(state->pages, &SheetState::Entry::changed);
-    if (const HWND button = GetDlgItem(sheet, kApplyId)) EnableWindow(button, changed && state->hasApply);
+    return state ? state->WindowOf(state->active) : nullptr;
 }
 
-// The area of the pages, in the sheet's client coordinates.
-RECT PageArea(HWND sheet)
-{
-    const Window* const tab = Peek(SheetOf(sheet)->tab);
-    if (!tab) return {};
-    const int left = tab->place.left + kPageInTab.x;
-    const int top = tab->place.top + kPageInTab.y;
-    return {left, top, left + tab->Width() - kTabAroundPage.cx, top + tab->Height() - kTabAroundPage.cy};
-}
-
-bool CreatePage(HWND sheet, int index)
+// Tells every page that was made, until one answers that the sheet has to stay.
+LRESULT NotifyAll(HWND sheet, UINT code, LPARAM lParam, std::size_t& index)
 {
     SheetState* state = SheetOf(sheet);
-    const HPROPSHEETPAGE page = state->At(index)->page;
+    for (index = 0; state && index < state->pages.size(); ++index, state = SheetOf(sheet)) {
+        const LRESULT answer = NotifyPage(sheet, state->pages[index].window, code, lParam);
+        if (answer == PSNRET_INVALID || answer == PSNRET_INVALID_NOCHANGEPAGE) return answer;
+    }
+    return PSNRET_NOERROR;
+}
+
+bool CreatePage(HWND sheet, LONG_PTR index)
+{
+    SheetState* state = SheetOf(sheet);
+    const HPROPSHEETPAGE page = state->pages[static_cast<std::size_t>(index)].page;
     PROPSHEETPAGEW& record = page->Page();
     DialogTemplate dialog;
-    if (!Call(record, PSPCB_CREATE) || !LoadTemplate(*page, dialog)) return false;
+    if (!LoadTemplate(*page, dialog)) return false;
     dialog.style &=
         ~(DS_MODALFRAME | WS_CAPTION | WS_SYSMENU | WS_POPUP | WS_DISABLED | WS_VISIBLE | WS_THICKFRAME);
     dialog.style |= WS_CHILD | WS_TABSTOP | DS_CONTROL;
     const HWND window = CreateDialogFrom(dialog, record.hInstance, sheet, record.pfnDlgProc,
                                          reinterpret_cast<LPARAM>(&record));
     state = SheetOf(sheet);
-    if (!window || !state || !state->At(index)) return false;
-    state->At(index)->window = window;
-    const RECT area = PageArea(sheet);
-    SetWindowPos(window, HWND_TOP, area.left, area.top, area.right - area.left, area.bottom - area.top,
-                 SWP_NOACTIVATE);
+    const Window* const tab = state ? Peek(state->tab) : nullptr;
+    if (!window || !tab || !state->Has(index)) return false;
+    state->pages[static_cast<std::size_t>(index)].window = window;
+    SetWindowPos(window, HWND_TOP, tab->place.left + kPageInTab.x, tab->place.top + kPageInTab.y,
+                 tab->Width() - kTabAroundPage.cx, tab->Height() - kTabAroundPage.cy, SWP_NOACTIVATE);
     return true;
 }
 
 // Shows a page in the place of the one that was active. A page that cannot be made leaves the sheet without
 // one.
-bool ShowPage(HWND sheet, int index)
+bool ShowPage(HWND sheet, LONG_PTR index)
 {
-    const HWND previous = ActiveWindow(sheet);
-    if (previous) ShowWindow(previous, SW_HIDE);
-    for (SheetState* state = SheetOf(sheet); state && state->At(index); state = SheetOf(sheet), ++index) {
-        if (!state->At(index)->window && !CreatePage(sheet, index)) return false;
-        if (!(state = SheetOf(sheet)) || !state->At(index)) return false;
+    if (const HWND previous = ActiveWindow(sheet)) ShowWindow(previous, SW_HIDE);
+    for (SheetState* state = SheetOf(sheet); state && state->Has(index); state = SheetOf(sheet), ++index) {
+        if (!state->WindowOf(index) && !CreatePage(sheet, index)) return false;
+        if (!(state = SheetOf(sheet)) || !state->Has(index)) return false;
         state->active = index;
-        const HWND window = state->At(index)->window;
+        const HWND window = state->WindowOf(index);
         if (NotifyPage(sheet, window, PSN_SETACTIVE) == -1) continue; // the page passes the turn on
         if (!(state = SheetOf(sheet))) return false;
         SendMessageW(state->tab, TCM_SETCURSEL, static_cast<WPARAM>(index), 0);
@@ -172,8 +139,8 @@ bool LeaveActive(HWND sheet)
 bool SelectPage(HWND sheet, LONG_PTR index)
 {
     if (!LeaveActive(sheet)) return false;
-    SheetState* const state = SheetOf(sheet);
-    return state && state->At(index) && ShowPage(sheet, static_cast<int>(index));
+    const SheetState* const state = SheetOf(sheet);
+    return state && state->Has(index) && ShowPage(sheet, index);
 }
 
 // Asks the active page whether it may be left, then every page that was made to apply. False when one of them
@@ -181,18 +148,11 @@ bool SelectPage(HWND sheet, LONG_PTR index)
 bool Apply(HWND sheet, bool closing)
 {
     if (!LeaveActive(sheet)) return false;
-    SheetState* state = SheetOf(sheet);
-    for (std::size_t i = 0; state && i < state->pages.size(); ++i, state = SheetOf(sheet)) {
-        if (!state->pages[i].window) continue;
-        const LRESULT answer = NotifyPage(sheet, state->pages[i].window, PSN_APPLY, closing);
-        if (answer == PSNRET_INVALID) ShowPage(sheet, static_cast<int>(i));
-        if (answer == PSNRET_INVALID || answer == PSNRET_INVALID_NOCHANGEPAGE) return false;
-    }
-    if (!(state = SheetOf(sheet))) return false;
-    if (closing)
-        state->active = -1;
-    else
-        NotifyPage(sheet, ActiveWindow(sheet), PSN_SETACTIVE);
+    std::size_t index = 0;
+    const LRESULT answer = NotifyAll(sheet, PSN_APPLY, closing, index);
+    if (answer == PSNRET_INVALID) ShowPage(sheet, static_cast<LONG_PTR>(index));
+    if (answer != PSNRET_NOERROR) return false;
+    if (!closing) NotifyPage(sheet, ActiveWindow(sheet), PSN_SETACTIVE);
     return true;
 }
 
@@ -202,91 +162,43 @@ void End(HWND sheet, INT_PTR result)
     if (!state) return;
     state->result = result;
     state->ended = true;
-    if (!state->modal)
-        state->active = -1; // a modeless sheet is destroyed by its owner, who sees that no page is current
 }
 
-void PressOk(HWND sheet)
-{
-    if (Apply(sheet, true)) End(sheet, 1);
-}
-
-void PressApply(HWND sheet)
-{
-    if (!Apply(sheet, false)) return;
-    if (SheetState* const state = SheetOf(sheet)) {
-        for (SheetState::Entry& entry : state->pages)
-            entry.changed = false;
-    }
-    EnableApply(sheet);
-}
-
-void PressCancel(HWND sheet, bool byCloseBox)
+void Cancel(HWND sheet)
 {
     if (NotifyPage(sheet, ActiveWindow(sheet), PSN_QUERYCANCEL)) return;
-    SheetState* state = SheetOf(sheet);
-    for (std::size_t i = 0; state && i < state->pages.size(); ++i, state = SheetOf(sheet)) {
-        if (state->pages[i].window) NotifyPage(sheet, state->pages[i].window, PSN_RESET, byCloseBox);
-    }
+    std::size_t index = 0;
+    NotifyAll(sheet, PSN_RESET, FALSE, index);
     End(sheet, 0);
 }
 
 void Press(HWND sheet, WPARAM button)
 {
-    switch (button) {
-    case PSBTN_OK:
-        return PressOk(sheet);
-    case PSBTN_APPLYNOW:
-        return PressApply(sheet);
-    case PSBTN_CANCEL:
-        return PressCancel(sheet, false);
-    default:
-        return;
-    }
+    if (button == PSBTN_CANCEL)
+        Cancel(sheet);
+    else if (button == PSBTN_APPLYNOW)
+        Apply(sheet, false);
+    else if (button == PSBTN_OK && Apply(sheet, true))
+        End(sheet, 1);
 }
 
-void InsertTab(SheetState& state, std::size_t index)
+void AddPage(HWND sheet, HPROPSHEETPAGE page)
 {
-    std::u16string title = TitleOf(*state.pages[index].page);
+    SheetState& state = *SheetOf(sheet);
+    std::u16string title = TitleOf(*page);
     TCITEMW item{};
-    item.mask = TCIF_TEXT | TCIF_IMAGE;
+    item.mask = TCIF_TEXT;
     item.pszText = title.data();
-    item.iImage = -1;
-    SendMessageW(state.tab, TCM_INSERTITEMW, index, reinterpret_cast<LPARAM>(&item));
+    SendMessageW(state.tab, TCM_INSERTITEMW, state.pages.size(), reinterpret_cast<LPARAM>(&item));
+    state.pages.push_back({page});
 }
 
-void CleanUp(HWND sheet)
+// Page by page, as the real sheet does: a page's record goes after its window.
+void DestroyPages(HWND sheet)
 {
-    SheetState* const state = SheetOf(sheet);
-    if (!state) return;
-    // Page by page, as the real sheet does: a page's record is released after its window has gone.
-    for (SheetState::Entry& entry : std::exchange(state->pages, {})) {
+    for (const SheetState::Entry& entry : std::exchange(SheetOf(sheet)->pages, {})) {
         if (entry.window) DestroyWindow(entry.window);
-        Release(entry.page);
-    }
-}
-
-void SetChanged(HWND sheet, HWND page, bool changed)
-{
-    SheetState* const state = SheetOf(sheet);
-    if (SheetState::Entry* const entry = state->At(state->IndexOf(page))) entry->changed = changed;
-    EnableApply(sheet);
-}
-
-INT_PTR OnCommand(HWND sheet, int id)
-{
-    switch (id) {
-    case IDOK:
-        PressOk(sheet);
-        return TRUE;
-    case kApplyId:
-        PressApply(sheet);
-        return TRUE;
-    case IDCANCEL:
-        PressCancel(sheet, false);
-        return TRUE;
-    default:
-        return FALSE;
+        delete entry.page;
     }
 }
 
@@ -296,87 +208,25 @@ INT_PTR Answer(HWND sheet, LRESULT answer)
     return TRUE;
 }
 
-INT_PTR OnTabNotice(HWND sheet, UINT code)
+INT_PTR CALLBACK SheetProcedure(HWND sheet, UINT message, WPARAM wParam, LPARAM)
 {
-    if (code == TCN_SELCHANGING) return Answer(sheet, !LeaveActive(sheet));
-    if (code == TCN_SELCHANGE)
-        ShowPage(sheet, static_cast<int>(SendMessageW(SheetOf(sheet)->tab, TCM_GETCURSEL, 0, 0)));
-    return FALSE;
-}
-
-LRESULT AddPage(HWND sheet, HPROPSHEETPAGE page)
-{
-    SheetState& state = *SheetOf(sheet);
-    if (!page || state.pages.size() >= MAXPROPPAGES) return FALSE;
-    state.pages.push_back({page});
-    InsertTab(state, state.pages.size() - 1);
-    return TRUE;
-}
-
-int PageIndex(const SheetState& state, LPARAM page, WPARAM fallback)
-{
-    const auto own =
-        std::ranges::find(state.pages, reinterpret_cast<HPROPSHEETPAGE>(page), &SheetState::Entry::page);
-    return page && own != state.pages.end() ? static_cast<int>(own - state.pages.begin())
-                                            : static_cast<int>(fallback);
-}
-
-INT_PTR CALLBACK SheetProcedure(HWND sheet, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    SheetState* const state = SheetOf(sheet);
+    const SheetState* const state = SheetOf(sheet);
     if (!state) return FALSE;
     switch (message) {
-    case WM_COMMAND:
-        return OnCommand(sheet, LOWORD(wParam));
-    case WM_CLOSE:
-        PressCancel(sheet, true);
-        return TRUE;
-    case WM_NOTIFY: {
-        const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-        return header.hwndFrom == state->tab ? OnTabNotice(sheet, header.code) : FALSE;
-    }
     case WM_DESTROY:
-        CleanUp(sheet);
+        DestroyPages(sheet);
         return TRUE;
-    case PSM_CHANGED:
-    case PSM_UNCHANGED:
-        SetChanged(sheet, reinterpret_cast<HWND>(wParam), message == PSM_CHANGED);
-        return TRUE;
-    case PSM_APPLY:
-        return Answer(sheet, Apply(sheet, false));
     case PSM_SETCURSEL:
-        return Answer(sheet, SelectPage(sheet, PageIndex(*state, lParam, wParam)));
-    case PSM_ADDPAGE:
-        return Answer(sheet, AddPage(sheet, reinterpret_cast<HPROPSHEETPAGE>(lParam)));
-    case PSM_INDEXTOHWND: {
-        const SheetState::Entry* const entry = state->At(static_cast<LONG_PTR>(wParam));
-        return Answer(sheet, reinterpret_cast<LRESULT>(entry ? entry->window : nullptr));
-    }
-    case PSM_HWNDTOINDEX:
-        return Answer(sheet, state->IndexOf(reinterpret_cast<HWND>(wParam)));
-    case PSM_PAGETOINDEX:
-        return Answer(sheet, PageIndex(*state, lParam, static_cast<WPARAM>(-1)));
-    case PSM_INDEXTOPAGE: {
-        const SheetState::Entry* const entry = state->At(static_cast<LONG_PTR>(wParam));
-        return Answer(sheet, reinterpret_cast<LRESULT>(entry ? entry->page : nullptr));
-    }
+        return Answer(sheet, SelectPage(sheet, static_cast<LONG_PTR>(wParam)));
+    case PSM_INDEXTOHWND:
+        return Answer(sheet, reinterpret_cast<LRESULT>(state->WindowOf(static_cast<LONG_PTR>(wParam))));
     case PSM_GETTABCONTROL:
         return Answer(sheet, reinterpret_cast<LRESULT>(state->tab));
     case PSM_GETCURRENTPAGEHWND:
         return Answer(sheet, reinterpret_cast<LRESULT>(ActiveWindow(sheet)));
-    case PSM_GETRESULT:
-        return Answer(sheet, state->result);
     case PSM_PRESSBUTTON:
         Press(sheet, wParam);
         return TRUE;
-    case PSM_CANCELTOCLOSE:
-        EnableWindow(GetDlgItem(sheet, IDCANCEL), FALSE);
-        return TRUE;
-    case PSM_SETTITLEW:
-        SetWindowTextW(sheet, reinterpret_cast<LPCWSTR>(lParam));
-        return TRUE;
-    case PSM_ISDIALOGMESSAGE:
-        return Answer(sheet, IsDialogMessageW(sheet, reinterpret_cast<LPMSG>(lParam)));
     default:
         return FALSE;
     }
@@ -394,94 +244,30 @@ SIZE LargestPage(const std::vector<HPROPSHEETPAGE>& pages)
     return largest;
 }
 
-void CreateButtons(HWND sheet, int right, int top, HINSTANCE module, bool hasApply)
-{
-    const struct
-    {
-        LPCWSTR text;
-        int id;
-        DWORD style;
-    } buttons[] = {
-        {TEXT("OK"), IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP | WS_GROUP | WS_VISIBLE},
-        {TEXT("Cancel"), IDCANCEL, WS_TABSTOP | WS_VISIBLE},
-        {TEXT("&Apply"), kApplyId, WS_TABSTOP | WS_DISABLED | (hasApply ? WS_VISIBLE : 0)},
-        {TEXT("Help"), IDHELP, WS_TABSTOP | WS_GROUP | WS_DISABLED},
-    };
-    const int shown = hasApply ? 3 : 2;
-    int left = right - shown * kButtonWidth - (shown - 1) * kMargin;
-    for (const auto& button : buttons) {
-        CreateWindowExW(0, TEXT("Button"), button.text, WS_CHILD | button.style, left, top, kButtonWidth,
-                        kButtonHeight, sheet, reinterpret_cast<HMENU>(static_cast<LONG_PTR>(button.id)),
-                        module, nullptr);
-        left += kButtonWidth + kMargin;
-    }
-}
-
 HWND CreateFrame(const PROPSHEETHEADERW& header, const std::vector<HPROPSHEETPAGE>& pages)
 {
     const SIZE page = LargestPage(pages);
     const int tabWidth = page.cx + kTabAroundPage.cx;
     const int tabHeight = page.cy + kTabAroundPage.cy;
-    RECT frame{0, 0, tabWidth + 2 * kMargin, tabHeight + 3 * kMargin + kButtonHeight};
     constexpr DWORD kStyle = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_CLIPSIBLINGS | DS_CONTEXTHELP |
                              DS_MODALFRAME | DS_SETFONT | DS_3DLOOK;
     constexpr DWORD kExStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
-    AdjustWindowRectEx(&frame, kStyle, FALSE, kExStyle);
-    std::u16string title =
-        header.pszCaption && !IS_INTRESOURCE(header.pszCaption) ? header.pszCaption : TEXT("");
-    if (header.dwFlags & PSH_PROPTITLE) title.insert(0, TEXT("Properties for "));
+    const RECT frame =
+        WithFrame({tabWidth + 2 * kMargin, tabHeight + 3 * kMargin + kButtonHeight}, kStyle, kExStyle);
     const HWND sheet =
-        CreateWindowExW(kExStyle, TEXT("#32770"), title.c_str(), kStyle, 0, 0, frame.right - frame.left,
+        CreateWindowExW(kExStyle, TEXT("#32770"), header.pszCaption, kStyle, 0, 0, frame.right - frame.left,
                         frame.bottom - frame.top, header.hwndParent, nullptr, header.hInstance, nullptr);
     Window* const window = Peek(sheet);
     if (!window) return nullptr;
-    window->dialog = std::make_unique<DialogState>();
-    window->dialog->unitWidth = 7;
-    window->dialog->unitHeight = 13;
-    auto state = std::make_unique<SheetState>();
-    state->modal = !(header.dwFlags & PSH_MODELESS);
-    state->hasApply = !(header.dwFlags & PSH_NOAPPLYNOW);
-    window->control = std::move(state);
+    window->control = std::make_unique<SheetState>();
     SetWindowLongPtrW(sheet, DWLP_DLGPROC, reinterpret_cast<LONG_PTR>(SheetProcedure));
-    CreateButtons(sheet, kMargin + tabWidth, 2 * kMargin + tabHeight, header.hInstance,
-                  !(header.dwFlags & PSH_NOAPPLYNOW));
     const HWND tab = SheetOf(sheet)->tab =
         CreateWindowExW(0, WC_TABCONTROLW, TEXT(""),
                         WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_GROUP | WS_CLIPSIBLINGS | TCS_MULTILINE,
-                        kMargin, kMargin, tabWidth, tabHeight, sheet,
-                        reinterpret_cast<HMENU>(static_cast<LONG_PTR>(kTabId)), header.hInstance, nullptr);
+                        kMargin, kMargin, tabWidth, tabHeight, sheet, nullptr, header.hInstance, nullptr);
     if (tab) return sheet;
     DestroyWindow(sheet);
     return nullptr;
-}
-
-// The records of the header's pages; those given as records are made into pages first.
-std::vector<HPROPSHEETPAGE> PagesOf(const PROPSHEETHEADERW& header)
-{
-    std::vector<HPROPSHEETPAGE> pages;
-    const auto* record = reinterpret_cast<const BYTE*>(header.ppsp);
-    for (UINT i = 0; i < header.nPages; ++i) {
-        if (!(header.dwFlags & PSH_PROPSHEETPAGE)) {
-            pages.push_back(header.phpage[i]);
-            continue;
-        }
-        const auto* const page = reinterpret_cast<const PROPSHEETPAGEW*>(record);
-        if (const HPROPSHEETPAGE made = CreatePropertySheetPageW(page)) pages.push_back(made);
-        record += page->dwSize;
-    }
-    std::erase(pages, nullptr);
-    return pages;
-}
-
-int StartPage(const PROPSHEETHEADERW& header, const std::vector<HPROPSHEETPAGE>& pages)
-{
-    std::size_t start = 0;
-    if (!(header.dwFlags & PSH_USEPSTARTPAGE))
-        start = header.nStartPage;
-    else
-        while (start < pages.size() && TitleOf(*pages[start]) != header.pStartPage)
-            ++start;
-    return start < pages.size() ? static_cast<int>(start) : 0;
 }
 
 INT_PTR RunModal(HWND sheet, HWND owner)
@@ -491,10 +277,7 @@ INT_PTR RunModal(HWND sheet, HWND owner)
         const SheetState* const state = SheetOf(sheet);
         return !state || state->ended;
     };
-    if (!PumpUntil(sheet, ended)) {
-        PressCancel(sheet, false);
-        if (!ended()) End(sheet, 0);
-    }
+    if (!PumpUntil(ended)) Cancel(sheet);
     const SheetState* const state = SheetOf(sheet);
     const INT_PTR result = state ? state->result : 0;
     if (reenable) EnableWindow(owner, TRUE);
@@ -515,45 +298,35 @@ HPROPSHEETPAGE WINAPI CreatePropertySheetPageW(LPCPROPSHEETPAGEW source)
     page->record.resize(std::max<std::size_t>(source->dwSize, sizeof(PROPSHEETPAGEW)));
     std::memcpy(page->record.data(), source, source->dwSize);
     PROPSHEETPAGEW& record = page->Page();
-    if (!(record.dwFlags & PSP_DLGINDIRECT) && record.pszTemplate && !IS_INTRESOURCE(record.pszTemplate)) {
-        page->templateName = record.pszTemplate;
-        record.pszTemplate = page->templateName.c_str();
-    }
     if ((record.dwFlags & PSP_USETITLE) && record.pszTitle && !IS_INTRESOURCE(record.pszTitle)) {
         page->title = record.pszTitle;
         record.pszTitle = page->title.c_str();
     }
-    Call(record, PSPCB_ADDREF);
     return page;
 }
 
 BOOL WINAPI DestroyPropertySheetPage(HPROPSHEETPAGE page)
 {
-    if (!page) return FALSE;
-    Release(page);
-    return TRUE;
+    delete page;
+    return page != nullptr;
 }
 
 INT_PTR WINAPI PropertySheetW(LPCPROPSHEETHEADERW header)
 {
-    if (!header || header->nPages > MAXPROPPAGES) return -1;
-    const std::vector<HPROPSHEETPAGE> pages = PagesOf(*header);
-    if (pages.empty()) return -1;
-    const bool tells = (header->dwFlags & PSH_USECALLBACK) && header->pfnCallback;
-    if (tells) header->pfnCallback(nullptr, PSCB_PRECREATE, 0);
+    if (!header || header->nPages == 0 || header->nPages > MAXPROPPAGES) return -1;
+    std::vector<HPROPSHEETPAGE> pages(header->phpage, header->phpage + header->nPages);
+    std::erase(pages, nullptr);
     const HWND sheet = CreateFrame(*header, pages);
     if (!sheet) {
         for (const HPROPSHEETPAGE page : pages)
-            Release(page);
+            delete page;
         return -1;
     }
     for (const HPROPSHEETPAGE page : pages)
         AddPage(sheet, page);
-    if (tells) header->pfnCallback(sheet, PSCB_INITIALIZED, 0);
-    ShowPage(sheet, StartPage(*header, pages));
+    ShowPage(sheet, 0);
     if (!Peek(sheet)) return -1;
     ShowWindow(sheet, SW_SHOW);
-    if (header->dwFlags & PSH_MODELESS) return reinterpret_cast<INT_PTR>(sheet);
     Window* const owner = Peek(header->hwndParent);
-    return RunModal(sheet, owner ? RootOf(*owner)->handle : nullptr);
+    return RunModal(sheet, owner ? RootOf(*owner).handle : nullptr);
 }

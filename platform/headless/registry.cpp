@@ -150,11 +150,6 @@ LSTATUS RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHK
     return openKey(key, subKey, options, access, result);
 }
 
-LSTATUS RegOpenKeyExW(HKEY key, LPCWSTR subKey, DWORD options, REGSAM access, PHKEY result)
-{
-    return RegOpenKeyExA(key, Narrow(subKey ? subKey : u"").c_str(), options, access, result);
-}
-
 LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD, LPSTR, DWORD, REGSAM access, LPSECURITY_ATTRIBUTES,
                         PHKEY result, LPDWORD disposition)
 {
@@ -170,13 +165,6 @@ LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD, LPSTR, DWORD, REGSAM acc
     }
     *result = static_cast<HKEY>(TheRegistry().open.Open(std::make_shared<OpenKey>(OpenKey{path, access})));
     return ERROR_SUCCESS;
-}
-
-LSTATUS RegCreateKeyExW(HKEY key, LPCWSTR subKey, DWORD reserved, LPWSTR, DWORD options, REGSAM access,
-                        LPSECURITY_ATTRIBUTES security, PHKEY result, LPDWORD disposition)
-{
-    return RegCreateKeyExA(key, Narrow(subKey).c_str(), reserved, nullptr, options, access, security, result,
-                           disposition);
 }
 
 LSTATUS RegCloseKey(HKEY key)
@@ -201,39 +189,6 @@ LSTATUS RegSetValueExA(HKEY key, LPCSTR name, DWORD, DWORD type, const BYTE* dat
                                                       RegistryValue{type, {data, data + size}});
     TheRegistry().Save();
     return ERROR_SUCCESS;
-}
-
-// The 16-bit forms see the same texts, stored here in 8 bits.
-LSTATUS RegQueryValueExW(HKEY key, LPCWSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)
-{
-    const std::string narrowName = Narrow(name ? name : u"");
-    DWORD kind = REG_NONE, bytes = 0;
-    LSTATUS status = RegQueryValueExA(key, narrowName.c_str(), reserved, &kind, nullptr, &bytes);
-    std::vector<BYTE> value(bytes);
-    if (status == ERROR_SUCCESS)
-        status = RegQueryValueExA(key, narrowName.c_str(), reserved, &kind, value.data(), &bytes);
-    if (status != ERROR_SUCCESS) return status;
-    if (IsText(kind)) {
-        const std::basic_string<WCHAR> wide =
-            Wide({reinterpret_cast<const char*>(value.data()), value.size()});
-        const auto* const first = reinterpret_cast<const BYTE*>(wide.data());
-        value.assign(first, first + wide.size() * sizeof(WCHAR));
-    }
-    if (type) *type = kind;
-    const DWORD room = size ? std::exchange(*size, static_cast<DWORD>(value.size())) : 0;
-    if (!data) return ERROR_SUCCESS;
-    if (room < value.size()) return ERROR_MORE_DATA;
-    std::ranges::copy(value, data);
-    return ERROR_SUCCESS;
-}
-
-LSTATUS RegSetValueExW(HKEY key, LPCWSTR name, DWORD reserved, DWORD type, const BYTE* data, DWORD size)
-{
-    const std::string narrowName = Narrow(name ? name : u"");
-    if (!IsText(type)) return RegSetValueExA(key, narrowName.c_str(), reserved, type, data, size);
-    const std::string text = Narrow({reinterpret_cast<const WCHAR*>(data), size / sizeof(WCHAR)});
-    return RegSetValueExA(key, narrowName.c_str(), reserved, type,
-                          reinterpret_cast<const BYTE*>(text.c_str()), static_cast<DWORD>(text.size()));
 }
 
 LSTATUS RegDeleteValueA(HKEY key, LPCSTR name)

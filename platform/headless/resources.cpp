@@ -153,18 +153,3 @@ DWORD SizeofResource(HMODULE, HRSRC resource)
 {
     return resource ? static_cast<DWORD>(reinterpret_cast<const Resource*>(resource)->data.size()) : 0;
 }
-
-BOOL EnumResourceNamesW(HMODULE module, LPCWSTR type, ENUMRESNAMEPROCW procedure, LONG_PTR parameter)
-{
-    const ResourceId wanted = ResourceId::From(type);
-    bool found = false;
-    for (const Resource& resource : EmbeddedResources()) {
-        if (resource.type != wanted) continue;
-        found = true;
-        LPWSTR const name = resource.name.text.empty() ? MAKEINTRESOURCEW(resource.name.number)
-                                                       : const_cast<LPWSTR>(resource.name.text.c_str());
-        if (!procedure(module, type, name, parameter)) return FALSE;
-    }
-    if (!found) SetLastError(ERROR_RESOURCE_TYPE_NOT_FOUND);
-    return found;
-}

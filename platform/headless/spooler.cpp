@@ -23,17 +23,6 @@ Text NameOf(HANDLE printer)
     return name ? *name : Text();
 }
 
-BOOL Fail(DWORD error)
-{
-    SetLastError(error);
-    return FALSE;
-}
-
-Text OrEmpty(const WCHAR* text)
-{
-    return text ? text : TEXT("");
-}
-
 BOOL Open(LPWSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSW)
 {
     if (!name || !TheMemorySpooler().FindPrinter(name)) return Fail(ERROR_INVALID_PRINTER_NAME);
@@ -43,7 +32,7 @@ BOOL Open(LPWSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSW)
 
 BOOL Close(HANDLE printer)
 {
-    return OpenPrinters().Close(printer) ? TRUE : Fail(ERROR_INVALID_HANDLE);
+    return OpenPrinters().Close(printer);
 }
 
 BOOL Printer(HANDLE printer, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed)
@@ -104,62 +93,6 @@ BOOL GetPrinterDriverW(HANDLE printer, LPWSTR environment, DWORD level, LPBYTE b
                        LPDWORD needed)
 {
     return getPrinterDriver(printer, environment, level, buffer, size, needed);
-}
-
-BOOL AddFormW(HANDLE, DWORD level, LPBYTE form)
-{
-    if (level != 1) return Fail(ERROR_INVALID_LEVEL);
-    const auto& record = *reinterpret_cast<const FORM_INFO_1W*>(form);
-    TheMemorySpooler().SetForm(record.pName, {record.Size, record.ImageableArea, record.Flags});
-    return TRUE;
-}
-
-BOOL DeleteFormW(HANDLE, LPWSTR name)
-{
-    return TheMemorySpooler().RemoveForm(OrEmpty(name)) ? TRUE : Fail(ERROR_INVALID_FORM_NAME);
-}
-
-HANDLE AddPrinterW(LPWSTR, DWORD level, LPBYTE printer)
-{
-    const auto& record = *reinterpret_cast<const PRINTER_INFO_2W*>(printer);
-    if (level != 2)
-        SetLastError(ERROR_INVALID_LEVEL);
-    else if (TheMemorySpooler().FindPrinter(OrEmpty(record.pPrinterName)))
-        SetLastError(ERROR_PRINTER_ALREADY_EXISTS);
-    else if (!TheMemorySpooler().FindDriver(OrEmpty(record.pDriverName)))
-        SetLastError(ERROR_UNKNOWN_PRINTER_DRIVER);
-    else {
-        MemorySpooler::Printer added;
-        added.name = record.pPrinterName;
-        added.driverName = record.pDriverName;
-        added.port = OrEmpty(record.pPortName);
-        added.attributes = record.Attributes;
-        TheMemorySpooler().SetPrinter(std::move(added));
-        return OpenPrinters().Open(std::make_shared<Text>(record.pPrinterName));
-    }
-    return nullptr;
-}
-
-BOOL DeletePrinter(HANDLE printer)
-{
-    return TheMemorySpooler().RemovePrinter(NameOf(printer)) ? TRUE : Fail(ERROR_INVALID_HANDLE);
-}
-
-BOOL AddPrinterDriverExW(LPWSTR, DWORD level, LPBYTE driver, DWORD)
-{
-    // The records of levels 3 and 4 begin alike, and nothing behind that is kept.
-    if (level != 3 && level != 4) return Fail(ERROR_INVALID_LEVEL);
-    const auto& record = *reinterpret_cast<const DRIVER_INFO_3W*>(driver);
-    MemorySpooler::Driver added;
-    added.version = record.cVersion;
-    added.name = OrEmpty(record.pName);
-    added.driverPath = OrEmpty(record.pDriverPath);
-    added.dataFile = OrEmpty(record.pDataFile);
-    added.configFile = OrEmpty(record.pConfigFile);
-    for (const WCHAR* file = record.pDependentFiles; file && *file; file += lstrlenW(file) + 1)
-        added.dependentFiles.emplace_back(file);
-    TheMemorySpooler().SetDriver(std::move(added));
-    return TRUE;
 }
 
 namespace tintwerk {

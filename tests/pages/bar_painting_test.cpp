@@ -1,4 +1,4 @@
-// Ink level bars, judged by their pixels.
+// Ink level bars, judged by their colours.
 #include "src/pages/bar_painting.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +6,7 @@
 #include "platform/owners.h"
 #include "src/ink/bar_value.h"
 #include "src/pages/bar_geometry.h"
+#include "tests/support/canvas.h"
 
 namespace tintwerk {
 namespace {
@@ -14,7 +15,6 @@ constexpr int kWidth = 105;
 constexpr int kHeight = 12;
 constexpr COLORREF kInk = RGB(255, 128, 0);
 constexpr COLORREF kEmpty = RGB(225, 225, 225);
-constexpr COLORREF kPage = RGB(1, 2, 3);
 
 // A bar that is painted on a surface of its own.
 class PaintedBar
@@ -26,36 +26,19 @@ public:
                                   nullptr, GetModuleHandleW(nullptr), nullptr);
         SetWindowLongPtrW(control, GWLP_USERDATA,
                           static_cast<LONG_PTR>(PackBarValue({percent, 255, 128, 0})));
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof info.bmiHeader, kWidth, -kHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void* bits = nullptr;
-        bitmap = CreateDIBSection(dc, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-        previous = SelectObject(dc, bitmap);
-        for (int x = 0; x < kWidth; ++x) {
-            for (int y = 0; y < kHeight; ++y)
-                SetPixel(dc, x, y, kPage);
-        }
-        brush = GetCurrentObject(dc, OBJ_BRUSH);
         DRAWITEMSTRUCT item{};
         item.hwndItem = control;
-        item.hDC = dc;
+        item.hDC = canvas.Dc();
         PaintBar(item);
     }
-    ~PaintedBar()
-    {
-        SelectObject(dc, previous);
-        DeleteObject(bitmap);
-        DeleteDC(dc);
-        DestroyWindow(control);
-    }
+    ~PaintedBar() { DestroyWindow(control); }
 
-    COLORREF At(int x, int y = kHeight / 2) const { return GetPixel(dc, x, y); }
+    COLORREF At(int x, int y = kHeight / 2) const { return canvas.At(x, y); }
 
     HWND control;
-    HDC dc = CreateCompatibleDC(nullptr);
-    HBITMAP bitmap;
-    HGDIOBJ previous;
-    HGDIOBJ brush;
+    const BrushHandle selected{CreateSolidBrush(RGB(0, 0, 0))};
+    Canvas canvas{kWidth, kHeight};
+    const HGDIOBJ previous = SelectObject(canvas.Dc(), selected.Get()); // before anything is painted
 };
 
 TEST(Bar, IsFilledFromTheLeftToItsShare)
@@ -74,7 +57,7 @@ TEST(Bar, IsFilledFromTheLeftToItsShare)
         for (const int y : {0, kHeight - 1})
             EXPECT_EQ(RGB(0, 0, 0), bar.At(kWidth / 2, y)) << "the outline in the current pen";
         for (const int x : {0, kWidth - 1})
-            EXPECT_EQ(kPage, bar.At(x, 0)) << "rounded corners";
+            EXPECT_EQ(Canvas::kUntouched, bar.At(x, 0)) << "rounded corners";
     }
 }
 
@@ -91,7 +74,7 @@ TEST(Bar, EndsItsFilledPartSquare)
 TEST(Bar, LeavesTheDeviceContextAsItWas)
 {
     const PaintedBar bar(50);
-    EXPECT_EQ(bar.brush, GetCurrentObject(bar.dc, OBJ_BRUSH));
+    EXPECT_EQ(bar.selected.Get(), SelectObject(bar.canvas.Dc(), bar.previous));
 }
 
 } // namespace

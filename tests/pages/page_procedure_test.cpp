@@ -8,6 +8,7 @@
 #include "src/pages/page_centring.h"
 #include "src/resources/control_ids.h"
 #include "tests/pages/open_sheet.h"
+#include "tests/support/canvas.h"
 #include "tests/support/config_dir_value.h"
 #include "tests/support/temp_file.h"
 
@@ -328,20 +329,12 @@ TEST_F(PageProcedure, PaintsTheBarsOfThePageAndOfThePane)
     SetWindowLongPtrW(bar, GWLP_USERDATA, 0x64000000);
     DRAWITEMSTRUCT item{};
     item.hwndItem = bar;
-    item.hDC = CreateCompatibleDC(nullptr);
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, 200, -50, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    void* bits = nullptr;
-    const HBITMAP surface = CreateDIBSection(item.hDC, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
-    const HGDIOBJ before = SelectObject(item.hDC, surface);
     for (const HWND window : {page, PaneOf(page)}) {
-        SetPixel(item.hDC, 8, 5, RGB(1, 2, 3));
+        const Canvas canvas(200, 50);
+        item.hDC = canvas.Dc();
         SendMessageW(window, WM_DRAWITEM, 3011, reinterpret_cast<LPARAM>(&item));
-        EXPECT_EQ(RGB(0, 0, 0), GetPixel(item.hDC, 8, 5)) << (window == page);
+        EXPECT_EQ(RGB(0, 0, 0), canvas.At(8, 5)) << (window == page);
     }
-    SelectObject(item.hDC, before);
-    DeleteObject(surface);
-    DeleteDC(item.hDC);
 }
 
 TEST_F(PageProcedure, PlacesThePaneInTheTabControl)

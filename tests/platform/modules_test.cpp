@@ -56,10 +56,6 @@ TEST(ActivationContext, NeedsAManifest)
     context.lpResourceName = MAKEINTRESOURCEW(2);
     const HANDLE made = CreateActCtxW(&context);
     ASSERT_NE(INVALID_HANDLE_VALUE, made);
-    ULONG_PTR cookie = 0;
-    EXPECT_TRUE(ActivateActCtx(made, &cookie));
-    EXPECT_TRUE(DeactivateActCtx(0, cookie));
-    ReleaseActCtx(made);
 
     context.lpResourceName = MAKEINTRESOURCEW(77);
     EXPECT_EQ(INVALID_HANDLE_VALUE, CreateActCtxW(&context));

@@ -6,71 +6,61 @@
 namespace tintwerk {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
+struct Step
+{
+    UINT message;
+    WPARAM wParam;
+};
 
-constexpr int kApplyButton = 0x3021;
-
-// A sheet of three pages that write down what they hear ("0 init", "0 notify -200", "0 released").
+// A sheet of three pages that write down what they hear ("0 init", "0 notify -200").
 class Sheets : public testing::Test
 {
 protected:
-    Sheets()
-    {
-        const INITCOMMONCONTROLSEX families{sizeof families, ICC_WIN95_CLASSES};
-        InitCommonControlsEx(&families);
-        current = this;
-    }
-    ~Sheets() override
-    {
-        if (IsWindow(sheet)) DestroyWindow(sheet);
-        Pump();
-    }
+    Sheets() { current = this; }
+
     HPROPSHEETPAGE MakePage(int number)
     {
         PROPSHEETPAGEW page{};
         page.dwSize = sizeof page;
-        page.dwFlags = PSP_DLGINDIRECT | PSP_USETITLE | PSP_USECALLBACK;
+        page.dwFlags = PSP_DLGINDIRECT | PSP_USETITLE;
         page.pResource = TemplateIn(words);
         page.pszTitle = TEXT("Page");
         page.pfnDlgProc = Procedure;
         page.lParam = number;
-        page.pfnCallback = [](HWND, UINT message, PROPSHEETPAGEW* record) -> UINT {
-            if (message == PSPCB_RELEASE)
-                current->lines.push_back(std::to_string(record->lParam) + " released");
-            return 1;
-        };
         return CreatePropertySheetPageW(&page);
     }
-    INT_PTR Open(DWORD flags)
+    // Runs a sheet to which the steps are posted when its first page is made.
+    INT_PTR Run(const std::vector<Step>& posted)
     {
+        steps = posted;
         HPROPSHEETPAGE pages[] = {MakePage(0), MakePage(1), MakePage(2)};
         PROPSHEETHEADERW header{};
         header.dwSize = sizeof header;
-        header.dwFlags = flags;
         header.pszCaption = TEXT("Sheet");
         header.nPages = 3;
         header.phpage = pages;
         return PropertySheetW(&header);
     }
-    void OpenModeless()
+    void LookAt(HWND page, int number)
     {
-        sheet = reinterpret_cast<HWND>(Open(PSH_MODELESS));
-        Pump();
-        lines.clear();
+        const HWND sheet = GetParent(page);
+        const auto tab = reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETTABCONTROL, 0, 0));
+        EXPECT_EQ(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0), 3);
+        EXPECT_EQ(reinterpret_cast<HWND>(SendMessageW(sheet, PSM_INDEXTOHWND, number, 0)), page);
+        EXPECT_EQ(SendMessageW(sheet, PSM_INDEXTOHWND, 2, 0), 0) << "not made yet";
+        EXPECT_EQ(SendMessageW(sheet, PSM_INDEXTOHWND, 9, 0), 0);
+        EXPECT_EQ(reinterpret_cast<HWND>(SendMessageW(sheet, PSM_GETCURRENTPAGEHWND, 0, 0)), page);
+        RECT place, client;
+        GetWindowRect(page, &place);
+        MapWindowPoints(nullptr, sheet, reinterpret_cast<POINT*>(&place), 2);
+        GetClientRect(sheet, &client);
+        EXPECT_NEAR(place.left, 11, 1);
+        EXPECT_NEAR(place.top, 29, 1);
+        EXPECT_NEAR(place.right - place.left, 474, 1);
+        EXPECT_NEAR(place.bottom - place.top, 206, 1);
+        EXPECT_NEAR(client.right, 496, 1);
+        EXPECT_NEAR(client.bottom, 276, 1);
     }
-    Lines During(const std::function<void()>& action)
-    {
-        lines.clear();
-        action();
-        return std::exchange(lines, {});
-    }
-    LRESULT Send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
-    {
-        return SendMessageW(sheet, message, wParam, lParam);
-    }
-    HWND Page(int index) { return reinterpret_cast<HWND>(Send(PSM_INDEXTOHWND, static_cast<WPARAM>(index))); }
-    bool CanApply() { return IsWindowEnabled(GetDlgItem(sheet, kApplyButton)); }
 
     static INT_PTR CALLBACK Procedure(HWND page, UINT message, WPARAM, LPARAM lParam)
     {
@@ -78,132 +68,83 @@ protected:
             const auto& record = *reinterpret_cast<const PROPSHEETPAGEW*>(lParam);
             SetWindowLongPtrW(page, GWLP_USERDATA, record.lParam + 1);
             current->lines.push_back(std::to_string(record.lParam) + " init");
-            if (current->onInit) current->onInit(GetParent(page));
+            for (const Step& step : std::exchange(current->steps, {}))
+                PostMessageW(GetParent(page), step.message, step.wParam, 0);
         }
-        const LONG_PTR number = GetWindowLongPtrW(page, GWLP_USERDATA) - 1;
+        const auto number = static_cast<int>(GetWindowLongPtrW(page, GWLP_USERDATA)) - 1;
         if (message != WM_NOTIFY || number < 0) return FALSE;
         const int code = static_cast<int>(reinterpret_cast<const NMHDR*>(lParam)->code);
         if (code > -200 || code < -299) return FALSE;
+        if (code == static_cast<int>(PSN_KILLACTIVE)) current->LookAt(page, number);
         const LPARAM closing = reinterpret_cast<const PSHNOTIFY*>(lParam)->lParam;
         current->lines.push_back(std::to_string(number) + " notify " + std::to_string(code) +
                                  (closing ? " closing" : ""));
         SetWindowLongPtrW(page, DWLP_MSGRESULT, code == current->refused ? PSNRET_INVALID_NOCHANGEPAGE : 0);
+        if (code == current->refused) current->refused = 0;
         return TRUE;
     }
 
     static inline Sheets* current = nullptr;
     const std::vector<WORD> words =
-        DialogWords(kChildDialog, 271, 127, {{TEXT("Edit"), 5, WS_TABSTOP, 5, 5, 40, 14}}, true);
-    HWND sheet = nullptr;
+        DialogWords(kChildDialog, 271, 127, {{TEXT("Edit"), 5, WS_TABSTOP, 5, 5, 40, 14}});
+    std::vector<Step> steps;
     Lines lines;
-    int refused = 0;
-    std::function<void(HWND sheet)> onInit;
+    int refused = 0; // the first notification of this code
 };
 
-TEST_F(Sheets, MakePagesWhenTheyAreShown)
+TEST_F(Sheets, TellTheirPagesWhatTheUserDoes)
 {
-    OpenModeless();
-    EXPECT_NE(Page(0), nullptr);
-    EXPECT_EQ(Page(1), nullptr);
-    EXPECT_EQ(Page(9), nullptr);
-    EXPECT_THAT(During([&] { EXPECT_TRUE(Send(PSM_SETCURSEL, 1)); }),
-                ElementsAre("0 notify -201", "1 init", "1 notify -200"));
-    EXPECT_EQ(reinterpret_cast<HWND>(Send(PSM_GETCURRENTPAGEHWND)), Page(1));
-    EXPECT_EQ(Send(PSM_HWNDTOINDEX, reinterpret_cast<WPARAM>(Page(1))), 1);
-    EXPECT_FALSE(IsWindowVisible(Page(0)));
-    EXPECT_TRUE(IsWindowVisible(Page(1)));
-    EXPECT_THAT(During([&] { Send(PSM_SETCURSEL, 0); }), ElementsAre("1 notify -201", "0 notify -200"));
-    EXPECT_THAT(During([&] { EXPECT_FALSE(Send(PSM_SETCURSEL, 7)); }), ElementsAre("0 notify -201"));
-    refused = static_cast<int>(PSN_KILLACTIVE);
-    EXPECT_FALSE(Send(PSM_SETCURSEL, 1));
-    EXPECT_EQ(reinterpret_cast<HWND>(Send(PSM_GETCURRENTPAGEHWND)), Page(0));
-    const auto tab = reinterpret_cast<HWND>(Send(PSM_GETTABCONTROL));
-    EXPECT_EQ(SendMessageW(tab, TCM_GETITEMCOUNT, 0, 0), 3);
-}
-
-TEST_F(Sheets, FollowAChoiceOfATab)
-{
-    OpenModeless();
-    const auto tab = reinterpret_cast<HWND>(Send(PSM_GETTABCONTROL));
-    EXPECT_THAT(During([&] { SendMessageW(tab, TCM_SETCURFOCUS, 2, 0); }),
-                ElementsAre("0 notify -201", "2 init", "2 notify -200"));
-    EXPECT_EQ(SendMessageW(tab, TCM_GETCURSEL, 0, 0), 2);
-}
-
-TEST_F(Sheets, ApplyEveryPageThatWasMade)
-{
-    OpenModeless();
-    EXPECT_FALSE(CanApply());
-    Send(PSM_CHANGED, reinterpret_cast<WPARAM>(Page(0)));
-    EXPECT_TRUE(CanApply());
-    Send(PSM_UNCHANGED, reinterpret_cast<WPARAM>(Page(0)));
-    EXPECT_FALSE(CanApply());
-    Send(PSM_SETCURSEL, 1);
-    EXPECT_THAT(During([&] { EXPECT_TRUE(Send(PSM_APPLY)); }),
-                ElementsAre("1 notify -201", "0 notify -202", "1 notify -202", "1 notify -200"));
-    refused = static_cast<int>(PSN_APPLY);
-    EXPECT_THAT(During([&] { EXPECT_FALSE(Send(PSM_APPLY)); }),
-                ElementsAre("1 notify -201", "0 notify -202"));
-    EXPECT_THAT(During([&] { Send(WM_COMMAND, IDOK); }),
-                ElementsAre("1 notify -201", "0 notify -202 closing"));
-    EXPECT_NE(Send(PSM_GETCURRENTPAGEHWND), 0); // still open
-    refused = 0;
-    Send(PSM_CHANGED, reinterpret_cast<WPARAM>(Page(0)));
-    Send(WM_COMMAND, kApplyButton);
-    EXPECT_FALSE(CanApply());
-    EXPECT_THAT(During([&] { Send(WM_COMMAND, IDOK); }),
-                ElementsAre("1 notify -201", "0 notify -202 closing", "1 notify -202 closing"));
-    EXPECT_EQ(Send(PSM_GETCURRENTPAGEHWND), 0);
-    EXPECT_THAT(During([&] { DestroyWindow(sheet); }), ElementsAre("0 released", "1 released", "2 released"));
-}
-
-TEST_F(Sheets, AskBeforeTheyAreCancelled)
-{
-    OpenModeless();
-    refused = static_cast<int>(PSN_QUERYCANCEL);
-    EXPECT_THAT(During([&] { Send(WM_COMMAND, IDCANCEL); }), ElementsAre("0 notify -209"));
-    EXPECT_NE(Send(PSM_GETCURRENTPAGEHWND), 0);
-    refused = 0;
-    EXPECT_THAT(During([&] { Send(WM_COMMAND, IDCANCEL); }), ElementsAre("0 notify -209", "0 notify -203"));
-    EXPECT_EQ(Send(PSM_GETCURRENTPAGEHWND), 0);
-}
-
-TEST_F(Sheets, StandAroundTheirLargestPage)
-{
-    OpenModeless();
-    RECT page;
-    GetWindowRect(Page(0), &page);
-    MapWindowPoints(nullptr, sheet, reinterpret_cast<POINT*>(&page), 2);
-    RECT client;
-    GetClientRect(sheet, &client);
-    EXPECT_NEAR(page.left, 11, 1);
-    EXPECT_NEAR(page.top, 29, 1);
-    EXPECT_NEAR(page.right - page.left, 474, 1);
-    EXPECT_NEAR(page.bottom - page.top, 206, 1);
-    EXPECT_NEAR(client.right, 496, 1);
-    EXPECT_NEAR(client.bottom, 276, 1);
-}
-
-TEST_F(Sheets, ModalOnesReturnHowTheyEnded)
-{
+    constexpr Step kOk{PSM_PRESSBUTTON, PSBTN_OK}, kCancel{PSM_PRESSBUTTON, PSBTN_CANCEL},
+        kApply{PSM_PRESSBUTTON, PSBTN_APPLYNOW}, kSecond{PSM_SETCURSEL, 1}, kNone{PSM_SETCURSEL, 7};
+    const Lines leave = {"0 notify -201"}, toSecond = {"0 notify -201", "1 init", "1 notify -200"},
+                applyBoth = {"1 notify -201", "0 notify -202", "1 notify -202", "1 notify -200"},
+                ok = {"0 notify -201", "0 notify -202 closing"}, cancel = {"0 notify -209", "0 notify -203"};
     const struct
     {
-        WPARAM button;
+        const char* what;
+        int refused;
+        std::vector<Step> steps;
+        std::vector<Lines> told; // after the first page was opened
         INT_PTR result;
-        Lines told;
     } cases[] = {
-        {PSBTN_OK, 1, {"0 init", "0 notify -200", "0 notify -201", "0 notify -202 closing"}},
-        {PSBTN_CANCEL, 0, {"0 init", "0 notify -200", "0 notify -209", "0 notify -203"}},
+        {"OK", 0, {kOk}, {ok}, 1},
+        {"Cancel", 0, {kCancel}, {cancel}, 0},
+        {"a page that does not let go", static_cast<int>(PSN_KILLACTIVE), {kSecond, kOk}, {leave, ok}, 1},
+        {"no such page", 0, {kNone, kCancel}, {leave, cancel}, 0},
+        {"apply on the second page",
+         0,
+         {kSecond, kApply, kOk},
+         {toSecond, applyBoth, {"1 notify -201", "0 notify -202 closing", "1 notify -202 closing"}},
+         1},
+        {"a page that does not apply",
+         static_cast<int>(PSN_APPLY),
+         {kSecond, kOk, kCancel},
+         {toSecond,
+          {"1 notify -201", "0 notify -202 closing"},
+          {"1 notify -209", "0 notify -203", "1 notify -203"}},
+         0},
+        {"a page that does not cancel",
+         static_cast<int>(PSN_QUERYCANCEL),
+         {kCancel, kOk},
+         {{"0 notify -209"}, ok},
+         1},
     };
     for (const auto& row : cases) {
-        onInit = [&row](HWND window) { PostMessageW(window, PSM_PRESSBUTTON, row.button, 0); };
-        Lines told = row.told;
-        told.insert(told.end(), {"0 released", "1 released", "2 released"});
-        EXPECT_EQ(During([&] { EXPECT_EQ(Open(0), row.result); }), told);
+        lines.clear();
+        refused = row.refused;
+        EXPECT_EQ(Run(row.steps), row.result) << row.what;
+        Lines told = {"0 init", "0 notify -200"};
+        for (const Lines& step : row.told)
+            told.insert(told.end(), step.begin(), step.end());
+        EXPECT_EQ(lines, told) << row.what;
     }
-    PROPSHEETPAGEW tooShort{};
-    tooShort.dwSize = 8;
-    EXPECT_EQ(CreatePropertySheetPageW(&tooShort), nullptr);
+}
+
+TEST_F(Sheets, RefuseRecordsThatAreTooShort)
+{
+    PROPSHEETPAGEW page{};
+    page.dwSize = 8;
+    EXPECT_EQ(CreatePropertySheetPageW(&page), nullptr);
 }
 
 } // namespace

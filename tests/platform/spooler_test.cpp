@@ -1,5 +1,4 @@
-// The spooler's records: sizes first, then data, texts behind the record; the system's spooler on Windows and
-// the one in memory give the same picture.
+// The records of the spooler in memory: sizes first, then data, texts behind the record.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -124,48 +123,6 @@ TEST_F(SpoolerTest, RefusesWhatIsNotThere)
     DWORD needed = 0;
     EXPECT_FALSE(GetPrinterW(nullptr, 2, nullptr, 0, &needed));
     EXPECT_EQ(DWORD{ERROR_INVALID_HANDLE}, GetLastError());
-}
-
-// Without the memory spooler: what the system's own answers. The driver's files are no modules, so none is
-// loaded.
-TEST_F(SpoolerTest, InstallsPrintersLikeTheSystem)
-{
-    WCHAR driverName[] = TEXT("Tintwerk platform test driver"),
-          printerName[] = TEXT("Tintwerk platform test");
-    WCHAR path[] = TEXT("C:\\windows\\win.ini"), port[] = TEXT("FILE:"), processor[] = TEXT("winprint"),
-          datatype[] = TEXT("RAW");
-    DRIVER_INFO_3W driver{};
-    driver.cVersion = 3;
-    driver.pName = driverName;
-    driver.pDriverPath = driver.pDataFile = driver.pConfigFile = path;
-    ASSERT_TRUE(AddPrinterDriverExW(nullptr, 3, reinterpret_cast<LPBYTE>(&driver),
-                                    APD_COPY_ALL_FILES | APD_COPY_FROM_DIRECTORY))
-        << GetLastError();
-    PRINTER_INFO_2W printer{};
-    printer.pPrinterName = printerName;
-    printer.pDriverName = driverName;
-    printer.pPortName = port;
-    printer.pPrintProcessor = processor;
-    printer.pDatatype = datatype;
-    PrinterHandle handle(AddPrinterW(nullptr, 2, reinterpret_cast<LPBYTE>(&printer)));
-    ASSERT_TRUE(handle) << GetLastError();
-
-    const std::vector<BYTE> two = AskTwice([&](LPBYTE buffer, DWORD size, LPDWORD needed) {
-        return GetPrinterW(handle.Get(), 2, buffer, size, needed);
-    });
-    const auto& info = *reinterpret_cast<const PRINTER_INFO_2W*>(two.data());
-    EXPECT_EQ(Text(printerName), info.pPrinterName);
-    EXPECT_EQ(Text(driverName), info.pDriverName);
-    EXPECT_TRUE(Inside(two, info.pPrinterName) && Inside(two, info.pDriverName));
-    const std::vector<BYTE> six = AskTwice([&](LPBYTE buffer, DWORD size, LPDWORD needed) {
-        return GetPrinterW(handle.Get(), 6, buffer, size, needed);
-    });
-    EXPECT_EQ(sizeof(PRINTER_INFO_6), six.size());
-    const std::vector<BYTE> four = AskTwice([&](LPBYTE buffer, DWORD size, LPDWORD needed) {
-        return GetPrinterDriverW(handle.Get(), nullptr, 4, buffer, size, needed);
-    });
-    EXPECT_EQ(Text(driverName), reinterpret_cast<const DRIVER_INFO_4W*>(four.data())->pName);
-    EXPECT_TRUE(DeletePrinter(handle.Get()));
 }
 
 } // namespace

@@ -18,23 +18,14 @@ void AddText(std::vector<WORD>& words, const WCHAR* text)
     while (*text++);
 }
 
-void AddStyles(std::vector<WORD>& words, DWORD style, bool extended)
-{
-    if (extended) Add(words, 0); // help id
-    Add(words, extended ? 0 : style);
-    Add(words, extended ? style : 0);
-}
-
-void AddControl(std::vector<WORD>& words, const ControlSpec& control, bool extended)
+void AddControl(std::vector<WORD>& words, const ControlSpec& control)
 {
     if (words.size() % 2) words.push_back(0);
-    AddStyles(words, WS_CHILD | WS_VISIBLE | control.style, extended);
+    Add(words, WS_CHILD | WS_VISIBLE | control.style);
+    Add(words, 0);
     for (const short place : {control.x, control.y, control.width, control.height})
         words.push_back(static_cast<WORD>(place));
-    if (extended)
-        Add(words, control.id);
-    else
-        words.push_back(control.id);
+    words.push_back(control.id);
     AddText(words, control.className);
     AddText(words, control.text);
     words.push_back(0); // creation data
@@ -43,21 +34,20 @@ void AddControl(std::vector<WORD>& words, const ControlSpec& control, bool exten
 } // namespace
 
 std::vector<WORD> DialogWords(DWORD style, short width, short height,
-                              const std::vector<ControlSpec>& controls, bool extended)
+                              const std::vector<ControlSpec>& controls)
 {
     std::vector<WORD> words;
-    if (extended) Add(words, 0xFFFF0001);
-    AddStyles(words, style, extended);
+    Add(words, style);
+    Add(words, 0);
     words.push_back(static_cast<WORD>(controls.size()));
     for (const short place : {short{20}, short{20}, width, height})
         words.push_back(static_cast<WORD>(place));
     words.insert(words.end(), {0, 0}); // no menu, no class of its own
     AddText(words, TEXT("Recorded"));
     words.push_back(8);
-    if (extended) words.insert(words.end(), {400, 0x100}); // weight; upright, default character set
     AddText(words, TEXT("MS Shell Dlg"));
     for (const ControlSpec& control : controls)
-        AddControl(words, control, extended);
+        AddControl(words, control);
     return words;
 }
 
@@ -66,12 +56,11 @@ LPCDLGTEMPLATEW TemplateIn(const std::vector<WORD>& words)
     return reinterpret_cast<LPCDLGTEMPLATEW>(words.data());
 }
 
-RecordingDialog::RecordingDialog(const std::vector<ControlSpec>& controls, DWORD style, bool extended,
-                                 HWND parent)
+RecordingDialog::RecordingDialog(const std::vector<ControlSpec>& controls, DWORD style, HWND parent)
 {
     const INITCOMMONCONTROLSEX families{sizeof families, ICC_WIN95_CLASSES};
     InitCommonControlsEx(&families);
-    const std::vector<WORD> words = DialogWords(style, 271, 127, controls, extended);
+    const std::vector<WORD> words = DialogWords(style, 271, 127, controls);
     window_ = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), TemplateIn(words), parent, Procedure,
                                          reinterpret_cast<LPARAM>(this));
     Pump();
@@ -132,10 +121,8 @@ void RecordingDialog::Note(UINT message, WPARAM wParam, LPARAM lParam)
 void Pump()
 {
     MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
-        TranslateMessage(&message);
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
         DispatchMessageW(&message);
-    }
 }
 
 std::basic_string<WCHAR> TextOf(HWND window)

@@ -19,9 +19,9 @@ struct ControlSpec
     const WCHAR* text = TEXT("");
 };
 
-// The words of a classic (DIALOG) or extended (DIALOGEX) template, in "MS Shell Dlg" of 8 points.
+// The words of a template in "MS Shell Dlg" of 8 points.
 std::vector<WORD> DialogWords(DWORD style, short width, short height,
-                              const std::vector<ControlSpec>& controls, bool extended);
+                              const std::vector<ControlSpec>& controls);
 LPCDLGTEMPLATEW TemplateIn(const std::vector<WORD>& words);
 
 inline constexpr DWORD kPopupDialog = WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_VISIBLE | DS_SETFONT;
@@ -34,7 +34,7 @@ class RecordingDialog
 {
 public:
     explicit RecordingDialog(const std::vector<ControlSpec>& controls, DWORD style = kPopupDialog,
-                             bool extended = true, HWND parent = nullptr);
+                             HWND parent = nullptr);
     ~RecordingDialog();
     RecordingDialog(const RecordingDialog&) = delete;
     RecordingDialog& operator=(const RecordingDialog&) = delete;

@@ -1,5 +1,5 @@
-// Buttons: push buttons, check boxes, radio buttons, group boxes. BM_CLICK tells the parent BN_CLICKED, after an
-// automatic button has changed its state.
+// Buttons: push buttons, check boxes, radio buttons, group boxes. BM_CLICK tells the parent BN_CLICKED, after
+// an automatic button has changed its state.
 #include <algorithm>
 
 #include "platform/headless/window.h"
@@ -43,7 +43,7 @@ void SetCheck(HWND handle, UINT check)
 void SelectRadio(HWND handle)
 {
     const Window& window = *Peek(handle);
-    const std::vector<Window*>& siblings = window.parent->children;
+    const std::vector<Window*>& siblings = SiblingsOf(window);
     std::size_t own = 0;
     while (siblings[own] != &window)
         ++own;

@@ -1,5 +1,5 @@
-// Drop-down list combo boxes: texts with a number each, one of them chosen. A choice by message tells the parent
-// nothing; getting and losing the focus does.
+// Drop-down list combo boxes: texts with a number each, one of them chosen. A choice by message tells the
+// parent nothing; getting and losing the focus does.
 #include <algorithm>
 
 #include "platform/headless/window.h"
@@ -74,7 +74,7 @@ void Create(Window& window)
 
 void LoseFocus(HWND handle)
 {
-    for (const WORD code : {CBN_SELENDCANCEL, CBN_KILLFOCUS}) {
+    for (const int code : {CBN_SELENDCANCEL, CBN_KILLFOCUS}) {
         if (const Window* const window = Peek(handle)) NotifyCommand(*window, code);
     }
 }
@@ -116,9 +116,9 @@ LRESULT CALLBACK ComboBoxProcedure(HWND handle, UINT message, WPARAM wParam, LPA
     case WM_KILLFOCUS:
         LoseFocus(handle);
         return 0;
-    case WM_WINDOWPOSCHANGED:
+    case WM_SIZE:
         KeepHeight(*window);
-        return DefWindowProcW(handle, message, wParam, lParam);
+        return 0;
     default:
         return DefWindowProcW(handle, message, wParam, lParam);
     }

@@ -1,5 +1,5 @@
-// Single-line edit controls: a text, and a selection that a text can be put in the place of. Every change tells
-// the parent EN_UPDATE, then EN_CHANGE.
+// Single-line edit controls: a text, and a selection that a text can be put in the place of. Every change
+// tells the parent EN_UPDATE, then EN_CHANGE.
 #include <algorithm>
 
 #include "platform/headless/window.h"
@@ -20,7 +20,7 @@ void ChangeText(HWND handle, std::u16string text, std::size_t caret)
     if (!state) return;
     Peek(handle)->text = std::move(text);
     state->first = state->last = caret;
-    for (const WORD code : {EN_UPDATE, EN_CHANGE}) {
+    for (const int code : {EN_UPDATE, EN_CHANGE}) {
         if (const Window* const window = Peek(handle)) NotifyCommand(*window, code);
     }
 }

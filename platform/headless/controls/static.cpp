@@ -24,12 +24,7 @@ DWORD KindOf(const Window& window)
 void Flatten(Window& window)
 {
     window.exStyle |= WS_EX_STATICEDGE;
-    RECT edge{0, 0, window.Width(), window.Height()};
-    if (KindOf(window) == SS_ETCHEDHORZ)
-        edge.bottom = 0;
-    else
-        edge.right = 0;
-    AdjustWindowRectEx(&edge, window.style, FALSE, window.exStyle);
+    const RECT edge = WithFrame({window.Width(), 0}, window.style, window.exStyle);
     window.place.right = window.place.left + edge.right - edge.left;
     window.place.bottom = window.place.top + edge.bottom - edge.top;
 }
@@ -40,7 +35,7 @@ void FitToPicture(Window& window, HBITMAP picture)
     if ((window.style & (SS_CENTERIMAGE | SS_REALSIZECONTROL)) ||
         !GetObjectW(picture, sizeof description, &description))
         return;
-    const RECT frame = FrameOf(window.style, window.exStyle);
+    const RECT frame = FrameOf(window);
     SetWindowPos(window.handle, nullptr, 0, 0, description.bmWidth + frame.left + frame.right,
                  description.bmHeight + frame.top + frame.bottom, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -50,7 +45,8 @@ LRESULT SetPicture(HWND handle, HBITMAP picture)
     auto* const state = StateOf<StaticState>(handle);
     Window* const window = Peek(handle);
     if (!state || KindOf(*window) != SS_BITMAP) return 0;
-    if (picture && GetObjectType(picture) != OBJ_BITMAP) return 0;
+    BITMAP description{};
+    if (picture && !GetObjectW(picture, sizeof description, &description)) return 0;
     const HBITMAP previous = std::exchange(state->picture, picture);
     if (picture) FitToPicture(*window, picture);
     InvalidateRect(handle, nullptr, TRUE);
@@ -70,7 +66,7 @@ void DrawItem(HWND handle)
     item.hwndItem = handle;
     item.hDC = paint.hdc;
     item.rcItem = ClientOf(window);
-    SendMessageW(window.parent->handle, WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+    SendMessageW(GetParent(handle), WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
     EndPaint(handle, &paint);
 }
 
@@ -78,7 +74,8 @@ void LoadOwnPicture(Window& window, StaticState& state, const CREATESTRUCTW& cre
 {
     if (KindOf(window) != SS_BITMAP || !creation.lpszName) return;
     if (!IS_INTRESOURCE(creation.lpszName) && !*creation.lpszName) return;
-    state.ownPicture = LoadBitmapW(creation.hInstance, creation.lpszName);
+    state.ownPicture = static_cast<HBITMAP>(
+        LoadImageW(creation.hInstance, creation.lpszName, IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
     state.picture = state.ownPicture;
     if (state.picture) FitToPicture(window, state.picture);
 }
@@ -93,7 +90,7 @@ LRESULT CALLBACK StaticProcedure(HWND handle, UINT message, WPARAM wParam, LPARA
     case WM_NCCREATE: {
         auto state = std::make_unique<StaticState>();
         if (window->style & SS_SUNKEN) window->exStyle |= WS_EX_STATICEDGE;
-        if (KindOf(*window) == SS_ETCHEDHORZ || KindOf(*window) == SS_ETCHEDVERT) Flatten(*window);
+        if (KindOf(*window) == SS_ETCHEDHORZ) Flatten(*window);
         window->control = std::move(state);
         return DefWindowProcW(handle, message, wParam, lParam);
     }

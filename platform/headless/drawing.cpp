@@ -1,0 +1,142 @@
+// Device contexts, brushes, bitmaps. All threads share them, as on the real platform; a device context is
+// used by one thread at a time.
+#include "platform/headless/drawing.h"
+
+#include <algorithm>
+
+#include "platform/headless/handles.h"
+#include "platform/headless/window.h"
+
+namespace tintwerk::headless {
+
+namespace {
+
+struct GdiObject
+{
+    UINT kind;
+    COLORREF color{}; // of a brush
+    SIZE size{};      // of a bitmap
+};
+
+// A brush that is deleted while it is selected stays in use until another one is selected.
+struct DeviceContext
+{
+    HGDIOBJ brush;
+    std::shared_ptr<GdiObject> paint;
+    std::vector<Shape> shapes;
+};
+
+struct Drawing
+{
+    HandleTable<GdiObject> objects;
+    HandleTable<DeviceContext> contexts;
+    // Those of the system, which are no program's own.
+    const HGDIOBJ white = EnterBrush(RGB(255, 255, 255));
+    const HGDIOBJ face = EnterBrush(RGB(245, 245, 245));
+    const std::size_t ownObjects = objects.Count();
+
+    HGDIOBJ EnterBrush(COLORREF color)
+    {
+        return objects.Open(std::make_shared<GdiObject>(GdiObject{OBJ_BRUSH, color}));
+    }
+};
+
+Drawing& Gdi()
+{
+    // Never destroyed: programs give their objects back as late as in destructors of their own static
+    // objects.
+    static Drawing& drawing = *new Drawing;
+    return drawing;
+}
+
+std::shared_ptr<GdiObject> FindObject(HGDIOBJ handle, UINT kind)
+{
+    const std::shared_ptr<GdiObject> object = Gdi().objects.Get(handle);
+    return object && object->kind == kind ? object : nullptr;
+}
+
+} // namespace
+
+std::vector<Shape> ShapesOf(HDC dc)
+{
+    const auto context = Gdi().contexts.Get(dc);
+    return context ? context->shapes : std::vector<Shape>();
+}
+
+HBITMAP EnterBitmap(SIZE size)
+{
+    return static_cast<HBITMAP>(
+        Gdi().objects.Open(std::make_shared<GdiObject>(GdiObject{OBJ_BITMAP, 0, size})));
+}
+
+} // namespace tintwerk::headless
+
+using namespace tintwerk::headless;
+
+HDC WINAPI CreateCompatibleDC(HDC)
+{
+    const HGDIOBJ white = Gdi().white;
+    return static_cast<HDC>(Gdi().contexts.Open(
+        std::make_shared<DeviceContext>(DeviceContext{white, FindObject(white, OBJ_BRUSH), {}})));
+}
+
+BOOL WINAPI DeleteDC(HDC dc)
+{
+    return Gdi().contexts.Close(dc);
+}
+
+HBRUSH WINAPI CreateSolidBrush(COLORREF color)
+{
+    return static_cast<HBRUSH>(Gdi().EnterBrush(color));
+}
+
+HBRUSH WINAPI GetSysColorBrush(int index)
+{
+    return index == COLOR_BTNFACE ? static_cast<HBRUSH>(Gdi().face) : nullptr;
+}
+
+// Device contexts take brushes only.
+HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ handle)
+{
+    const auto context = Gdi().contexts.Get(dc);
+    std::shared_ptr<GdiObject> brush = FindObject(handle, OBJ_BRUSH);
+    if (!context || !brush) return nullptr;
+    context->paint = std::move(brush);
+    return std::exchange(context->brush, handle);
+}
+
+int WINAPI GetObjectW(HGDIOBJ handle, int size, LPVOID buffer)
+{
+    const auto bitmap = FindObject(handle, OBJ_BITMAP);
+    if (!bitmap || size < static_cast<int>(sizeof(BITMAP)) || !buffer) return 0;
+    *static_cast<BITMAP*>(buffer) = {0, bitmap->size.cx, bitmap->size.cy, 0, 1, 32, nullptr};
+    return sizeof(BITMAP);
+}
+
+BOOL WINAPI DeleteObject(HGDIOBJ handle)
+{
+    return handle == Gdi().white || handle == Gdi().face || Gdi().objects.Close(handle);
+}
+
+BOOL WINAPI RoundRect(HDC dc, int left, int top, int right, int bottom, int width, int height)
+{
+    const auto context = Gdi().contexts.Get(dc);
+    if (!context) return FALSE;
+    context->shapes.push_back({{left, top, right, bottom}, context->paint->color, true, {width, height}});
+    return TRUE;
+}
+
+int WINAPI FillRect(HDC dc, const RECT* rectangle, HBRUSH handle)
+{
+    const auto context = Gdi().contexts.Get(dc);
+    const auto brush = FindObject(handle, OBJ_BRUSH);
+    if (!context || !brush || !rectangle) return 0;
+    context->shapes.push_back({*rectangle, brush->color, false, {}});
+    return 1;
+}
+
+DWORD WINAPI GetGuiResources(HANDLE, DWORD kind)
+{
+    if (kind == GR_USEROBJECTS) return WindowCount();
+    return static_cast<DWORD>(Gdi().objects.Count() - Gdi().ownObjects + Gdi().contexts.Count());
+}

@@ -11,7 +11,7 @@ _tintwerk_options() { # COMMAND
         echo "$printer --document --no-document-name --job --preview --offline --probe-server --install-dir --server" \
             "--all-events"
         ;;
-    check) echo '--notes --pages --config-dir --strict --json' ;;
+    check) echo '--notes --quiet --rules --only --ignore --pages --config-dir --strict --json --format' ;;
     features | ink | devmode) echo '--json' ;;
     esac
 }

@@ -1,16 +1,20 @@
-// tintwerk check: tells PPD authors, file by file, what the driver's pages will make of their PPDs.
+// tintwerk check: tells PPD authors, file by file, what is wrong with their PPDs and what the driver's pages
+// will make of them.
 #include <algorithm>
+#include <atomic>
 #include <chrono>
-#include <fstream>
+#include <condition_variable>
+#include <cstdlib>
 #include <iostream>
 #include <iterator>
+#include <mutex>
 #include <optional>
-#include <ostream>
+#include <thread>
 #include <utility>
 
+#include "host/cli/check_report.h"
 #include "host/cli/check_rules.h"
-#include "host/cli/json.h"
-#include "host/cli/pages_trial.h"
+#include "host/cli/ppd_files.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/product_registry.h"
 #include "host/cli/program.h"
@@ -22,69 +26,104 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-struct CheckedFile
-{
-    std::string file;
-    std::vector<Finding> findings;
-    std::optional<PagesTrial> pages; // when they were to be tried and the PPD could be read
+constexpr std::size_t kAhead = 64; // files that may be checked before their turn to be told
 
-    std::size_t Count(Severity severity) const
-    {
-        return static_cast<std::size_t>(std::ranges::count(findings, severity, &Finding::severity));
-    }
-};
-
-std::vector<std::string> FilesOf(std::span<const std::string> operands)
+void AddPagesFindings(const Ppd& ppd, const PagesTrial& trial, const RuleChoice& choice,
+                      std::vector<Finding>& findings)
 {
-    std::vector<std::string> files;
-    for (const std::string& operand : operands) {
-        if (!std::filesystem::is_directory(PathFromUtf8(operand))) {
-            files.push_back(operand);
-            continue;
-        }
-        const std::size_t first = files.size();
-        for (const auto& entry : std::filesystem::recursive_directory_iterator(PathFromUtf8(operand))) {
-            const std::string extension = Utf8FromPath(entry.path().extension());
-            if (entry.is_regular_file() && (extension == ".ppd" || extension == ".PPD"))
-                files.push_back(Utf8FromPath(entry.path()));
-        }
-        std::sort(files.begin() + static_cast<std::ptrdiff_t>(first), files.end());
+    const auto add = [&](std::string_view code, PpdMessage message) {
+        AddFinding(findings, choice, code, message);
+    };
+    if (!trial.problem.empty()) add("pages-problem", {ppd.FileName(), 0, "the pages: " + trial.problem});
+    for (const SelectionChange& change : trial.changes) {
+        const auto feature = ppd.FindFeature(change.feature);
+        const auto option = feature ? ppd.FindOption(*feature, change.before) : std::nullopt;
+        PpdMessage message =
+            ppd.At(option ? ppd.Feature(*feature).options[*option].keyword.data() : nullptr,
+                   "applying the pages without a change turns " + change.before + " into " + change.after);
+        message.feature = change.feature;
+        message.option = change.before;
+        add("pages-change", message);
     }
-    return files;
+    for (const std::string& text : trial.messages)
+        add("pages-message", {ppd.FileName(), 0, "the pages: " + text});
 }
 
-void AddPagesFindings(const PagesTrial& trial, std::vector<Finding>& findings)
-{
-    if (!trial.problem.empty()) findings.push_back({Severity::Error, "", "", "the pages: " + trial.problem});
-    for (const SelectionChange& change : trial.changes)
-        findings.push_back(
-            {Severity::Error, change.feature, change.before,
-             "applying the pages without a change turns " + change.before + " into " + change.after});
-    for (const std::string& message : trial.messages)
-        findings.push_back({Severity::Warning, "", "", "the pages: " + message});
-}
-
-CheckedFile CheckFile(const std::string& file, bool triesPages)
+CheckedFile CheckFile(const std::string& file, const RuleChoice& choice, bool triesPages)
 {
     CheckedFile checked{file, {}, {}};
-    const PpdResult read = ReadPpd(PathFromUtf8(file));
+    PpdReadOptions options;
+    options.toCheck = true;
+    const PpdResult read = ReadPpdOperand(file, options);
     if (!read) {
-        checked.findings.push_back({Severity::Error, "", "", read.error.text, read.error.line});
+        AddFinding(checked.findings, choice, "unreadable", read.error);
         return checked;
     }
-    checked.findings = CheckPpd(*read.ppd);
+    checked.findings = PpdCheck(*read.ppd, choice).Run();
     if (triesPages) {
         checked.pages = TryPages(*read.ppd);
-        AddPagesFindings(*checked.pages, checked.findings);
+        AddPagesFindings(*read.ppd, *checked.pages, choice, checked.findings);
     }
-    for (const PpdMessage& warning : read.ppd->Warnings())
-        checked.findings.push_back({Severity::Warning, "", "", warning.text, warning.line});
-    std::ifstream in(PathFromUtf8(file), std::ios::binary);
-    const std::string text(std::istreambuf_iterator<char>(in), {});
-    LocateFindings(text, checked.findings);
-    std::ranges::stable_sort(checked.findings, {}, &Finding::line);
+    std::ranges::stable_sort(checked.findings, {}, [&](const Finding& finding) {
+        return std::tuple(finding.file != read.ppd->FileName(), std::string_view(finding.file), finding.line);
+    });
     return checked;
 }
+
+// Checks files on all processors and hands them over in their order.
+class FileChecker
+{
+public:
+    FileChecker(const std::vector<std::string>& files, const RuleChoice& choice)
+        : files_(files), choice_(choice)
+    {
+        const std::size_t threads =
+            std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, files.size());
+        for (std::size_t i = 0; i < threads; ++i)
+            threads_.emplace_back([this] { Work(); });
+    }
+    ~FileChecker()
+    {
+        taken_ = files_.size() + kAhead; // nobody begins another one
+        next_ = files_.size();
+        changed_.notify_all();
+        for (std::thread& thread : threads_)
+            thread.join();
+    }
+
+    CheckedFile Next()
+    {
+        std::unique_lock lock(mutex_);
+        std::optional<CheckedFile>& place = places_[taken_ % kAhead];
+        changed_.wait(lock, [&] { return place.has_value(); });
+        CheckedFile checked = *std::exchange(place, std::nullopt);
+        ++taken_;
+        changed_.notify_all();
+        return checked;
+    }
+
+private:
+    void Work()
+    {
+        for (std::size_t file = next_++; file < files_.size(); file = next_++) {
+            std::unique_lock lock(mutex_);
+            changed_.wait(lock, [&] { return file < taken_ + kAhead; });
+            lock.unlock();
+            CheckedFile checked = CheckFile(files_[file], choice_, false);
+            lock.lock();
+            places_[file % kAhead] = std::move(checked);
+            changed_.notify_all();
+        }
+    }
+
+    const std::vector<std::string>& files_;
+    const RuleChoice& choice_;
+    std::atomic<std::size_t> next_ = 0, taken_ = 0;
+    std::optional<CheckedFile> places_[kAhead];
+    std::mutex mutex_;
+    std::condition_variable changed_;
+    std::vector<std::thread> threads_;
+};
 
 // Tells a person at a terminal how far a check is that takes longer than two seconds.
 class Progress
@@ -121,113 +160,105 @@ private:
     Clock::time_point last_ = Clock::now();
 };
 
-std::string Coloured(Severity severity, bool coloured)
+// The rules that --only and --ignore leave; several codes of one option stand between commas.
+RuleChoice ChosenRules(const Arguments& arguments)
 {
-    std::string text(TextOf(severity));
-    if (!coloured) return text;
-    const char* const colour = severity == Severity::Error     ? "\033[31m"
-                               : severity == Severity::Warning ? "\033[33m"
-                                                               : "\033[2m";
-    return colour + text + "\033[0m";
+    RuleChoice choice;
+    if (!arguments.Has("only")) choice.set();
+    for (const GivenOption& given : arguments.Options()) {
+        if (given.name != "only" && given.name != "ignore") continue;
+        std::string_view rest = given.value;
+        while (!rest.empty()) {
+            const std::string_view code = rest.substr(0, rest.find(','));
+            const Rule* const rule = FindRule(code);
+            if (!rule)
+                throw CommandError(kExitUsage, "--" + given.name + " " + std::string(code) +
+                                                   ": no such rule; tintwerk check --rules lists them");
+            choice[static_cast<std::size_t>(rule - Rules().data())] = given.name == "only";
+            rest.remove_prefix(std::min(code.size() + 1, rest.size()));
+        }
+    }
+    return choice;
 }
 
-bool Shows(const CheckedFile& checked, bool notes)
+void PrintRules(std::ostream& out)
 {
-    return checked.findings.size() > (notes ? 0 : checked.Count(Severity::Note));
-}
-
-void Print(Output& output, const CheckedFile& checked, bool notes)
-{
-    const bool coloured = &output.out == &std::cout && OutputIsTerminal();
-    for (const Finding& finding : checked.findings) {
-        if (finding.severity == Severity::Note && !notes) continue;
-        output.out << checked.file << ":";
-        if (finding.line) output.out << finding.line << ":";
-        output.out << " " << Coloured(finding.severity, coloured) << ": ";
-        if (!finding.feature.empty()) output.out << finding.feature << ": ";
-        output.out << finding.text << "\n";
+    for (const Rule& rule : Rules()) {
+        std::string line(rule.code);
+        line.resize(std::max<std::size_t>(line.size() + 1, 21), ' ');
+        line += TextOf(rule.severity);
+        line.resize(29, ' ');
+        out << line << rule.sentence << "\n";
     }
 }
 
-Json AsJson(const CheckedFile& checked)
+ReportStyle StyleOf(const Arguments& arguments, const Output& output)
 {
-    Json json{{"file", checked.file}, {"findings", Json::array()}};
-    for (const Finding& finding : checked.findings) {
-        json["findings"].push_back({{"severity", TextOf(finding.severity)},
-                                    {"line", finding.line ? Json(finding.line) : Json()},
-                                    {"feature", finding.feature},
-                                    {"option", finding.option},
-                                    {"text", finding.text}});
-    }
-    if (!checked.pages) return json;
-    Json changes = Json::array();
-    for (const SelectionChange& change : checked.pages->changes)
-        changes.push_back({{"feature", change.feature}, {"before", change.before}, {"after", change.after}});
-    json["pages"] = {{"trial", checked.pages->selections},
-                     {"shown", checked.pages->pages},
-                     {"problem", checked.pages->problem},
-                     {"changes", changes}};
-    return json;
+    constexpr std::string_view kFormats[] = {"text", "json", "sarif"};
+    const std::string format = arguments.OneOf("format", arguments.Has("json") ? "json" : "text", kFormats);
+    const char* const noColor = std::getenv("NO_COLOR");
+    return {static_cast<ReportStyle::Format>(std::ranges::find(kFormats, format) - std::begin(kFormats)),
+            arguments.Has("notes"), arguments.Has("quiet"),
+            &output.out == &std::cout && OutputIsTerminal() && !(noColor && *noColor)};
 }
 
 int Run(const Arguments& arguments, Output& output)
 {
-    const std::vector<std::string> files = FilesOf(arguments.Operands());
-    if (files.empty())
-        throw CommandError(kExitUsage,
-                           arguments.Operands().empty()
-                               ? "no PPD file is given: tintwerk check FILE|FOLDER..."
-                               : arguments.Operands()[0] + ": there is no .ppd file below this folder");
+    if (arguments.Has("rules")) {
+        PrintRules(output.out);
+        return kExitSuccess;
+    }
+    const RuleChoice choice = ChosenRules(arguments);
+    const std::vector<std::string> files = PpdOperands(arguments, "check");
     if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
-    const bool asJson = arguments.Has("json");
-    std::size_t errors = 0, warnings = 0, notes = 0;
-    Json json{{"command", "check"}, {"files", Json::array()}};
+    CheckReport report(StyleOf(arguments, output));
+    output.out << report.Begin();
     {
+        // The pages are windows of this thread.
+        const bool triesPages = arguments.Has("pages");
+        std::optional<FileChecker> checker;
+        if (!triesPages) checker.emplace(files, choice);
         Progress progress(output.err, files.size());
         for (const std::string& file : files) {
-            const CheckedFile checked = CheckFile(file, arguments.Has("pages"));
-            errors += checked.Count(Severity::Error);
-            warnings += checked.Count(Severity::Warning);
-            notes += checked.Count(Severity::Note);
-            if (asJson) {
-                json["files"].push_back(AsJson(checked));
-            } else if (Shows(checked, arguments.Has("notes"))) {
+            const std::string text = report.OfFile(checker ? checker->Next() : CheckFile(file, choice, true));
+            if (!text.empty()) {
                 progress.Clear();
-                Print(output, checked, arguments.Has("notes"));
+                output.out << text;
             }
+            if (!output.out) break; // told by the program
             progress.Step();
         }
     }
-    if (asJson) {
-        json["errors"] = errors;
-        json["warnings"] = warnings;
-        json["notes"] = notes;
-        output.out << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
-    } else {
-        output.out << files.size() << (files.size() == 1 ? " file: " : " files: ") << errors << " errors, "
-                   << warnings << " warnings, " << notes << " notes"
-                   << (arguments.Has("notes") || notes == 0 ? "" : " (--notes shows them)") << "\n";
-    }
-    return errors > 0 || (warnings > 0 && arguments.Has("strict")) ? kExitFailed : kExitSuccess;
+    output.out << report.End();
+    return report.Count(Severity::Error) > 0 ||
+                   (report.Count(Severity::Warning) > 0 && arguments.Has("strict"))
+               ? kExitFailed
+               : kExitSuccess;
 }
 
 } // namespace
 
 Command CheckCommand()
 {
-    return {"check",
-            "tells what the driver's pages will make of PPD files",
-            "tintwerk check [OPTION ...] FILE|FOLDER...",
-            "A folder stands for every .ppd file below it.\nExit status 1 when there is an error, with "
-            "--strict also when there is a warning.\n",
-            {{"notes", "", "shows notes too: missing features, groups of the advanced page"},
-             {"pages", "",
-              "opens the pages of each PPD, applies them without a change, and tells\nwhat does not stay as "
-              "it was"},
-             {"config-dir", "DIR", "the driver's configuration directory, for --pages (ink files, logos)"},
-             {"strict", "", "warnings fail the check"},
-             {"json", "", "tells everything as JSON"}},
-            Run};
+    return {
+        "check",
+        "tells what is wrong with PPD files, and what the driver's pages will make of them",
+        "tintwerk check [OPTION ...] FILE|FOLDER|-...",
+        "A folder stands for every .ppd and .ppd.gz file below it, \"-\" for standard input.\nExit status 1 "
+        "when there is an error, with --strict also when there is a warning.\n",
+        {{"notes", "", "shows notes too: missing features, groups of the advanced page"},
+         {"quiet", "", "tells errors only, and no summary"},
+         {"rules", "", "lists the rules with their codes"},
+         {"only", "CODE", "applies this rule alone; may be given again, or with commas"},
+         {"ignore", "CODE", "leaves this rule out; may be given again, or with commas"},
+         {"pages", "",
+          "opens the pages of each PPD, applies them without a change, and tells\nwhat does not stay as "
+          "it was"},
+         {"config-dir", "DIR", "the driver's configuration directory, for --pages (ink files, logos)"},
+         {"strict", "", "warnings fail the check"},
+         {"json", "", "tells everything as JSON"},
+         {"format", "FORMAT", "text, json or sarif"}},
+        Run};
 }
 
 } // namespace tintwerk

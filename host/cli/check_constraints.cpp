@@ -1,4 +1,5 @@
-#include "host/cli/check_constraints.h"
+// Which selections leave a popup of the driver's pages empty: by the PPD's constraints, and by the driver's
+// own rules for media types, rendering intents and colour models.
 
 #include <algorithm>
 #include <bitset>
@@ -6,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "host/cli/check_rules.h"
 #include "src/bindings/media_modes.h"
 #include "src/records/options.h"
 
@@ -51,17 +53,11 @@ Forbidden ForbiddenBy(const Ppd& ppd, std::size_t popup)
     return forbidden;
 }
 
-std::string OptionText(const Ppd& ppd, const Selection& selection)
-{
-    return selection.second == kNoOption
-               ? std::string()
-               : std::string(ppd.Feature(selection.first).options[selection.second].keyword);
-}
-
 std::string TextOf(const Ppd& ppd, const Selection& selection)
 {
-    const std::string option = OptionText(ppd, selection);
-    return std::string(ppd.Feature(selection.first).keyword) + "=" + (option.empty() ? "(any)" : option);
+    const PpdFeature& feature = ppd.Feature(selection.first);
+    return std::string(feature.keyword) + "=" +
+           (selection.second == kNoOption ? "(any)" : std::string(feature.options[selection.second].keyword));
 }
 
 bool Concerns(const PpdConstraint& constraint, const Selection& a, const Selection& b)
@@ -84,7 +80,7 @@ bool ExcludeEachOther(const Ppd& ppd, const Selection& a, const Selection& b)
 class PopupChecker
 {
 public:
-    PopupChecker(const Ppd& ppd, std::vector<Finding>& findings) : ppd_(ppd), findings_(findings) {}
+    explicit PopupChecker(PpdCheck& check) : check_(check), ppd_(check.ppd) {}
 
     // The driver leaves out what is forbidden in two popups: media types, as far as the cartridge forbids
     // them, and resolutions, whatever forbids them.
@@ -107,41 +103,46 @@ public:
     // Rendering intents and colour models follow from the digit at the end of the media type.
     void CheckMediaModes()
     {
-        const PpdFeature* const media = ppd_.Find("MediaType");
-        std::vector<std::string> withoutIntent, withoutModel;
-        for (const PpdOption& option : media ? media->options : std::vector<PpdOption>()) {
-            const MediaRules rules{MediaMode(option.keyword), Models(), ""};
-            if (!Offers("halvIntent", [&](std::string_view intent) { return rules.AllowIntent(intent); }))
-                withoutIntent.emplace_back(option.keyword);
-            if (!Offers("halvColorModel", [&](std::string_view model) { return rules.AllowModel(model); }))
-                withoutModel.emplace_back(option.keyword);
+        const auto media = ppd_.FindFeature("MediaType");
+        if (!media) return;
+        std::vector<std::size_t> withoutIntent, withoutModel;
+        const std::vector<PpdOption>& options = ppd_.Feature(*media).options;
+        for (std::size_t option = 0; option < options.size(); ++option) {
+            const MediaRules rules{MediaMode(options[option].keyword), Models(), ""};
+            if (!OffersIntent(rules)) withoutIntent.push_back(option);
+            if (!OffersModel(rules)) withoutModel.push_back(option);
         }
-        AddMedia(withoutIntent, "no option of halvIntent goes with this media mode");
-        AddMedia(withoutModel,
+        AddMedia(*media, withoutIntent, "no option of halvIntent goes with this media mode");
+        AddMedia(*media, withoutModel,
                  "a profile without colour data takes RGB or CMYKproof, which halvColorModel lacks");
         const MediaRules unmanaged{9, Models(), kNoIntent};
         const auto intents = ppd_.FindFeature("halvIntent");
-        if (intents && ppd_.FindOption(*intents, kNoIntent) && unmanaged.AllowIntent(kNoIntent) &&
-            !Offers("halvColorModel", [&](std::string_view model) { return unmanaged.AllowModel(model); }))
-            Add(Severity::Error, "halvIntent", kNoIntent,
+        const auto none = intents ? ppd_.FindOption(*intents, kNoIntent) : std::nullopt;
+        if (none && unmanaged.AllowIntent(kNoIntent) && !OffersModel(unmanaged))
+            Add("popup-empty", *intents, *none,
                 "none_0 leaves neither RGB nor CMYKproof in halvColorModel: its popup is left empty");
     }
 
 private:
-    void Add(Severity severity, std::string_view feature, std::string_view option, std::string text)
+    void Add(std::string_view code, std::size_t feature, std::size_t option, std::string text)
     {
-        findings_.push_back({severity, std::string(feature), std::string(option), std::move(text)});
+        const PpdFeature& found = ppd_.Feature(feature);
+        if (option == kNoOption)
+            check_.Tell(code, found, std::move(text));
+        else
+            check_.Tell(code, found, found.options[option], std::move(text));
     }
 
-    // The media mode is the digit at a keyword's end. Told once, at the first of the media types.
-    void AddMedia(const std::vector<std::string>& media, const std::string& reason)
+    // Told once, at the first of the media types.
+    void AddMedia(std::size_t feature, const std::vector<std::size_t>& media, const std::string& reason)
     {
         if (media.empty()) return;
         const std::string more = media.size() > 1
                                      ? " and " + std::to_string(media.size() - 1) + " more media types"
                                      : std::string();
-        Add(Severity::Error, "MediaType", media[0],
-            media[0] + more + ": " + reason + "; its popup is left empty");
+        Add("popup-empty", feature, media[0],
+            std::string(ppd_.Feature(feature).options[media[0]].keyword) + more + ": " + reason +
+                "; its popup is left empty");
     }
 
     void CheckSelections(std::size_t popup, const Forbidden& forbidden)
@@ -149,7 +150,7 @@ private:
         const PpdFeature& feature = ppd_.Feature(popup);
         for (const auto& [selection, options] : forbidden) {
             if (options != AllOf(feature)) continue;
-            Add(Severity::Error, ppd_.Feature(selection.first).keyword, OptionText(ppd_, selection),
+            Add("popup-empty", selection.first, selection.second,
                 TextOf(ppd_, selection) + " forbids every option of " + std::string(feature.keyword) +
                     ": its popup is left empty");
         }
@@ -168,7 +169,7 @@ private:
                     told.contains(features) || ExcludeEachOther(ppd_, a->first, b->first))
                     continue;
                 told.insert(features);
-                Add(Severity::Warning, ppd_.Feature(b->first.first).keyword, OptionText(ppd_, b->first),
+                Add("popup-empty-pair", b->first.first, b->first.second,
                     TextOf(ppd_, a->first) + " and " + TextOf(ppd_, b->first) +
                         " together forbid every option of " + std::string(feature.keyword) +
                         ": its popup is left empty");
@@ -189,15 +190,24 @@ private:
         return !found || std::ranges::any_of(found->options, allowed, &PpdOption::keyword);
     }
 
+    bool OffersIntent(const MediaRules& rules) const
+    {
+        return Offers("halvIntent", [&](std::string_view intent) { return rules.AllowIntent(intent); });
+    }
+    bool OffersModel(const MediaRules& rules) const
+    {
+        return Offers("halvColorModel", [&](std::string_view model) { return rules.AllowModel(model); });
+    }
+
+    PpdCheck& check_;
     const Ppd& ppd_;
-    std::vector<Finding>& findings_;
 };
 
 } // namespace
 
-void CheckEmptyPopups(const Ppd& ppd, std::vector<Finding>& findings)
+void CheckEmptyPopups(PpdCheck& check)
 {
-    PopupChecker checker(ppd, findings);
+    PopupChecker checker(check);
     checker.CheckConstraints();
     checker.CheckMediaModes();
 }

@@ -1,7 +1,9 @@
-// What the driver's pages will make of a PPD: everything that an author of PPDs should know before a user
-// sees it.
+// The rules by which tintwerk check judges a PPD: what the format asks for, and what the driver's pages will
+// make of the file. Each is a row with a code, a severity, a sentence and a function.
 #pragma once
 
+#include <bitset>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,18 +21,85 @@ enum class Severity
 
 std::string_view TextOf(Severity severity);
 
-struct Finding
+class PpdCheck;
+
+struct Rule
 {
+    std::string_view code; // stable: people write it into scripts
     Severity severity;
-    std::string feature; // where to look in the file; empty: the file as a whole
-    std::string option;
-    std::string text;
-    unsigned line = 0; // 0: not known
+    std::string_view sentence;     // what is wrong, for any file
+    void (*find)(PpdCheck& check); // null: the reader or the trial of the pages tells it. Rows may share one
 };
 
-std::vector<Finding> CheckPpd(const Ppd& ppd);
+std::span<const Rule> Rules();
+const Rule* FindRule(std::string_view code);
 
-// Fills in the lines of findings from the file's text.
-void LocateFindings(std::string_view text, std::vector<Finding>& findings);
+// Which rows of the table are wanted.
+using RuleChoice = std::bitset<128>;
+
+struct Finding
+{
+    const Rule* rule;
+    std::string file;
+    unsigned line; // 1 for what concerns the file as a whole
+    std::string feature, option;
+    std::string text;
+};
+
+// One file under examination: what the rules look at, and what they found.
+class PpdCheck
+{
+public:
+    PpdCheck(const Ppd& description, const RuleChoice& choice) : ppd(description), choice_(choice) {}
+
+    // Applies every rule that is wanted, and takes over what the reader said.
+    std::vector<Finding> Run();
+
+    bool Wants(std::string_view code) const;
+    // `place` lies in the file; without one it is the file as a whole.
+    void Tell(std::string_view code, const char* place, std::string text, std::string_view feature = {},
+              std::string_view option = {});
+    void Tell(std::string_view code, const PpdFeature& feature, std::string text)
+    {
+        Tell(code, feature.keyword.data(), std::move(text), feature.keyword);
+    }
+    void Tell(std::string_view code, const PpdFeature& feature, const PpdOption& option, std::string text);
+
+    const Ppd& ppd;
+
+private:
+    RuleChoice choice_;
+    std::vector<Finding> findings_;
+};
+
+// Adds a finding that stands outside any Ppd: a file that cannot be read, a page that does not open.
+void AddFinding(std::vector<Finding>& findings, const RuleChoice& choice, std::string_view code,
+                const PpdMessage& message);
+
+// "a, b, c and 4 more".
+std::string Joined(const std::vector<std::string>& texts, std::size_t most = 6);
+
+// The functions of the table's rows, by the file in which they stand.
+void CheckHeader(PpdCheck& check); // check_format.cpp
+void CheckRepeated(PpdCheck& check);
+void CheckDefaults(PpdCheck& check);
+void CheckTexts(PpdCheck& check);
+void CheckCode(PpdCheck& check);
+void CheckOrders(PpdCheck& check);
+void CheckTranslations(PpdCheck& check);
+void CheckSizes(PpdCheck& check); // check_sizes.cpp
+void CheckCustomSize(PpdCheck& check);
+void CheckFeatureNames(PpdCheck& check); // check_driver.cpp
+void CheckMissing(PpdCheck& check);
+void CheckSliders(PpdCheck& check);
+void CheckNumberFields(PpdCheck& check);
+void CheckCheckBoxes(PpdCheck& check);
+void CheckPopups(PpdCheck& check);
+void CheckBorderless(PpdCheck& check);
+void CheckScreenPrinting(PpdCheck& check);
+void CheckLengths(PpdCheck& check);
+void CheckConflicts(PpdCheck& check);
+void CheckAdvancedPage(PpdCheck& check);
+void CheckEmptyPopups(PpdCheck& check); // check_constraints.cpp
 
 } // namespace tintwerk

@@ -1,56 +1,45 @@
 #include "host/cli/feature_use.h"
 
-#include <array>
-
-#include "host/sheet/script.h"
+#include "host/sheet/page_controls.h"
 #include "src/bindings/advanced_features.h"
-#include "src/bindings/check_boxes.h"
-#include "src/bindings/number_fields.h"
-#include "src/bindings/popups.h"
-#include "src/bindings/sliders.h"
 #include "src/sheets/layout_items.h"
 
 namespace tintwerk {
 
 namespace {
 
-std::string PageText(DWORD tabBit)
-{
-    return std::string(TextOf(PageOfTab(tabBit)));
-}
-
-struct Behaviour
-{
-    std::string_view feature, text;
+constexpr Behaviour kBehaviours[] = {
+    {"halvLanguage", "its first option chooses the pages' language", "the pages are in English"},
+    {"halvGuiMode", "chooses which pages are shown", "every page is shown"},
+    {"halvGuiIcon", "names the logo on the main page", "the main page has no logo of its own"},
+    {"halvScreenmode", "screen printing page: shown when the feature exists",
+     "there is no screen printing page"},
+    {"halvCartridgeColors", "names the inks on the screen printing page",
+     "the cartridges of the screen printing page have no colours"},
+    {"Duplex", "", "the page layout has no duplex item"},
 };
-constexpr std::array<Behaviour, 5> kBehaviours{{
-    {"halvLanguage", "its first option chooses the pages' language"},
-    {"halvGuiMode", "chooses which pages are shown"},
-    {"halvGuiIcon", "names the logo on the main page"},
-    {"halvScreenmode", "screen printing page: shown when the feature exists"},
-    {"halvCartridgeColors", "names the inks on the screen printing page"},
-}};
+
+bool IsRestOf(const PageControl& control, std::string_view feature)
+{
+    return control.number && feature == RestFeature(*control.number).name;
+}
 
 } // namespace
 
 FeatureUseInfo UseOfFeature(std::string_view feature)
 {
-    for (const ControlBinding& row : kSliderTable) {
-        if (feature == row.keyword)
-            return {FeatureUse::Slider, PageText(row.tabBit),
-                    "slider, " + std::to_string(row.minimum) + " to " + std::to_string(row.maximum)};
-    }
-    for (const NumberFieldBinding& row : kNumberFieldTable) {
-        if (feature == row.keyword) return {FeatureUse::NumberField, PageText(row.tabBit), "number field"};
-        if (feature == std::string(row.keyword) + "2")
-            return {FeatureUse::NumberRest, PageText(row.tabBit), "number field, the rest"};
-    }
-    for (const CheckBoxBinding& row : kCheckBoxTable) {
-        if (feature == row.keyword) return {FeatureUse::CheckBox, PageText(row.tabBit), "check box"};
-    }
-    for (const PopupBinding& row : kPopupTable) {
-        if (row.controlId && row.keyword[0] && feature == WithoutAsterisk(row.keyword))
-            return {FeatureUse::Popup, PageText(row.tabBit), "popup"};
+    for (const PageControl& control : PageControls()) {
+        if (feature.empty() || (feature != control.feature && !IsRestOf(control, feature))) continue;
+        const auto use = [&](FeatureUse is, std::string text) {
+            return FeatureUseInfo{is, std::string(TextOf(control.page)), std::move(text), control.id};
+        };
+        if (control.slider)
+            return use(FeatureUse::Slider, "slider, " + std::to_string(control.slider->minimum) + " to " +
+                                               std::to_string(control.slider->maximum));
+        if (control.number)
+            return feature == control.feature ? use(FeatureUse::NumberField, "number field")
+                                              : use(FeatureUse::NumberRest, "number field, the rest");
+        return control.checkBox ? use(FeatureUse::CheckBox, "check box") : use(FeatureUse::Popup, "popup");
     }
     for (const SourceEntry& entry : SourceList(kLayoutRows)) {
         if (feature == entry.row->name) return {FeatureUse::LayoutItem, "layout", "layout item"};
@@ -60,6 +49,24 @@ FeatureUseInfo UseOfFeature(std::string_view feature)
         if (feature == row.feature) return {FeatureUse::Behaviour, "", std::string(row.text)};
     }
     return {};
+}
+
+std::span<const Behaviour> Behaviours()
+{
+    return kBehaviours;
+}
+
+std::vector<std::string> DriverFeatures()
+{
+    std::vector<std::string> features(std::begin(kSpecialFeatures), std::end(kSpecialFeatures));
+    for (const PageControl& control : PageControls()) {
+        if (!control.feature.empty() && !(control.checkBox && !IsPpdFeature(*control.checkBox)))
+            features.emplace_back(control.feature);
+        if (control.number) features.emplace_back(RestFeature(*control.number).name);
+    }
+    for (const Behaviour& row : kBehaviours)
+        features.emplace_back(row.feature);
+    return features;
 }
 
 } // namespace tintwerk

@@ -44,7 +44,9 @@ int RunCommand(const Command& command, std::span<const std::string> words, Outpu
 
 } // namespace
 
-int RunProgram(std::span<const std::string> arguments, Output& output)
+namespace {
+
+int Dispatch(std::span<const std::string> arguments, Output& output)
 {
     const std::vector<Command> commands = Commands();
     const std::string_view first = arguments.empty() ? std::string_view() : std::string_view(arguments[0]);
@@ -66,9 +68,7 @@ int RunProgram(std::span<const std::string> arguments, Output& output)
         return kExitUsage;
     }
     try {
-        const int status = RunCommand(*command, arguments.subspan(1), output);
-        output.out.flush();
-        return status;
+        return RunCommand(*command, arguments.subspan(1), output);
     } catch (const CommandError& error) {
         output.out.flush();
         output.err << "tintwerk: " << error.what() << "\n";
@@ -77,6 +77,18 @@ int RunProgram(std::span<const std::string> arguments, Output& output)
         output.err << "tintwerk: " << error.what() << "\n";
         return kExitFailed;
     }
+}
+
+} // namespace
+
+// What a script reads must be whole: output that is lost, on a full disk for example, fails every command.
+int RunProgram(std::span<const std::string> arguments, Output& output)
+{
+    const int status = Dispatch(arguments, output);
+    output.out.flush();
+    if (output.out) return status;
+    output.err << "tintwerk: the output could not be written; a part of it is lost\n";
+    return std::max(status, kExitFailed);
 }
 
 } // namespace tintwerk

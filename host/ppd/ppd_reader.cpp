@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "host/ppd/gunzip.h"
 #include "host/ppd/ppd_draft.h"
 #include "host/ppd/ppd_scanner.h"
 #include "host/ppd/ppd_text.h"
@@ -158,10 +159,12 @@ private:
 
     void ReadFile(const std::string& name, std::string text)
     {
+        if (IsPacked(text)) {
+            if (std::string problem = Unpack(text, kMaxFileBytes); !problem.empty())
+                throw PpdFailure{{name, 0, std::move(problem)}};
+        }
         if (text.size() > kMaxFileBytes)
             throw PpdFailure{{name, 0, "larger than 32 MB; no PPD is that large"}};
-        if (text.starts_with("\x1F\x8B"))
-            throw PpdFailure{{name, 0, "compressed; unpack it with gunzip first"}};
         while (!text.empty() &&
                (text.back() == '\0' || text.back() == '\x1A')) // what old systems end a file with
             text.pop_back();
@@ -486,13 +489,24 @@ PpdResult ReadPpdText(std::string text, const std::string& name, const PpdReadOp
 
 namespace {
 
-std::optional<std::string> FileText(const std::filesystem::path& path)
+// The file's bytes; nothing, and why, when it cannot be read.
+std::optional<std::string> FileText(const std::filesystem::path& path, std::string& problem)
 {
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(path, ignored)) return std::nullopt;
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
     std::string text;
-    if (!ReadWhole(path, text, kMaxFileBytes + 1)) return std::nullopt;
-    return text;
+    if (!std::filesystem::exists(status))
+        problem = error && status.type() == std::filesystem::file_type::none ? error.message()
+                                                                             : "there is no such file";
+    else if (std::filesystem::is_directory(status))
+        problem = "it is a folder";
+    else if (!ReadWhole(path, text, kMaxFileBytes + 1))
+        problem = "reading is not permitted, or the disk fails";
+    else if (text.empty())
+        problem = "it is empty";
+    else
+        return text;
+    return std::nullopt;
 }
 
 } // namespace
@@ -501,11 +515,14 @@ PpdResult ReadPpd(const std::filesystem::path& path, const PpdReadOptions& optio
 {
     const std::u8string name8 = path.u8string();
     const std::string name(name8.begin(), name8.end());
-    std::optional<std::string> text = FileText(path);
-    if (!text) return {nullptr, {name, 0, "the file cannot be read"}};
-    return ReadPpdText(
-        std::move(*text), name, options,
-        [folder = path.parent_path()](const std::string& file) { return FileText(folder / file); });
+    std::string problem;
+    std::optional<std::string> text = FileText(path, problem);
+    if (!text) return {nullptr, {name, 0, "the file cannot be read: " + problem}};
+    return ReadPpdText(std::move(*text), name, options,
+                       [folder = path.parent_path()](const std::string& file) {
+                           std::string ignored;
+                           return FileText(folder / file, ignored);
+                       });
 }
 
 } // namespace tintwerk

@@ -203,7 +203,7 @@ private:
         const auto number = ppd_->FindFeature(pending.main);
         if (!number) return;
         PpdFeature& feature = ppd_->features_[*number];
-        if (std::exchange(feature.hasDefault, true)) return;
+        if (std::exchange(feature.hasDefault, true) || !pending.hasValue) return;
         const std::string_view value = Trim(pending.value.substr(0, pending.value.find('/')));
         if (const auto option = ppd_->FindOption(*number, value))
             feature.defaultOption = *option;

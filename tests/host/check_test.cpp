@@ -1,15 +1,33 @@
+// tintwerk check: every fault that an author may put into the sample is told once, at its line, with its
+// code; what is right is passed over in silence.
 #include "tests/host/program_fixture.h"
 
+#include <algorithm>
 #include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
 
 #include "host/cli/check_rules.h"
+#include "host/cli/json.h"
 #include "host/ppd/ppd_reader.h"
 
 namespace tintwerk {
 
 namespace {
 
-constexpr char kHead[] = "*PPD-Adobe: \"4.3\"\n*ModelName: \"Test\"\n*NickName: \"Test\"\n";
+constexpr char kHead[] = "*PPD-Adobe: \"4.3\"\n*FormatVersion: \"4.3\"\n*FileVersion: "
+                         "\"1.0\"\n*LanguageVersion: English\n"
+                         "*LanguageEncoding: ISOLatin1\n*PCFileName: \"TEST.PPD\"\n*Manufacturer: "
+                         "\"Test\"\n*Product: \"(Test)\"\n"
+                         "*PSVersion: \"(3010) 0\"\n*ModelName: \"Test\"\n*ShortNickName: "
+                         "\"Test\"\n*NickName: \"Test\"\n"; // 12 lines
+
+std::string TextOfSample(const std::string& name)
+{
+    std::ifstream in(Sample(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
+}
 
 std::string Feature(const std::string& keyword, const std::vector<std::string>& options)
 {
@@ -19,102 +37,265 @@ std::string Feature(const std::string& keyword, const std::vector<std::string>& 
     return text + "*CloseUI: *" + keyword + "\n";
 }
 
-std::vector<std::string> Steps(int from, int to, int step)
+std::vector<Finding> FindingsOf(const std::string& text)
 {
-    std::vector<std::string> options{"0"};
-    for (int value = from; value <= to; value += step) {
-        if (value != 0) options.push_back(std::to_string(value));
-    }
-    return options;
+    PpdReadOptions options;
+    options.toCheck = true;
+    const PpdResult read = ReadPpdText(text, "test.ppd", options);
+    if (!read) return {{FindRule("unreadable"), "test.ppd", read.error.line, "", "", read.error.text}};
+    return PpdCheck(*read.ppd, RuleChoice().set()).Run();
 }
 
-// "line severity feature: text" of everything but notes.
+// Notes that every smaller printer has.
+bool IsOrdinary(const Finding& finding)
+{
+    constexpr std::string_view kOrdinary[] = {"feature-missing", "advanced-lists", "page-region-missing",
+                                              "size-not-in-all"};
+    return std::ranges::find(kOrdinary, finding.rule->code) != std::end(kOrdinary);
+}
+
+// "line code feature: text" of everything but what is ordinary.
 std::vector<std::string> Findings(const std::string& body)
 {
-    const std::string text = kHead + body;
-    const PpdResult read = ReadPpdText(text, "test.ppd");
-    EXPECT_TRUE(read) << read.error.Full();
-    std::vector<Finding> findings = CheckPpd(*read.ppd);
-    LocateFindings(text, findings);
     std::vector<std::string> lines;
-    for (const Finding& finding : findings) {
-        if (finding.severity != Severity::Note)
-            lines.push_back(std::to_string(finding.line) + " " + std::string(TextOf(finding.severity)) + " " +
+    for (const Finding& finding : FindingsOf(kHead + body)) {
+        if (!IsOrdinary(finding))
+            lines.push_back(std::to_string(finding.line) + " " + std::string(finding.rule->code) + " " +
                             finding.feature + ": " + finding.text);
     }
     return lines;
 }
 
-} // namespace
-
-TEST(PpdCheck, TellsWhatTheControlsCannotStandFor)
+// "code at line" of everything that the sample does not bring by itself.
+std::vector<std::string> Told(const std::string& text)
 {
-    std::vector<std::string> odd = Steps(-50, 50, 5);
-    odd.insert(odd.end(), {"7", "55", "bright"});
-    const struct
-    {
-        const char* word;
-        std::string body;
-        std::vector<std::string> findings;
-    } cases[] = {
-        {"complete slider", Feature("halvBrightness", Steps(-50, 50, 5)), {}},
-        {"doubled steps above the middle",
-         Feature("halvScreenInksaturation",
-                 {"200", "100", "110", "120", "130", "140", "150", "160", "170", "180", "190",
-                  "220", "240", "260", "280", "300", "320", "340", "360", "380", "400"}),
-         {}},
-        {"values off the steps, past the end, and none",
-         Feature("halvBrightness", odd),
-         {"29 error halvBrightness: the option bright is no number; the slider cannot stand for it",
-          "27 error halvBrightness: no slider position stands for 7 (PPD values -50 to 50 in steps of 5)",
-          "28 error halvBrightness: no slider position stands for 55 (PPD values -50 to 50 in steps of 5)"}},
-        {"gap",
-         Feature("halvBorderlessExpand", {"0", "1", "2", "4"}),
-         {"4 error halvBorderlessExpand: slider positions write options that are not there, which changes "
-          "nothing: 3"}},
-        {"check box without its off",
-         Feature("halvPreview", {"1"}),
-         {"4 error halvPreview: the check box writes 0, which is no option"}},
-        {"on and off by suffix", Feature("halvPreview", {"p-off", "p-on", "0", "1"}), {}},
-        {"screen modes",
-         Feature("halvScreenmode", {"off", "a", "b"}),
-         {"4 error halvScreenmode: 3 options; 7 are written: off, and each of three halftones without and "
-          "with multi-black"}},
-    };
-    for (const auto& row : cases)
-        EXPECT_EQ(Findings(row.body), row.findings) << row.word;
+    static const std::set<std::string> usual = [] {
+        std::set<std::string> codes;
+        for (const Finding& finding : FindingsOf(TextOfSample("tintwerk-x12.ppd")))
+            codes.emplace(finding.rule->code);
+        return codes;
+    }();
+    std::vector<std::string> told;
+    for (const Finding& finding : FindingsOf(text)) {
+        if (!usual.contains(std::string(finding.rule->code)))
+            told.push_back(std::string(finding.rule->code) + " at " + std::to_string(finding.line));
+    }
+    return told;
 }
 
-TEST(PpdCheck, CountsOptionsAndLengths)
+std::size_t LineAt(const std::string& text, std::size_t at)
+{
+    return 1 + static_cast<std::size_t>(
+                   std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n'));
+}
+
+std::string Everywhere(std::string text, const std::string& word, const std::string& by)
+{
+    for (std::size_t at = text.find(word); at != text.npos; at = text.find(word, at + by.size()))
+        text.replace(at, word.size(), by);
+    return text;
+}
+
+constexpr char kManual[] = "*InputSlot Manual/Manual Feed: \"<</InputSlot(Manual)>>setpagedevice\"";
+constexpr char kClose[] = "*CloseUI: *InputSlot";
+const std::string kLong(300, '0');
+
+// A line of the sample, what stands in its place, and what is told where: `at` begins the line, else it is
+// the one that was replaced. "+" before the replacement keeps the line and puts it behind.
+const struct Fault
+{
+    const char* code;
+    std::string line, put;
+    const char* at = nullptr;
+} kFaults[] = {
+    {"first-line", "*PPD-Adobe: \"4.3\"", "*% the X12\n*PPD-Adobe: \"4.3\"", "*PPD-Adobe"},
+    {"first-line", "*PPD-Adobe: \"4.3\"", "*FormatVersion: \"4.3\"\n*PPD-Adobe: \"4.3\""},
+    {"byte-order-mark", "*PPD-Adobe: \"4.3\"", "\xEF\xBB\xBF*PPD-Adobe: \"4.3\""},
+    {"unreadable", "*PPD-Adobe: \"4.3\"", "*PPDAdobe: \"4.3\""},
+    {"unreadable", "*FreeVM: \"67108864\"", "*Include: \"missing.ppd\""},
+    {"stray-line", "*TTRasterizer: Type42", "TTRasterizer: Type42"},
+    {"closing-quote", "*PageSize A3/A3: \"<</PageSize[842 1191]/ImagingBBox null>>setpagedevice\"",
+     "*PageSize A3/A3: \"<</PageSize[842 1191]/ImagingBBox null>>setpagedevice"},
+    {"closing-quote", "*FreeVM: \"67108864\"", "*FreeVM: \"67108864"},
+    {"colon", "*ColorDevice: True", "*ColorDevice True"},
+    {"colon", "*DefaultOutputBin: Basket", "*DefaultOutputBin Basket", "*DefaultOutputBin"},
+    {"line-length", "*FreeVM: \"67108864\"", "*FreeVM: \"" + kLong + "\""},
+    {"required-missing", "*FileVersion: \"5.0\"", "", "*PPD-Adobe"},
+    {"encoding-missing", "*LanguageEncoding: ISOLatin1", "", "*PPD-Adobe"},
+    {"encoding-unknown", "*LanguageEncoding: ISOLatin1", "*LanguageEncoding: ISOLatin77"},
+    {"file-name", "*PCFileName: \"TWX12.PPD\"", "*PCFileName: \"TINTWERK-X12.PPD\""},
+    {"product-form", "*Product: \"(Tintwerk X12)\"", "*Product: \"Tintwerk X12\""},
+    {"short-name", "*ShortNickName: \"Tintwerk X12 0012\"",
+     "*ShortNickName: \"Tintwerk X12 with twelve inks 0012\""},
+    {"keyword-twice", "*NickName: \"Tintwerk X12 0012\"", "+*NickName: \"Tintwerk X13 0013\"",
+     "*NickName: \"Tintwerk X13"},
+    {"keyword-twice", "*DefaultMediaType: Gloss6", "+*DefaultMediaType: Plain0", "*DefaultMediaType: Plain0"},
+    {"keyword-twice", "*PaperDimension A2/A2: \"1191 1684\"", "+*PaperDimension A2/A2: \"1191 1700\"",
+     "*PaperDimension A2/A2: \"1191 1700"},
+    {"feature-not-closed", kClose, "", "*OpenUI *OutputBin"},
+    {"feature-closed-as", kClose, "*CloseUI: *InputSlots"},
+    {"feature-not-open", kClose, "+*CloseUI: *Gloss", "*CloseUI: *Gloss"},
+    {"feature-twice", kClose, "+*OpenUI *InputSlot: PickOne\n*CloseUI: *InputSlot",
+     "*OpenUI *InputSlot: PickOne"},
+    {"feature-type", "*OpenUI *InputSlot/Paper Source: PickOne", "*OpenUI *InputSlot/Paper Source: PickAny"},
+    {"group-not-closed", "*CloseGroup: Adjustment", "", "*OpenGroup: Adjustment"},
+    {"group-closed-as", "*CloseGroup: Color", "*CloseGroup: Colour"},
+    {"group-not-open", "*CloseGroup: Color", "+*CloseGroup: Color", nullptr},
+    {"no-options", kClose, "+*OpenUI *Empty: PickOne\n*DefaultEmpty: A\n*CloseUI: *Empty", "*OpenUI *Empty"},
+    {"boolean-options", kClose,
+     "+*OpenUI *Gloss: Boolean\n*DefaultGloss: True\n*Gloss True: \"\"\n*CloseUI: *Gloss", "*OpenUI *Gloss"},
+    {"option-twice", kManual, std::string("+") + kManual, nullptr},
+    {"option-form", kManual, "+*InputSlot Extra/Extra \"\"", "*InputSlot Extra"},
+    {"option-quotes", kManual, "*InputSlot Manual/Manual Feed: <</InputSlot(Manual)>>setpagedevice"},
+    {"symbol-unknown", kManual, "*InputSlot Manual/Manual Feed: ^Manual"},
+    {"code-balance", kManual, "*InputSlot Manual/Manual Feed: \"<</InputSlot(Manual>>setpagedevice\""},
+    {"code-balance", kManual, "*InputSlot Manual/Manual Feed: \"<</InputSlot(Manual)setpagedevice\""},
+    {"code-balance", kManual, "*InputSlot Manual/Manual Feed: \"<</InputSlot(Manual)>>setpagedevice}\""},
+    {"default-missing", "*DefaultOutputBin: Basket", "", "*OpenUI *OutputBin"},
+    {"default-lost", "*DefaultOutputBin: Basket", "*DefaultOutputbin: Basket"},
+    {"default-no-option", "*DefaultOutputBin: Basket", "*DefaultOutputBin: Unknown"},
+    {"default-unknown", "*DefaultOutputBin: Basket", "*DefaultOutputBin: Baskets"},
+    {"constraint-form", kClose, "+*UIConstraints: InputSlot Roll1 *Duplex", "*UIConstraints: InputSlot"},
+    {"constraint-unknown", kClose, "+*UIConstraints: *InputSlot Roll3 *Duplex DuplexTumble",
+     "*UIConstraints: *InputSlot Roll3"},
+    {"constraint-self", kClose, "+*UIConstraints: *InputSlot Roll1 *InputSlot Roll2",
+     "*UIConstraints: *InputSlot Roll1 *InputSlot"},
+    {"order-number", "*OrderDependency: 17 AnySetup *OutputBin",
+     "*OrderDependency: first AnySetup *OutputBin"},
+    {"order-section", "*OrderDependency: 17 AnySetup *OutputBin",
+     "*OrderDependency: 17 AnySetups *OutputBin"},
+    {"order-feature", "*OrderDependency: 17 AnySetup *OutputBin",
+     "*OrderDependency: 17 AnySetup *OutputBins"},
+    {"encoding-bytes", kManual, "*InputSlot Manual/Manual \x81 Feed: \"\""},
+    {"text-length", kManual, "*InputSlot Manual/" + kLong.substr(0, 81) + ": \"\""},
+    {"keyword-length", kManual, "+*InputSlot Manual" + kLong.substr(0, 40) + "/Long: \"\"",
+     "*InputSlot Manual0"},
+    {"keyword-form", kManual, "+*InputSlot Manual 2/Second: \"\"", "*InputSlot Manual 2"},
+    {"hex", kManual, "*InputSlot Manual/Man<fg>ual: \"\""},
+    {"text-twice", kManual, "*InputSlot Manual/Roll 1: \"\""},
+    {"translation-unknown", kManual, "+*de.Translation InputSlots/Zufuhr: \"\"", "*de."},
+    {"translation-unknown", kManual, "+*de.InputSlot Roll3/Rolle 3: \"\"", "*de."},
+    {"page-region-default", "*DefaultPageRegion: A4", "*DefaultPageRegion: A3", "*OpenUI *PageRegion"},
+    {"size-not-in-all", "*PaperDimension A2/A2: \"1191 1684\"", "", "*PageSize A2/"},
+    {"size-not-in-all", "*ImageableArea A2/A2: \"9 9 1182 1675\"", "", "*PageSize A2/"},
+    {"size-unknown", "*ImageableArea A2/A2: \"9 9 1182 1675\"", "+*ImageableArea A7/A7: \"9 9 200 288\"",
+     "*ImageableArea A7"},
+    {"size-numbers", "*PaperDimension A2/A2: \"1191 1684\"", "*PaperDimension A2/A2: \"1191\""},
+    {"size-numbers", "*ImageableArea A2/A2: \"9 9 1182 1675\"", "*ImageableArea A2/A2: \"1182 9 9 1675\""},
+    {"size-name", "*PaperDimension A2/A2: \"1191 1684\"", "*PaperDimension A2/A2: \"1191 1784\""},
+    {"area-outside", "*ImageableArea A2/A2: \"9 9 1182 1675\"", "*ImageableArea A2/A2: \"9 9 1182 1695\""},
+    {"custom-size", "*ParamCustomPageSize Width: 1 points 144 1728",
+     "*ParamCustomPageSize Width: 1 points 1728 144"},
+    {"custom-size", "*ParamCustomPageSize Width: 1 points 144 1728", "", "*CustomPageSize"},
+    {"slider-number", "*DefaulthalvGamut: 0", "+*halvGamut much/A lot: \"\"", "*halvGamut much"},
+    {"slider-value", "*DefaulthalvGamut: 0", "+*halvGamut 55/A lot: \"\"", "*halvGamut 55"},
+    {"slider-gap", "*halvGamut 40/180 percent: \"<</halvGamut 40>>setpagedevice\"", "", "*OpenUI *halvGamut"},
+    {"slider-text", "*halvGamut 40/180 percent: \"<</halvGamut 40>>setpagedevice\"",
+     "*halvGamut 40/170 %: \"\""},
+    {"field-number", "*DefaulthalvScreenLPI2: 10", "+*halvScreenLPI2 half: \"\"", "*halvScreenLPI2 half"},
+    {"box-number", "*DefaulthalvPreview: 0", "+*halvPreview maybe: \"\"", "*halvPreview maybe"},
+    {"box-gap", "*halvPreview 1/On: \"<</halvPreview 1>>setpagedevice\"", "", "*OpenUI *halvPreview"},
+    {"popup-text", kManual, "*InputSlot Manual/" + std::string(600, 'x') + ": \"\""},
+    {"too-long", kManual, "+*InputSlot Manual" + kLong + "/Long: \"\"", "*InputSlot Manual0"},
+    {"defaults-conflict", "*DefaulthalvCartridgeType: PhotoBlack", "*DefaulthalvCartridgeType: FilmBlack", nullptr},
+};
+
+// Some faults break two rules: a text of 600 characters is longer than a popup takes, and than the format
+// allows.
+const std::multimap<std::string_view, std::string> kAlso{{"popup-text", "text-length"},
+                                                         {"popup-text", "line-length"},
+                                                         {"too-long", "keyword-length"},
+                                                         {"too-long", "line-length"}};
+
+} // namespace
+
+TEST(PpdCheck, TellsEveryFaultOnceAtItsLineWithItsCode)
+{
+    const std::string sample = TextOfSample("tintwerk-x12.ppd");
+    ASSERT_THAT(Told(sample), testing::IsEmpty());
+    for (const Fault& fault : kFaults) {
+        std::string text = sample;
+        const std::size_t at = ("\n" + text).find("\n" + fault.line + "\n");
+        ASSERT_NE(at, text.npos) << fault.line;
+        const bool behind = fault.put.starts_with('+');
+        if (fault.put.empty())
+            text.erase(at, fault.line.size() + 1);
+        else if (behind)
+            text.insert(at + fault.line.size() + 1, fault.put.substr(1) + "\n");
+        else
+            text.replace(at, fault.line.size(), fault.put);
+        const std::size_t line = fault.at ? LineAt(text, ("\n" + text).find(std::string("\n") + fault.at))
+                                          : LineAt(text, at) + (behind ? 1 : 0);
+        std::vector<std::string> expected{std::string(fault.code) + " at " + std::to_string(line)};
+        for (auto [also, end] = kAlso.equal_range(fault.code); also != end; ++also)
+            expected.push_back(also->second + " at " + std::to_string(line));
+        EXPECT_THAT(Told(text), testing::UnorderedElementsAreArray(expected))
+            << fault.line << " -> " << fault.put;
+    }
+}
+
+TEST(PpdCheck, TellsFaultsThatGoThroughTheFile)
+{
+    const std::string sample = TextOfSample("tintwerk-x12.ppd");
+    for (const char* misspelt : {"halvBrightnes", "halvbrightness", "HalvBrightness", "halvBrigthness"}) {
+        const std::string text = Everywhere(sample, "halvBrightness", misspelt);
+        const std::size_t line = LineAt(text, text.find(std::string("*OpenUI *") + misspelt));
+        std::vector<std::string> told;
+        for (const Finding& finding : FindingsOf(text)) {
+            if (finding.rule->severity != Severity::Note)
+                told.push_back(std::to_string(finding.line) + " " + finding.feature + " " + finding.text);
+        }
+        EXPECT_THAT(told,
+                    testing::ElementsAre(std::to_string(line) + " " + misspelt +
+                                         " unknown feature of this driver, did you mean halvBrightness? No "
+                                         "control stands for it"));
+    }
+    EXPECT_THAT(Told(Everywhere(sample, "PageRegion", "PageArea")),
+                testing::ElementsAre("page-region-missing at " +
+                                     std::to_string(LineAt(sample, sample.find("*OpenUI *PageSize")))));
+    for (const char* name : {"tintwerk-s8.ppd", "tintwerk-lite.ppd"}) {
+        for (const Finding& finding : FindingsOf(TextOfSample(name)))
+            EXPECT_EQ(finding.rule->severity, Severity::Note)
+                << name << ":" << finding.line << " " << finding.text;
+    }
+}
+
+TEST(PpdCheck, TellsWhatPopupsAndTheScreenPageCannotStandFor)
 {
     std::vector<std::string> many;
     for (int i = 0; i < 81; ++i)
         many.push_back("Size" + std::to_string(i));
-    EXPECT_EQ(
-        Findings(Feature("MediaType", many)),
-        std::vector<std::string>{
-            "86 error MediaType: the popup offers 80 options; those from Size80 on cannot be chosen, and one "
-            "that is selected becomes Size0 when the page is applied"});
+    EXPECT_THAT(Findings(Feature("MediaType", many)),
+                testing::ElementsAre(
+                    "95 popup-full MediaType: the popup offers 80 options; those from Size80 on cannot "
+                    "be chosen, and one that is selected becomes Size0 when the page is applied"));
     many.pop_back();
-    EXPECT_EQ(Findings(Feature("MediaType", many)), std::vector<std::string>{});
-    const std::string longest(255, 'x');
-    EXPECT_EQ(Findings(Feature("Foo", {longest})), std::vector<std::string>{});
-    EXPECT_EQ(Findings(Feature("Foo", {longest + "x"})).size(), 1u);
-}
-
-TEST(PpdCheck, PairsBorderlessSizesAndColours)
-{
-    EXPECT_EQ(Findings(Feature("PageSize", {"A4", "a4Borderless", "PhotoBorderless", "CustomBorderless"})),
-              std::vector<std::string>{
-                  "8 warning PageSize: PhotoBorderless is the borderless twin of no size: it stands in the "
-                  "list by itself, with the borderless box checked and disabled"});
+    EXPECT_THAT(Findings(Feature("MediaType", many)), testing::IsEmpty());
+    EXPECT_THAT(Findings(Feature("halvScreenInksaturation",
+                                 {"200", "100", "110", "120", "130", "140", "150", "160", "170", "180", "190",
+                                  "220", "240", "260", "280", "300", "320", "340", "360", "380", "400"})),
+                testing::IsEmpty())
+        << "steps are doubled above the middle";
+    EXPECT_THAT(Findings(Feature("halvPreview", {"p-off", "p-on", "0", "1"})), testing::IsEmpty());
+    EXPECT_THAT(Findings(Feature("halvScreenmode", {"off", "a", "b"})),
+                testing::ElementsAre(
+                    "13 screen-modes halvScreenmode: 3 options; 7 are written: off, and each of three "
+                    "halftones without and with multi-black"));
+    EXPECT_THAT(Findings(Feature("PageSize", {"A4", "a4Borderless", "PhotoBorderless", "CustomBorderless"})),
+                testing::ElementsAre(
+                    "17 borderless-alone PageSize: PhotoBorderless is the borderless twin of no size: it "
+                    "stands in the list by itself, with the borderless box checked and disabled"));
+    EXPECT_THAT(Findings(Feature("halvCartridgeColors", {"Colors"})),
+                testing::ElementsAre(
+                    "13 cartridge-colors halvCartridgeColors: the option CartridgeColors, whose text "
+                    "lists the colours, is missing"));
     const std::string cartridges =
         Feature("halvScreenCartridge0", {"0", "1"}) + Feature("halvScreenCartridge2", {"0", "1"});
-    EXPECT_EQ(
+    EXPECT_THAT(
         Findings(cartridges + Feature("halvCartridgeColors", {"CartridgeColors/C,Pink"})),
-        (std::vector<std::string>{
-            "16 warning halvCartridgeColors: the colour code \"Pink\" has no picture",
-            "16 warning halvCartridgeColors: 2 colour codes for 3 cartridges: the last code is repeated"}));
+        testing::ElementsAre("25 cartridge-code halvCartridgeColors: the colour code \"Pink\" has no picture",
+                             "25 cartridge-count halvCartridgeColors: 2 colour codes for 3 cartridges: the "
+                             "last code is repeated"));
 }
 
 TEST(PpdCheck, FindsSelectionsThatEmptyAPopup)
@@ -134,7 +315,8 @@ TEST(PpdCheck, FindsSelectionsThatEmptyAPopup)
         {"a cartridge without media",
          forbids("halvCartridgeType Film", "MediaType Plain") +
              forbids("MediaType Photo", "halvCartridgeType Film"),
-         {"17 error halvCartridgeType: halvCartridgeType=Film forbids every option of MediaType: its popup "
+         {"26 popup-empty halvCartridgeType: halvCartridgeType=Film forbids every option of MediaType: its "
+          "popup "
           "is left "
           "empty"}},
         {"media are left out for a cartridge only",
@@ -142,10 +324,11 @@ TEST(PpdCheck, FindsSelectionsThatEmptyAPopup)
          {}},
         {"a slot without resolution",
          forbids("InputSlot Tray", "Resolution"),
-         {"12 error InputSlot: InputSlot=Tray forbids every option of Resolution: its popup is left empty"}},
+         {"21 popup-empty InputSlot: InputSlot=Tray forbids every option of Resolution: its popup is left "
+          "empty"}},
         {"two that leave no resolution together",
          forbids("InputSlot Tray", "Resolution 300dpi") + forbids("Resolution 600dpi", "MediaType Photo"),
-         {"12 warning InputSlot: MediaType=Photo and InputSlot=Tray together forbid every option of "
+         {"21 popup-empty-pair InputSlot: MediaType=Photo and InputSlot=Tray together forbid every option of "
           "Resolution: its "
           "popup is left empty"}},
         {"two that exclude each other",
@@ -161,9 +344,10 @@ TEST(PpdCheck, FindsSelectionsThatEmptyAPopup)
         Findings(Feature("MediaType", {"Plain1", "Chart2"}) + Feature("halvIntent", {"none_0", "photo_3"}) +
                  Feature("halvColorModel", {"CMYK", "Gray"})),
         (std::vector<std::string>{
-            "6 error MediaType: Plain1 and 1 more media types: no option of halvIntent goes with this media "
+            "15 popup-empty MediaType: Plain1 and 1 more media types: no option of halvIntent goes with this "
+            "media "
             "mode; its popup is left empty",
-            "7 error MediaType: Chart2: a profile without colour data takes RGB or CMYKproof, which "
+            "16 popup-empty MediaType: Chart2: a profile without colour data takes RGB or CMYKproof, which "
             "halvColorModel lacks; its popup is left empty"}));
 }
 
@@ -172,30 +356,108 @@ TEST(PpdCheck, TellsWhatTheAdvancedPageLeavesOut)
     std::string body;
     for (int i = 0; i < 63; ++i)
         body += Feature("halvDTF" + std::to_string(i), {"On"});
-    const std::vector<std::string> full = Findings(body);
-    ASSERT_EQ(full.size(), 1u);
-    EXPECT_EQ(full[0],
-              "252 error halvDTF62: the advanced page is full (64 features and groups, or 16384 bytes of "
-              "texts); it leaves out: halvDTF62");
+    EXPECT_THAT(Findings(body),
+                testing::ElementsAre(
+                    "261 advanced-full halvDTF62: the advanced page is full (64 features and groups, "
+                    "or 16384 bytes of texts); it leaves out halvDTF62"));
     for (const char letter : {'u', 'v', 'w', 'x', 'y', 'z'})
         body += Feature(std::string(254, letter), {"On"});
-    EXPECT_EQ(Findings(body),
-              std::vector<std::string>{"0 error : there is no advanced page: the features' keywords have "
-                                       "more than 2048 characters together"});
+    EXPECT_THAT(Findings(body),
+                testing::Contains("1 advanced-none : there is no advanced page: the features' keywords "
+                                  "have more than 2048 characters together"));
 }
 
-TEST(PpdCheck, TheExitStatusIsForScripts)
+TEST(PpdCheck, FilesAndFoldersAreToldInOrderAndTheExitStatusIsForScripts)
 {
     const TemporaryFolder folder;
-    const std::string ppd = folder.Text() + "/a.ppd";
-    std::ofstream(ppd) << kHead << Feature("PageSize", {"PhotoBorderless"});
-    EXPECT_EQ(RunTintwerk({"check", ppd}).status, 0);
-    EXPECT_EQ(RunTintwerk({"check", "--strict", folder.Text()}).status, 1);
-    std::ofstream(folder.Text() + "/b.ppd") << "no PPD";
-    const ProgramResult both = RunTintwerk({"check", folder.Text()});
-    EXPECT_EQ(both.status, 1);
-    EXPECT_THAT(both.out, testing::HasSubstr("b.ppd:1: error: "));
-    EXPECT_THAT(both.out, testing::HasSubstr("2 files: 1 errors, "));
+    const auto write = [&](const std::string& name, const std::string& text) {
+        std::ofstream(folder.Text() + "/" + name, std::ios::binary) << text;
+    };
+    const std::string gloss = "*OpenUI *Gloss: PickOne\n*Gloss High: \"\"\n*CloseUI: *Gloss\n"; // no default
+    for (int i = 0; i < 200; ++i)
+        write("f" + std::to_string(1000 + i) + ".PPD", kHead + gloss);
+    write("readme.txt", "no PPD");
+    const std::vector<std::string> check{"check", folder.Text()};
+    const auto with = [&](std::vector<std::string> more) {
+        more.insert(more.begin(), check.begin(), check.end());
+        return RunTintwerk(more);
+    };
+    const ProgramResult all = RunTintwerk(check);
+    EXPECT_EQ(all.status, 0);
+    EXPECT_THAT(all.out, testing::HasSubstr("\n200 files: 0 errors, 200 warnings, "));
+    std::string expected;
+    for (int i = 0; i < 200; ++i)
+        expected += folder.Text() + "/f" + std::to_string(1000 + i) +
+                    ".PPD:13: warning: Gloss: no \"*DefaultGloss\"; the first option \"High\" is taken "
+                    "[default-missing]\n";
+    EXPECT_EQ(all.out.substr(0, all.out.rfind("200 files")), expected);
+    EXPECT_EQ(with({"--strict"}).status, 1);
+    EXPECT_EQ(with({"--strict", "--ignore", "default-missing,hex"}).status, 0);
+    EXPECT_EQ(with({"--strict", "--only", "hex", "--only", "default-missing"}).status, 1);
+    EXPECT_EQ(with({"--quiet"}).out, "");
+    EXPECT_THAT(with({"--only", "default"}).err, testing::HasSubstr("--only default: no such rule"));
+
+    write("a.ppd", "no PPD");
+    const ProgramResult bad = with({"--quiet"});
+    EXPECT_EQ(bad.status, 1);
+    EXPECT_EQ(bad.out, folder.Text() +
+                           "/a.ppd:1: error: \"*PPD-Adobe: \"4.3\"\" expected as the first line of a PPD "
+                           "[unreadable]\n");
+    EXPECT_THAT(RunTintwerk({"check", folder.Text() + "/a.ppd"}).out,
+                testing::HasSubstr("1 file: 1 error, 0 warnings"));
+    const std::string missing = folder.Text() + "/none.ppd";
+    EXPECT_THAT(RunTintwerk({"check", missing}).out,
+                testing::HasSubstr("cannot be read: there is no such file"));
+}
+
+TEST(PpdCheck, EveryRuleIsListedOnceAndHasItsSentence)
+{
+    const ProgramResult rules = RunTintwerk({"check", "--rules"});
+    EXPECT_EQ(rules.status, 0);
+    std::set<std::string_view> codes;
+    for (const Rule& rule : Rules()) {
+        EXPECT_TRUE(codes.insert(rule.code).second) << rule.code;
+        EXPECT_THAT(rules.out, testing::HasSubstr(std::string(rule.code) + " "));
+        EXPECT_THAT(rules.out, testing::HasSubstr(" " + std::string(rule.sentence) + "\n"));
+        const std::string page = TextOfSample("../docs/check.md");
+        EXPECT_THAT(page, testing::HasSubstr("| `" + std::string(rule.code) + "` | " +
+                                             std::string(TextOf(rule.severity)) + " | "));
+    }
+}
+
+TEST(PpdCheck, JsonAndSarifHoldWhatTheTextTells)
+{
+    const TemporaryFolder folder;
+    const std::string ppd = folder.Text() + "/a b.ppd";
+    std::ofstream(ppd)
+        << kHead
+        << "*OpenUI *Gloss: PickOne\n*DefaultGloss: Low\n*Gloss High/\xFC<zz>: \"\"\n*CloseUI: *Gloss\n";
+    const auto json = Json::parse(RunTintwerk({"check", "--json", ppd, ppd}).out);
+    EXPECT_EQ(json["command"], "check");
+    EXPECT_EQ(json["warnings"], 4);
+    ASSERT_EQ(json["files"].size(), 2u);
+    EXPECT_EQ(json["files"][1]["file"], ppd);
+    const auto& finding = json["files"][0]["findings"].back();
+    EXPECT_EQ(finding["severity"], "warning");
+    EXPECT_EQ(finding["code"], "hex");
+    EXPECT_EQ(finding["line"], 15);
+    EXPECT_EQ(finding["feature"], "Gloss");
+    EXPECT_EQ(finding["option"], "High");
+
+    const auto sarif = Json::parse(RunTintwerk({"check", "--format", "sarif", ppd}).out);
+    EXPECT_EQ(sarif["version"], "2.1.0");
+    const auto& run = sarif["runs"][0];
+    EXPECT_EQ(run["tool"]["driver"]["name"], "tintwerk check");
+    ASSERT_EQ(run["results"].size(), 2u);
+    for (const auto& result : run["results"]) {
+        EXPECT_EQ(run["tool"]["driver"]["rules"][result["ruleIndex"].get<std::size_t>()]["id"],
+                  result["ruleId"]);
+        EXPECT_EQ(result["level"], "warning");
+        EXPECT_FALSE(result["message"]["text"].empty());
+        const auto& place = result["locations"][0]["physicalLocation"];
+        EXPECT_THAT(place["artifactLocation"]["uri"].get<std::string>(), testing::EndsWith("/a%20b.ppd"));
+        EXPECT_GE(place["region"]["startLine"], 14);
+    }
 }
 
 TEST(PpdCheck, TriesThePagesOfEachFile)
@@ -204,7 +466,7 @@ TEST(PpdCheck, TriesThePagesOfEachFile)
     const std::string config = Sample("config");
     for (const char* sample : {"tintwerk-x12.ppd", "tintwerk-s8.ppd", "tintwerk-lite.ppd"}) {
         const ProgramResult result =
-            RunTintwerk({"check", "--pages", "--config-dir", config, Sample(sample)});
+            RunTintwerk({"check", "--pages", "--strict", "--config-dir", config, Sample(sample)});
         EXPECT_EQ(result.status, 0) << result.out;
         EXPECT_EQ(result.err, "");
     }
@@ -215,8 +477,9 @@ TEST(PpdCheck, TriesThePagesOfEachFile)
     std::ofstream(ppd) << kHead << Feature("PageSize", sizes);
     const ProgramResult lost = RunTintwerk({"check", "--pages", "--config-dir", config, ppd});
     EXPECT_EQ(lost.status, 1);
-    EXPECT_THAT(lost.out, testing::HasSubstr("long.ppd:87: error: PageSize: applying the pages without a "
-                                             "change turns Size81 into Size0"));
+    EXPECT_THAT(lost.out,
+                testing::HasSubstr("long.ppd:96: error: PageSize Size81: applying the pages without a "
+                                   "change turns Size81 into Size0 [pages-change]"));
 }
 
 } // namespace tintwerk

@@ -64,7 +64,6 @@ TEST(PpdReader, TellsOneClearErrorWithItsLine)
          "x.ppd:3: \"*PPD-Adobe: \"4.3\"\" expected as the first line of a PPD, not \"*NickName\""},
         {std::string("*PPD-Adobe: \"4.3\"\n*A\0: 1\n", 25),
          "x.ppd: holds zero bytes; a PPD is a text of 8-bit characters"},
-        {"\x1F\x8B\x08 packed", "x.ppd: compressed; unpack it with gunzip first"},
         {magic +
              "*OpenUI *PageSize: PickOne\n*PageSize A4: \"\n<<>> setpagedevice\n*End\n*CloseUI: *PageSize\n",
          "x.ppd:3: the closing quote of the value that begins here is missing before the next statement"},
@@ -403,6 +402,23 @@ TEST(PpdReader, IncludesFilesOfItsFolderWithoutLoops)
     EXPECT_EQ("dir/fan.ppd:99: more than 100 files are included", read("fan.ppd").error.Full());
 }
 
+TEST(PpdReader, UnpacksWhatGzipPacked)
+{
+    const std::string packed(
+        "\x1f\x8b\x08\x00\x00\x00\x00\x00\x02\x03\xd3\x0a\x08\x70\xd1\x75\x4c\xc9\x4f\x4a\xb5\x52"
+        "\x50\x32\xd1\x33\x56\xe2\xd2\xf2\xcb\x4c\xce\xf6\x4b\xcc\x05\x09\x04\x24\x26\x67\xa7\xa6"
+        "\x28\x71\x01\x00\x24\x25\x28\xe3\x26\x00\x00\x00",
+        56);
+    const PpdResult whole = ReadPpdText(packed, "x.ppd.gz");
+    const PpdResult cut = ReadPpdText(packed.substr(0, packed.size() - 9), "x.ppd.gz");
+    if (whole) {
+        EXPECT_EQ("Packed", whole.ppd->PrinterName());
+        EXPECT_EQ("packed, but damaged or cut off", cut.error.text);
+    } else { // a build without zlib
+        EXPECT_EQ("packed; this build does not unpack: gunzip first", whole.error.text);
+    }
+}
+
 TEST(PpdReader, SurvivesEveryCutOfAFile)
 {
     const PpdResult whole = ReadPpd(TINTWERK_SOURCE_DIR "/samples/tintwerk-lite.ppd");
@@ -414,7 +430,8 @@ TEST(PpdReader, SurvivesEveryCutOfAFile)
         const PpdResult result = ReadPpdText(text.substr(0, length), "x.ppd");
         EXPECT_NE(static_cast<bool>(result), !result.error.text.empty()) << length;
     }
-    EXPECT_EQ("no/such.ppd: the file cannot be read", ReadPpd("no/such.ppd").error.Full());
+    EXPECT_EQ("no/such.ppd: the file cannot be read: there is no such file",
+              ReadPpd("no/such.ppd").error.Full());
 }
 
 // The printers of our own must be faultless and fit what the driver's pages can take.

@@ -1,0 +1,170 @@
+// The rules of page sizes: each needs a region, a dimension and a printable area that go together.
+#include <array>
+#include <cmath>
+#include <map>
+
+#include "host/cli/check_rules.h"
+#include "host/ppd/ppd_draft.h"
+#include "host/ppd/ppd_text.h"
+#include "src/bindings/borderless_sizes.h"
+
+namespace tintwerk {
+
+namespace {
+
+struct PaperSize
+{
+    std::string_view name;
+    double width, height; // points
+};
+// Names that mean one size everywhere.
+constexpr PaperSize kPaperSizes[] = {
+    {"A0", 2384, 3370},       {"A1", 1684, 2384},     {"A2", 1191, 1684},    {"A3", 842, 1191},
+    {"A4", 595, 842},         {"A5", 420, 595},       {"A6", 297, 420},      {"Letter", 612, 792},
+    {"Legal", 612, 1008},     {"Tabloid", 792, 1224}, {"Ledger", 1224, 792}, {"Statement", 396, 612},
+    {"Env10", 297, 684},      {"EnvDL", 312, 624},    {"EnvC5", 459, 649},   {"EnvC6", 323, 459},
+    {"EnvMonarch", 279, 540}, {"AnsiC", 1224, 1584},  {"AnsiD", 1584, 2448}, {"AnsiE", 2448, 3168},
+};
+constexpr double kTolerance = 4; // points; makers round, and millimetres are no points
+
+// Numbers of a value, in its order; fewer when one is none.
+std::vector<double> Numbers(std::string_view value)
+{
+    std::vector<double> numbers;
+    for (std::string_view word = NextWord(value); !word.empty(); word = NextWord(value)) {
+        if (word.find_first_not_of("0123456789.+-") != word.npos) break;
+        numbers.push_back(PpdNumber(word));
+    }
+    return numbers;
+}
+
+struct SizeParts
+{
+    const PpdStatement *dimension = nullptr, *area = nullptr;
+};
+using Sizes = std::map<std::string_view, SizeParts>;
+
+void CheckDimension(PpdCheck& check, const PpdStatement& statement)
+{
+    const std::vector<double> lengths = Numbers(statement.value);
+    if (lengths.size() < 2 || lengths[0] <= 0 || lengths[1] <= 0)
+        return check.Tell("size-numbers", statement.at,
+                          "width and height expected, not " + Quoted(statement.value) +
+                              "; the spooler's form has no size",
+                          "PageSize", statement.option);
+    for (const PaperSize& paper : kPaperSizes) {
+        const bool named = paper.name == statement.option || IsTwin(statement.option, paper.name);
+        const auto is = [&](double width, double height) {
+            return std::abs(lengths[0] - width) <= kTolerance && std::abs(lengths[1] - height) <= kTolerance;
+        };
+        if (named && !is(paper.width, paper.height) && !is(paper.height, paper.width))
+            check.Tell("size-name", statement.at,
+                       std::string(paper.name) + " has " + std::to_string(static_cast<int>(paper.width)) +
+                           " x " + std::to_string(static_cast<int>(paper.height)) + " points, not " +
+                           Quoted(statement.value),
+                       "PageSize", statement.option);
+    }
+}
+
+void CheckArea(PpdCheck& check, const SizeParts& parts)
+{
+    const std::vector<double> sides = Numbers(parts.area->value);
+    if (sides.size() < 4 || sides[0] >= sides[2] || sides[1] >= sides[3])
+        return check.Tell("size-numbers", parts.area->at,
+                          "left, bottom, right and top expected, not " + Quoted(parts.area->value) +
+                              "; nothing can be printed on it",
+                          "PageSize", parts.area->option);
+    const std::vector<double> paper =
+        parts.dimension ? Numbers(parts.dimension->value) : std::vector<double>();
+    if (paper.size() < 2) return;
+    if (sides[0] < -1 || sides[1] < -1 || sides[2] > paper[0] + 1 || sides[3] > paper[1] + 1)
+        check.Tell("area-outside", parts.area->at,
+                   Quoted(parts.area->value) + " reaches beyond the paper of " +
+                       Quoted(parts.dimension->value),
+                   "PageSize", parts.area->option);
+}
+
+} // namespace
+
+void CheckSizes(PpdCheck& check)
+{
+    const auto sizes = check.ppd.FindFeature("PageSize");
+    if (!sizes) return;
+    const PpdFeature& feature = check.ppd.Feature(*sizes);
+    const auto regions = check.ppd.FindFeature("PageRegion");
+    if (!regions) {
+        check.Tell("page-region-missing", feature, "there is no PageRegion beside it");
+    } else if (const PpdFeature& region = check.ppd.Feature(*regions);
+               region.hasDefault && feature.hasDefault &&
+               region.options[region.defaultOption].keyword !=
+                   feature.options[feature.defaultOption].keyword) {
+        check.Tell("page-region-default", region,
+                   "the default " + std::string(region.options[region.defaultOption].keyword) +
+                       " is not that of PageSize, " +
+                       std::string(feature.options[feature.defaultOption].keyword));
+    }
+    Sizes known;
+    bool anyDimension = false, anyArea = false;
+    for (const PpdStatement& statement : check.ppd.Statements()) {
+        const bool isDimension = statement.keyword == PpdKeyword::PaperDimension;
+        if (!isDimension && statement.keyword != PpdKeyword::ImageableArea) continue;
+        (isDimension ? anyDimension : anyArea) = true;
+        if (!check.ppd.FindOption(*sizes, statement.option)) {
+            check.Tell("size-unknown", statement.at,
+                       Quoted(statement.option) + " is no option of \"*PageSize\"", "PageSize",
+                       statement.option);
+            continue;
+        }
+        SizeParts& parts = known[statement.option];
+        const PpdStatement*& part = isDimension ? parts.dimension : parts.area;
+        if (part) continue; // the first one counts
+        part = &statement;
+    }
+    for (const PpdOption& size : feature.options) {
+        if (size.keyword == kCustomPageSize || size.keyword.starts_with(kCustomPrefix)) continue;
+        const SizeParts parts = known[size.keyword];
+        std::vector<std::string> missing;
+        if (regions && !check.ppd.FindOption(*regions, size.keyword)) missing.emplace_back("*PageRegion");
+        if (!parts.dimension) missing.emplace_back("*PaperDimension");
+        if (!parts.area) missing.emplace_back("*ImageableArea");
+        if (!missing.empty())
+            check.Tell("size-not-in-all", feature, size,
+                       std::string(size.keyword) + " has no " + Joined(missing));
+        if (parts.dimension) CheckDimension(check, *parts.dimension);
+        if (parts.area) CheckArea(check, parts);
+    }
+}
+
+void CheckCustomSize(PpdCheck& check)
+{
+    if (!check.ppd.CustomSize()) return;
+    const PpdCustomSize& size = *check.ppd.CustomSize();
+    const char* place = nullptr;
+    bool width = false, height = false;
+    for (const PpdStatement& statement : check.ppd.Statements()) {
+        if (statement.keyword == PpdKeyword::CustomPageSize) place = statement.at;
+        if (statement.keyword != PpdKeyword::ParamCustomPageSize) continue;
+        width |= statement.option == "Width";
+        height |= statement.option == "Height";
+        const std::vector<std::string_view> words = [&] {
+            std::vector<std::string_view> all;
+            std::string_view rest = statement.value;
+            for (std::string_view word = NextWord(rest); !word.empty(); word = NextWord(rest))
+                all.push_back(word);
+            return all;
+        }();
+        if (words.size() < 4 || PpdNumber(words[2]) > PpdNumber(words[3]))
+            check.Tell("custom-size", statement.at,
+                       "place, unit, least and greatest value expected, not " + Quoted(statement.value),
+                       "PageSize", kCustomPageSize);
+    }
+    for (const auto& [has, most, name] :
+         {std::tuple(width, size.maxWidth, "Width"), std::tuple(height, size.maxHeight, "Height")}) {
+        if (!has || most == 0)
+            check.Tell("custom-size", place,
+                       std::string("\"*ParamCustomPageSize ") + name + "\" with a greatest value is missing",
+                       "PageSize", kCustomPageSize);
+    }
+}
+
+} // namespace tintwerk

@@ -3,7 +3,7 @@
 // asked to add them the sheet function declines.
 #include <vector>
 
-#include "platform/headless/windows.h"
+#include "platform/win32.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/headless/windows.h"
+#include "platform/win32.h"
 
 namespace tintwerk::headless {
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "platform/headless/windows.h"
+#include "platform/win32.h"
 
 namespace tintwerk::headless {
 

@@ -1,7 +1,7 @@
 // Message boxes without a display: nobody can press a button, so OK is pressed at once. The host and the
 // tests put their own function in its place and answer.
 #include "platform/headless/hookable.h"
-#include "platform/headless/windows.h"
+#include "platform/win32.h"
 
 namespace {
 

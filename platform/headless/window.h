@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/headless/windows.h"
+#include "platform/win32.h"
 
 namespace tintwerk::headless {
 

@@ -12,7 +12,6 @@
 #include "host/core/core_driver.h"
 #include "host/ppd/ppd_reader.h"
 #include "platform/owners.h"
-#include "platform/testing.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/popups.h"
 #include "src/bindings/sliders.h"
@@ -21,6 +20,7 @@
 #include "src/features/page_settings.h"
 #include "src/features/popup_filling.h"
 #include "tests/support/fake_core.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "platform/function_hook.h"
-#include "platform/testing.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

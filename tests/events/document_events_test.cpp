@@ -12,11 +12,11 @@
 #include "platform/function_hook.h"
 #include "platform/memory_spooler.h"
 #include "platform/owners.h"
-#include "platform/testing.h"
 #include "src/config/registry_values.h"
 #include "src/events/job_start.h"
 #include "tests/support/fake_helper_ps.h"
 #include "tests/support/message_boxes.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

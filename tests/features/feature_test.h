@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "platform/testing.h"
 #include "src/bindings/current_values.h"
 #include "src/bindings/popups.h"
 #include "src/records/sheet_context.h"
 #include "tests/support/fake_core.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 

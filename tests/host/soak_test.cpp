@@ -6,8 +6,8 @@
 #include <iostream>
 
 #include "host/sheet/sheet_controls.h"
-#include "platform/testing.h"
 #include "tests/support/template_pictures.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <iostream>
 
-#include "platform/testing.h"
 #include "src/records/private_devmode.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

@@ -5,9 +5,9 @@
 
 #include <string>
 
-#include "platform/testing.h"
 #include "src/i18n/string_table.h"
 #include "src/records/page_kinds.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

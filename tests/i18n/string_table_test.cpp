@@ -6,7 +6,7 @@
 
 #include <string>
 
-#include "platform/testing.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "platform/testing.h"
 #include "src/i18n/string_table.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/testing.h"
 #include "src/i18n/string_table.h"
 #include "src/ink/ink_channels.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

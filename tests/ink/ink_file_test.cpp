@@ -8,11 +8,11 @@
 #include <string>
 
 #include "platform/function_hook.h"
-#include "platform/testing.h"
 #include "src/i18n/string_table.h"
 #include "src/ink/ink_channels.h"
 #include "tests/support/message_boxes.h"
 #include "tests/support/temp_file.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

@@ -9,7 +9,6 @@
 
 #include "platform/function_hook.h"
 #include "platform/owners.h"
-#include "platform/testing.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/current_values.h"
 #include "src/bindings/popups.h"
@@ -19,6 +18,7 @@
 #include "src/records/process_values.h"
 #include "src/records/sheet_record.h"
 #include "tests/support/fake_core.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 

@@ -11,8 +11,8 @@
 #include "platform/owners.h"
 #include "platform/pe_image.h"
 #include "platform/plugin_module.h"
-#include "platform/testing.h"
 #include "src/plugin/class_factory.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

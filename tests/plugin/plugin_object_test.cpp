@@ -9,12 +9,12 @@
 
 #include "platform/coredriver.h"
 #include "platform/owners.h"
-#include "platform/testing.h"
 #include "src/plugin/class_factory.h"
 #include "src/plugin/module_counters.h"
 #include "src/records/process_values.h"
 #include "tests/support/fake_core.h"
 #include "tests/support/fake_helper_ps.h"
+#include "tests/support/testing.h"
 
 EXTERN_C BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID reserved);
 STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object);

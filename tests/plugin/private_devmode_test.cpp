@@ -6,8 +6,8 @@
 #include <array>
 #include <cstring>
 
-#include "platform/testing.h"
 #include "src/records/private_devmode.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

@@ -9,11 +9,11 @@
 
 #include "platform/environment.h"
 #include "platform/function_hook.h"
-#include "platform/testing.h"
 #include "src/records/process_values.h"
 #include "src/records/sheet_record.h"
 #include "src/sheets/document_sheet.h"
 #include "tests/sheets/scripted_core.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 

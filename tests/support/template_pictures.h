@@ -1,8 +1,8 @@
-// Bitmaps that dialog templates name: they go with their controls, but Wine's controls forget them, and who counts
-// objects there must know.
+// Bitmaps that dialog templates name: they go with their controls, but Wine's controls forget them, and who
+// counts objects there must know.
 #pragma once
 
-#include "platform/testing.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 

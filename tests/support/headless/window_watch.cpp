@@ -1,6 +1,6 @@
 // Windows that fail for tests, on the headless platform.
 #include "platform/function_hook.h"
-#include "platform/testing.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 

@@ -1,6 +1,6 @@
 // Windows that fail for tests: the system asks a hook of the thread before it makes one, whichever library
 // wants it.
-#include "platform/testing.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 

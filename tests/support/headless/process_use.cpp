@@ -1,5 +1,5 @@
 // What tests count of this process, on the headless platform: bytes are those of live blocks.
-#include "platform/testing.h"
+#include "tests/support/testing.h"
 
 #include <malloc.h>
 

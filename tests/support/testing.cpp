@@ -1,4 +1,4 @@
-#include "platform/testing.h"
+#include "tests/support/testing.h"
 
 #include <algorithm>
 #include <atomic>

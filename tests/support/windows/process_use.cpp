@@ -1,5 +1,5 @@
 // What tests count of this process, on Windows.
-#include "platform/testing.h"
+#include "tests/support/testing.h"
 
 #include <algorithm>
 #include <vector>

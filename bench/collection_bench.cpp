@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <string>
@@ -67,6 +68,18 @@ void ReadCups(benchmark::State& state, const Files& files)
 }
 #endif
 
+// The printing system's own linter, one process for all files.
+void Cupstestppd(benchmark::State& state, const Files& files)
+{
+    std::string command = "cupstestppd -q";
+    for (const std::string& file : files)
+        command += " '" + file + "'";
+    command += " >/dev/null 2>&1";
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::system(command.c_str()));
+    CountFiles(state, files);
+}
+
 void Check(benchmark::State& state, Files arguments, const Files& files)
 {
     arguments.insert(arguments.begin(), "check");
@@ -102,7 +115,9 @@ int Register()
 #ifdef TINTWERK_HAVE_CUPS
     once(benchmark::RegisterBenchmark("Collection/ppdOpenFile", ReadCups, files));
 #endif
-    once(benchmark::RegisterBenchmark("Collection/check", Check, Files{}, files));
+    once(benchmark::RegisterBenchmark("Collection/check", Check, Files{}, files)->UseRealTime());
+    once(benchmark::RegisterBenchmark("Collection/cupstestppd_every_tenth", Cupstestppd, EveryTenth(files))
+             ->UseRealTime());
     once(benchmark::RegisterBenchmark("Collection/check_pages_every_tenth", Check,
                                       Files{"--pages", "--config-dir", TINTWERK_SOURCE_DIR "/samples/config"},
                                       EveryTenth(files)));

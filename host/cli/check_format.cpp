@@ -493,7 +493,8 @@ void CheckOrders(PpdCheck& check)
 
 void CheckTranslations(PpdCheck& check)
 {
-    std::set<std::string_view> others; // groups, and what the file says about itself
+    // Groups (one of them takes what stands outside of all), and what the file says about itself.
+    std::set<std::string_view> others{"General"};
     for (const PpdStatement& statement : check.ppd.Statements()) {
         if (statement.keyword == K::OpenGroup || statement.keyword == K::OpenSubGroup)
             others.insert(WithoutText(statement.hasValue ? statement.value : statement.option));

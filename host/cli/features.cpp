@@ -1,9 +1,11 @@
-// tintwerk features: what the driver sees in a PPD, and which control stands for what.
+// tintwerk features: what the driver sees in PPDs, and which control stands for what.
 #include <algorithm>
 #include <ostream>
+#include <utility>
 
 #include "host/cli/feature_use.h"
 #include "host/cli/json.h"
+#include "host/cli/ppd_files.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
 
@@ -13,7 +15,8 @@ namespace {
 
 struct FeatureLine
 {
-    std::string_view keyword, text;
+    std::string_view keyword;
+    const PpdFeature* feature; // null for one of the core driver's own
     FeatureUseInfo use;
     std::string_view selected;
     std::vector<std::string_view> options;
@@ -22,11 +25,9 @@ struct FeatureLine
 std::vector<FeatureLine> LinesOf(const CoreDriver& core)
 {
     std::vector<FeatureLine> lines;
-    for (const std::string_view keyword : core.Features()) {
-        const PpdFeature* const feature = core.Description().Find(keyword);
-        lines.push_back({keyword, feature ? feature->text : std::string_view(), UseOfFeature(keyword),
+    for (const std::string_view keyword : core.Features())
+        lines.push_back({keyword, core.Description().Find(keyword), UseOfFeature(keyword),
                          core.Selected(keyword), core.Options(keyword)});
-    }
     return lines;
 }
 
@@ -48,7 +49,7 @@ std::string OptionsText(const FeatureLine& line)
     return text;
 }
 
-void Print(std::ostream& out, const Ppd& ppd, std::vector<FeatureLine> lines)
+void Print(std::ostream& out, const Ppd& ppd, const std::vector<FeatureLine>& lines)
 {
     out << ppd.PrinterName() << " (" << ppd.FileName() << "): " << lines.size() << " features, "
         << ppd.Constraints().size() << " constraints\n";
@@ -70,38 +71,137 @@ void Print(std::ostream& out, const Ppd& ppd, std::vector<FeatureLine> lines)
             [](const FeatureLine& line) { return line.use.use == FeatureUse::None; });
 }
 
-Json AsJson(const Ppd& ppd, const std::vector<FeatureLine>& lines)
+Json OrNull(std::string_view text)
 {
-    Json json;
-    json["command"] = "features";
-    json["ppd"] = ppd.FileName();
-    json["printer"] = ppd.PrinterName();
-    json["features"] = Json::array();
-    for (const FeatureLine& line : lines) {
-        Json feature{{"keyword", line.keyword}, {"text", line.text}};
-        feature["page"] = line.use.page.empty() ? Json() : Json(line.use.page);
-        feature["control"] = line.use.control.empty() ? Json() : Json(line.use.control);
-        feature["selected"] = line.selected;
-        feature["options"] = line.options;
-        json["features"].push_back(std::move(feature));
+    return text.empty() ? Json() : Json(text);
+}
+
+// Lengths are kept in thousandths of a millimetre.
+Json Millimetres(int length)
+{
+    return length / 1000.0;
+}
+
+Json AsJson(const FeatureLine& line)
+{
+    constexpr std::string_view kKinds[] = {"PickOne", "PickMany", "Boolean"};
+    const PpdFeature* const feature = line.feature;
+    Json json{{"keyword", line.keyword}, {"text", feature ? OrNull(feature->text) : Json()}};
+    json["group"] = feature ? OrNull(feature->group) : Json();
+    json["kind"] = feature ? Json(kKinds[static_cast<std::size_t>(feature->type)]) : Json();
+    json["installable"] = feature && feature->installable;
+    json["job_language"] = feature && feature->jcl;
+    json["order"] = feature && !feature->section.empty() ? Json(feature->order) : Json();
+    json["section"] = feature ? OrNull(feature->section) : Json();
+    json["page"] = OrNull(line.use.page);
+    json["control"] = OrNull(line.use.control);
+    json["control_id"] = line.use.id ? Json(line.use.id) : Json();
+    json["selected"] = line.selected;
+    json["options"] = line.options;
+    json["option_texts"] = Json::array();
+    for (const std::string_view option : line.options) {
+        const auto found = feature ? std::ranges::find(feature->options, option, &PpdOption::keyword)
+                                   : std::vector<PpdOption>::const_iterator();
+        json["option_texts"].push_back(feature && found != feature->options.end() ? Json(found->text)
+                                                                                  : Json());
     }
     return json;
 }
 
-int Run(const Arguments& arguments, Output& output)
+Json SideOf(const Ppd& ppd, std::size_t feature, std::size_t option)
 {
-    if (arguments.Operands().size() != 1)
-        throw CommandError(kExitUsage, "one PPD file is expected: tintwerk features FILE");
-    const PpdResult read = ReadPpd(PathFromUtf8(arguments.Operands()[0]));
-    if (!read) throw CommandError(kExitFailed, read.error.Full());
+    const PpdFeature& found = ppd.Feature(feature);
+    return {{"feature", found.keyword},
+            {"option", option == kNoOption ? Json() : Json(found.options[option].keyword)}};
+}
+
+void AddSizes(const Ppd& ppd, Json& json)
+{
+    json["sizes"] = Json::array();
+    for (const PpdForm& form : ppd.Forms())
+        json["sizes"].push_back({{"keyword", form.keyword},
+                                 {"width", Millimetres(form.width)},
+                                 {"height", Millimetres(form.height)},
+                                 {"left", Millimetres(form.left)},
+                                 {"bottom", Millimetres(form.bottom)},
+                                 {"right", Millimetres(form.right)},
+                                 {"top", Millimetres(form.top)}});
+    json["custom_size"] = nullptr;
+    if (const std::optional<PpdCustomSize>& size = ppd.CustomSize())
+        json["custom_size"] = {{"min_width", Millimetres(size->minWidth)},
+                               {"max_width", Millimetres(size->maxWidth)},
+                               {"min_height", Millimetres(size->minHeight)},
+                               {"max_height", Millimetres(size->maxHeight)}};
+}
+
+Json AsJson(const Ppd& ppd, const std::vector<FeatureLine>& lines)
+{
+    Json json{{"ppd", ppd.FileName()}, {"problem", ""}, {"printer", ppd.PrinterName()}};
+    json["features"] = Json::array();
+    for (const FeatureLine& line : lines)
+        json["features"].push_back(AsJson(line));
+    json["constraints"] = Json::array();
+    for (const PpdConstraint& each : ppd.Constraints())
+        json["constraints"].push_back(Json::array(
+            {SideOf(ppd, each.feature1, each.option1), SideOf(ppd, each.feature2, each.option2)}));
+    AddSizes(ppd, json);
+    return json;
+}
+
+// What one file says; false when it cannot be read. `told` gets its JSON, else it is printed.
+bool Tell(const std::string& file, Output& output, Json* told)
+{
+    const PpdResult read = ReadPpdOperand(file);
+    if (!read) {
+        output.err << "tintwerk: " << read.error.Full() << "\n";
+        if (told) *told = {{"ppd", file}, {"problem", read.error.Full()}};
+        return false;
+    }
     Selections defaults;
     const CoreDriver core(*read.ppd, defaults);
     const std::vector<FeatureLine> lines = LinesOf(core);
-    if (arguments.Has("json"))
-        output.out << AsJson(*read.ppd, lines).dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+    if (told)
+        *told = AsJson(*read.ppd, lines);
     else
         Print(output.out, *read.ppd, lines);
-    return kExitSuccess;
+    return true;
+}
+
+// One file is told as one object; several stand in a list, which is written file by file.
+bool TellAsJson(std::span<const std::string> files, Output& output)
+{
+    const auto dumped = [](const Json& json) {
+        return json.dump(2, ' ', false, Json::error_handler_t::replace);
+    };
+    Json json{{"command", "features"}}, told;
+    bool good = true;
+    if (files.size() == 1) {
+        good = Tell(files[0], output, &told);
+        json.update(told);
+        output.out << dumped(json) << "\n";
+        return good;
+    }
+    output.out << "{\"command\": \"features\", \"files\": [";
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        good &= Tell(files[i], output, &told);
+        output.out << (i ? ",\n" : "\n") << dumped(told);
+    }
+    output.out << "\n]}\n";
+    return good;
+}
+
+int Run(const Arguments& arguments, Output& output)
+{
+    const std::vector<std::string> files = PpdOperands(arguments, "features");
+    bool good = true;
+    if (arguments.Has("json"))
+        good = TellAsJson(files, output);
+    else
+        for (std::size_t i = 0; i < files.size(); ++i) {
+            if (i) output.out << "\n";
+            good &= Tell(files[i], output, nullptr);
+        }
+    return good ? kExitSuccess : kExitFailed;
 }
 
 } // namespace
@@ -109,10 +209,10 @@ int Run(const Arguments& arguments, Output& output)
 Command FeaturesCommand()
 {
     return {"features",
-            "lists a PPD's features and the controls that stand for them",
-            "tintwerk features FILE [--json]",
+            "lists the features of PPDs and the controls that stand for them",
+            "tintwerk features FILE|FOLDER|-... [--json]",
             "The option that is selected by default stands behind an asterisk.\n",
-            {{"json", "", "tells it as JSON"}},
+            {{"json", "", "tells it as JSON, with texts, groups, constraints and sizes"}},
             Run};
 }
 

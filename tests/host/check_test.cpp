@@ -197,7 +197,8 @@ const struct Fault
     {"box-gap", "*halvPreview 1/On: \"<</halvPreview 1>>setpagedevice\"", "", "*OpenUI *halvPreview"},
     {"popup-text", kManual, "*InputSlot Manual/" + std::string(600, 'x') + ": \"\""},
     {"too-long", kManual, "+*InputSlot Manual" + kLong + "/Long: \"\"", "*InputSlot Manual0"},
-    {"defaults-conflict", "*DefaulthalvCartridgeType: PhotoBlack", "*DefaulthalvCartridgeType: FilmBlack", nullptr},
+    {"defaults-conflict", "*DefaulthalvCartridgeType: PhotoBlack", "*DefaulthalvCartridgeType: FilmBlack",
+     nullptr},
 };
 
 // Some faults break two rules: a text of 600 characters is longer than a popup takes, and than the format
@@ -458,6 +459,38 @@ TEST(PpdCheck, JsonAndSarifHoldWhatTheTextTells)
         EXPECT_THAT(place["artifactLocation"]["uri"].get<std::string>(), testing::EndsWith("/a%20b.ppd"));
         EXPECT_GE(place["region"]["startLine"], 14);
     }
+}
+
+TEST(Features, AreToldWithEverythingAScriptMayAskFor)
+{
+    const std::string x12 = Sample("tintwerk-x12.ppd"), lite = Sample("tintwerk-lite.ppd");
+    const Json one = Json::parse(RunTintwerk({"features", "--json", x12}).out);
+    EXPECT_EQ(one["command"], "features");
+    const auto& features = one["features"];
+    const auto gamut =
+        std::ranges::find_if(features, [](const Json& each) { return each["keyword"] == "halvGamut"; });
+    ASSERT_NE(gamut, features.end());
+    EXPECT_EQ((*gamut)["text"], "Color Gamut");
+    EXPECT_EQ((*gamut)["group"], "Color");
+    EXPECT_EQ((*gamut)["kind"], "PickOne");
+    EXPECT_EQ((*gamut)["order"], 30.0);
+    EXPECT_EQ((*gamut)["page"], "colors");
+    EXPECT_EQ((*gamut)["control"], "slider, -5 to 5");
+    EXPECT_EQ((*gamut)["control_id"], 1177);
+    EXPECT_EQ((*gamut)["options"][10], "50");
+    EXPECT_EQ((*gamut)["option_texts"][10], "200 percent");
+    EXPECT_EQ(one["constraints"][0][0], Json({{"feature", "halvCartridgeType"}, {"option", "PhotoBlack"}}));
+    EXPECT_EQ(one["sizes"][0]["keyword"], "A4");
+    EXPECT_NEAR(one["sizes"][0]["width"].get<double>(), 210, 0.2);
+    EXPECT_NEAR(one["custom_size"]["max_width"].get<double>(), 609.6, 0.1);
+
+    const ProgramResult several = RunTintwerk({"features", "--json", lite, "missing.ppd", x12});
+    EXPECT_EQ(several.status, 1);
+    const Json all = Json::parse(several.out);
+    ASSERT_EQ(all["files"].size(), 3u);
+    EXPECT_EQ(all["files"][0]["printer"], "Tintwerk Lite 0004");
+    EXPECT_EQ(all["files"][1]["problem"], "missing.ppd: the file cannot be read: there is no such file");
+    EXPECT_EQ(all["files"][2]["features"], features);
 }
 
 TEST(PpdCheck, TriesThePagesOfEachFile)

@@ -106,7 +106,7 @@ TEST(CommandLine, MistakesNameTheOptionAndWhatIsAccepted)
          "there is no such folder"},
         {{"check"}, 2, "no PPD file is given"},
         {{"check", Sample("config")}, 2, "there is no .ppd file below this folder"},
-        {{"features"}, 2, "one PPD file is expected"},
+        {{"features"}, 2, "no PPD file is given"},
         {{"features", "no-such.ppd"}, 1, "no-such.ppd"},
         {{"ink", "no-such.ink"}, 1, "no-such.ink: the file cannot be read"},
         {{"devmode", Sample("config")}, 1, "config: the file cannot be read"},

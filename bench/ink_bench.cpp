@@ -6,7 +6,7 @@
 
 #include "src/ink/consumption_page.h"
 #include "src/ink/ink_file.h"
-#include "src/ink/ink_lines.h"
+#include "src/ink/ink_parsing.h"
 #include "tests/pages/open_sheet.h"
 #include "tests/support/temp_file.h"
 

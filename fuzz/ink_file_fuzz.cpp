@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "src/ink/ink_lines.h"
+#include "src/ink/ink_parsing.h"
 
 namespace {
 

@@ -19,7 +19,7 @@
 #include "src/bindings/cartridge_codes.h"
 #include "src/bindings/cartridges.h"
 #include "src/bindings/option_number.h"
-#include "src/sheets/advanced_rows.h"
+#include "src/sheets/advanced_texts.h"
 
 namespace tintwerk {
 

@@ -1,7 +1,9 @@
 // Colour codes of ink cartridges, as the PPD's cartridge colour list names them, and the picture of each.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <string_view>
 
 #include "platform/win32.h"
 #include "src/resources/control_ids.h"
@@ -10,38 +12,38 @@ namespace tintwerk {
 
 struct CartridgeColor
 {
-    int index; // -1 ends the table
-    const WCHAR* code;
-    const char* name;
-    const char* displayName;
+    std::basic_string_view<WCHAR> code;
     WORD picture; // number of a bitmap resource of the module
 };
 
 // clang-format off
-inline constexpr std::array<CartridgeColor, 19> kCartridgeColorTable{{
-    { 0, TEXT("R"),   "red",      "Red",             IDB_RED},
-    { 1, TEXT("G"),   "green",    "Green",           IDB_GREEN},
-    { 2, TEXT("BLU"), "blue",     "Blue",            IDB_BLUE},
-    { 3, TEXT("W"),   "white",    "White",           IDB_WHITE},
-    { 4, TEXT("BK"),  "black",    "Black",           IDB_BLACK},
-    { 5, TEXT("C"),   "cyan",     "Cyan",            IDB_CYAN},
-    { 6, TEXT("M"),   "magenta",  "Magenta",         IDB_MAGENTA},
-    { 7, TEXT("Y"),   "yellow",   "Yellow",          IDB_YELLOW},
-    { 8, TEXT("C2"),  "cyan2",    "Light Cyan",      IDB_CYAN},
-    { 9, TEXT("M2"),  "magenta2", "Light Magenta",   IDB_MAGENTA},
-    {10, TEXT("Y2"),  "yellow",   "Light Yellow",    IDB_YELLOW},
-    {11, TEXT("G"),   "grey",     "Grey",            IDB_GREY},
-    {12, TEXT("G2"),  "grey2",    "Light Grey",      IDB_LIGHT_GREY},
-    {13, TEXT("G3"),  "grey3",    "Very Light Grey", IDB_LIGHT_GREY},
-    {14, TEXT("O"),   "orange",   "Orange",          IDB_ORANGE},
-    {15, TEXT("E"),   "empty",    "Empty",           IDB_WHITE},
-    {16, TEXT("CR"),  "white",    "Chroma",          IDB_WHITE},
-    {17, TEXT("BL2"), "blue2",    "Light Blue",      IDB_BLUE},
-    {-1, TEXT("X"),   "xxx",      "Last Color",      IDB_WHITE},
+inline constexpr std::array<CartridgeColor, 18> kCartridgeColorTable{{
+    {TEXT("R"),   IDB_RED},         // red
+    {TEXT("G"),   IDB_GREEN},       // green
+    {TEXT("BLU"), IDB_BLUE},        // blue
+    {TEXT("W"),   IDB_WHITE},       // white
+    {TEXT("BK"),  IDB_BLACK},       // black
+    {TEXT("C"),   IDB_CYAN},        // cyan
+    {TEXT("M"),   IDB_MAGENTA},     // magenta
+    {TEXT("Y"),   IDB_YELLOW},      // yellow
+    {TEXT("C2"),  IDB_CYAN},        // light cyan
+    {TEXT("M2"),  IDB_MAGENTA},     // light magenta
+    {TEXT("Y2"),  IDB_YELLOW},      // light yellow
+    {TEXT("G"),   IDB_GREY},        // grey
+    {TEXT("G2"),  IDB_LIGHT_GREY},  // light grey
+    {TEXT("G3"),  IDB_LIGHT_GREY},  // very light grey
+    {TEXT("O"),   IDB_ORANGE},      // orange
+    {TEXT("E"),   IDB_WHITE},       // empty
+    {TEXT("CR"),  IDB_WHITE},       // chroma
+    {TEXT("BL2"), IDB_BLUE},        // light blue
 }};
 // clang-format on
 
 // The first row whose code equals the given one exactly, so "G" is always green; null when there is none.
-const CartridgeColor* FindCartridgeColor(const WCHAR* code);
+constexpr const CartridgeColor* FindCartridgeColor(std::basic_string_view<WCHAR> code)
+{
+    const auto row = std::ranges::find(kCartridgeColorTable, code, &CartridgeColor::code);
+    return row != kCartridgeColorTable.end() ? &*row : nullptr;
+}
 
 } // namespace tintwerk

@@ -3,7 +3,8 @@
 #include <cstddef>
 #include <cstring>
 
-#include "src/events/job_start.h"
+#include "src/events/offline_warning.h"
+#include "src/events/print_server.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
@@ -42,7 +43,8 @@ bool Handle(HANDLE printer, INT event, ULONG inSize, const void* in, ULONG outSi
     case DOCUMENTEVENT_STARTDOCPRE:
         return true;
     case DOCUMENTEVENT_STARTDOCPOST:
-        HandleJobStart(printer, JobId(in, inSize), helper);
+        StartConfiguredPrintServer();
+        WarnIfPrinterIsOffline(printer, JobId(in, inSize), helper);
         return true;
     case DOCUMENTEVENT_QUERYFILTER:
         FillFilter(out, outSize);

@@ -7,11 +7,12 @@
 #include "src/bindings/media_modes.h"
 #include "src/bindings/popups.h"
 #include "src/bindings/sliders.h"
-#include "src/features/control_values.h"
+#include "src/features/control_access.h"
 #include "src/features/feature_access.h"
 #include "src/features/keyword_list.h"
 #include "src/features/popup_filling.h"
 #include "src/i18n/texts.h"
+#include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
@@ -31,7 +32,9 @@ constexpr PopupRow kColorDataPopups[] = {
 };
 
 // The bright magenta slider with its caption, value label, scale labels and picture.
-constexpr int kBrightMagentaColumn[] = {1201, 1211, 1206, 1192, 1403, 1400, 1226};
+constexpr int kBrightMagentaColumn[] = {
+    IDC_INK_BRIGHT_M_MAX,   IDC_INK_BRIGHT_M_NORM, IDC_INK_BRIGHT_M_MIN,    IDC_INK_BRIGHT_M_CAPTION,
+    IDC_INK_BRIGHT_M_VALUE, IDC_INK_BRIGHT_M,      IDC_INK_BRIGHT_M_PICTURE};
 constexpr int kInkControlPosition = 4; // of the ink control page
 
 bool Equal(const char* a, const char* b)
@@ -87,26 +90,16 @@ bool IsForbidden(const CoreArea& core, int row, const char* feature, const char*
     return false;
 }
 
-void Enable(HWND window, bool enable)
-{
-    if (window) EnableWindow(window, enable);
-}
-
-void Show(HWND window, bool show)
-{
-    if (window) ShowWindow(window, show ? SW_SHOW : SW_HIDE);
-}
-
 void UpdateBrightInks(const SheetContext& context, int mode)
 {
     const bool common = mode == kBrightCyanMode;
     const WideText label =
         CFCopyLocalizedString(common ? TEXT("Bright Inks\nUsage") : TEXT("Bright Cyan\nUsage"), TEXT(""));
-    Show(context.inkControl.brightCyanIcon, !common);
-    Show(context.inkControl.photoIcon, common);
+    ShowControl(context.inkControl.brightCyanIcon, !common);
+    ShowControl(context.inkControl.photoIcon, common);
     if (const HWND page = context.pages[kInkControlPosition])
         for (const int id : kBrightMagentaColumn)
-            Show(GetDlgItem(page, id), !common);
+            ShowControl(GetDlgItem(page, id), !common);
     if (const HWND caption = context.inkControl.brightCyanLabel; caption && label) {
         SetWindowTextW(caption, label.get());
         UpdateWindow(caption);
@@ -198,15 +191,15 @@ void UpdateMediaModeControls(SheetContext& context, int controlId)
     const int mode = MediaMode(OrEmpty(SelectedKeyword(context, kPopupMediaType)));
     const bool hasColorData = mode != kIncompleteProfile;
     const auto& sliders = context.sliders.windows;
-    Enable(sliders[kSliderBrightC], mode >= kBrightCyanMode);
-    Enable(sliders[kSliderBrightM], mode >= kBrightMagentaMode);
-    Enable(sliders[kSliderUcr], mode >= kUcrMode);
+    EnableControl(sliders[kSliderBrightC], mode >= kBrightCyanMode);
+    EnableControl(sliders[kSliderBrightM], mode >= kBrightMagentaMode);
+    EnableControl(sliders[kSliderUcr], mode >= kUcrMode);
     UpdateBrightInks(context, mode);
     for (const PopupRow row : kColorDataPopups)
-        Enable(context.popups.windows[row], hasColorData);
+        EnableControl(context.popups.windows[row], hasColorData);
     for (const SliderRow row : kColorDataSliders)
-        Enable(sliders[row], hasColorData);
-    if (controlId == kMediaTypePopupId && !hasColorData) WarnOfIncompleteProfile(context.owner);
+        EnableControl(sliders[row], hasColorData);
+    if (controlId == IDC_MAIN_MEDIA_TYPE && !hasColorData) WarnOfIncompleteProfile(context.owner);
 }
 
 void UpdateColorModeControls(SheetContext& context)
@@ -219,15 +212,15 @@ void UpdateColorModeControls(SheetContext& context)
     TraceFormatted("colmodename=%s\n", model);
 
     const bool cmyk = std::strncmp(model, "CMYK", 4) == 0;
-    Show(context.popups.windows[kPopupColorspace], !cmyk);
-    Show(context.popups.windows[kPopupCmykSpace], cmyk);
+    ShowControl(context.popups.windows[kPopupColorspace], !cmyk);
+    ShowControl(context.popups.windows[kPopupCmykSpace], cmyk);
     TraceFormatted(cmyk ? "CMYK-Mode - %s\n" : "RGB-Mode - %s\n", model);
 }
 
 void EnableColorControls(SheetContext& context, bool enable)
 {
     for (const SliderRow row : {kSliderAdjustK, kSliderAdjustC, kSliderAdjustM, kSliderAdjustY})
-        Enable(context.sliders.windows[row], enable);
+        EnableControl(context.sliders.windows[row], enable);
     Trace(enable ? TEXT("UI:  colors enabled\n") : TEXT("UI:  colors disabled\n"));
 }
 

@@ -5,8 +5,6 @@
 
 namespace tintwerk {
 
-inline constexpr int kMediaTypePopupId = 1073;
-
 // Refills the popup of kPopupMediaType or kPopupResolution without the options that the core driver's
 // constraints forbid.
 void CheckConstraints(SheetContext& context, int row);

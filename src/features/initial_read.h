@@ -9,8 +9,4 @@ namespace tintwerk {
 // of getPPDComboOptions when that fails, in which case nothing else is read.
 HRESULT InitPPDSettings(SheetContext& context);
 
-// Pairs the page sizes with their borderless twins, hides the twins and turns a selected twin into its normal
-// size.
-void CreateBorderlessList(SheetContext& context);
-
 } // namespace tintwerk

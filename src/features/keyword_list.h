@@ -53,6 +53,14 @@ public:
     Iterator begin() const { return {bytes_, end_}; }
     Iterator end() const { return {nullptr, end_}; }
 
+    int Count() const
+    {
+        int count = 0;
+        for (Iterator at = begin(); at != end(); ++at)
+            ++count;
+        return count;
+    }
+
 private:
     const char* bytes_ = nullptr;
     const char* end_ = nullptr;

@@ -109,14 +109,6 @@ HRESULT ReadOptions(const CoreArea& core, const char* feature, KeywordList* opti
     return S_OK;
 }
 
-int Count(const KeywordList& options)
-{
-    int count = 0;
-    for ([[maybe_unused]] const char* option : options)
-        ++count;
-    return count;
-}
-
 // Empty when the core driver does not say.
 void ReadCurrentOption(const CoreArea& core, const char* feature, char (&current)[kCurrentOptionBytes])
 {
@@ -141,7 +133,7 @@ HRESULT ReadPopup(SheetContext& context, int row, NamesBlocks& names)
 
     KeywordList options;
     if (const HRESULT result = ReadOptions(context.core, feature, &options); result != S_OK) return result;
-    const int count = Count(options);
+    const int count = options.Count();
     Trace(TEXT("UI:  Counted %#d options\r\n"), count);
 
     char current[kCurrentOptionBytes] = {};

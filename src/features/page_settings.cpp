@@ -5,7 +5,7 @@
 #include "src/bindings/current_values.h"
 #include "src/bindings/number_fields.h"
 #include "src/bindings/popups.h"
-#include "src/features/control_values.h"
+#include "src/features/control_access.h"
 #include "src/features/feature_access.h"
 #include "src/features/option_lists.h"
 #include "src/trace/trace.h"

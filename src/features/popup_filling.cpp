@@ -1,7 +1,7 @@
 #include "src/features/popup_filling.h"
 
 #include "src/bindings/popups.h"
-#include "src/features/control_values.h"
+#include "src/features/control_access.h"
 #include "src/features/feature_access.h"
 #include "src/resources/control_ids.h"
 #include "src/trace/trace.h"

@@ -2,7 +2,7 @@
 #include <bit>
 #include <cstring>
 
-#include "src/i18n/page_labels.h"
+#include "src/i18n/page_translation.h"
 #include "src/i18n/string_table.h"
 #include "src/i18n/texts.h"
 #include "src/trace/trace.h"

@@ -1,5 +1,6 @@
 #include "src/ink/consumption_page.h"
 
+#include "src/features/control_access.h"
 #include "src/i18n/texts.h"
 #include "src/ink/bar_value.h"
 #include "src/ink/consumption_layout.h"
@@ -44,20 +45,6 @@ private:
     size_t next_ = 0;
 };
 
-void Show(HWND control, bool show)
-{
-    ShowWindow(control, show ? SW_SHOW : SW_HIDE);
-}
-
-// A control's rectangle in its parent's coordinates; empty without a control.
-RECT PlaceInParent(HWND control)
-{
-    RECT place{};
-    if (GetWindowRect(control, &place))
-        MapWindowPoints(HWND_DESKTOP, GetParent(control), reinterpret_cast<POINT*>(&place), 2);
-    return place;
-}
-
 void MeasureLines(ConsumptionArea& consumption)
 {
     const RECT first = PlaceInParent(consumption.lastJob.names[0]);
@@ -95,7 +82,7 @@ void DrawNumber(const Line& line)
 {
     MoveControlToY(line.number, line.y);
     SetNumberText(line.number, LineNumber(line.value));
-    Show(line.number, line.percent >= 0 && line.channel != kEndMarker);
+    ShowControl(line.number, line.percent >= 0 && line.channel != kEndMarker);
 }
 
 void DrawBar(const Line& line)
@@ -108,7 +95,7 @@ void DrawBar(const Line& line)
     const BarValue value{line.percent, channel.red, channel.green, channel.blue};
     SetWindowLongPtrW(line.bar, GWLP_USERDATA, static_cast<LONG_PTR>(PackBarValue(value)));
     InvalidateRect(line.bar, nullptr, TRUE);
-    Show(line.bar, line.value >= 0);
+    ShowControl(line.bar, line.value >= 0);
 }
 
 void SetName(HWND control, const char* english)
@@ -133,7 +120,7 @@ void DrawName(const Line& line)
     MoveControlToY(line.name, line.y);
     Trace(TEXT("UI:  Set barcounter to %d\n"), line.value);
     SetName(line.name, Channel(line.channel).name);
-    Show(line.name, line.value >= 0);
+    ShowControl(line.name, line.value >= 0);
 }
 
 void DrawLines(const SheetContext& context, const InkSums& sums, const LineLayout& layout)

@@ -6,10 +6,9 @@
 
 #include "platform/owners.h"
 #include "src/i18n/texts.h"
-#include "src/i18n/warning_box.h"
 #include "src/ink/consumption_page.h"
 #include "src/ink/ink_channels.h"
-#include "src/ink/ink_lines.h"
+#include "src/ink/ink_parsing.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
@@ -80,8 +79,9 @@ bool UserWantsReset(HWND owner)
     const WideText question = CFCopyLocalizedString(
         TEXT("Do you really want to reset all ink counters of this printer? This is cannot be undone!"),
         TEXT(""));
-    int answer = 0;
-    return ShowWarningBox(owner, true, caption.get(), question.get(), &answer) == 0 && answer == 1;
+    const int button =
+        MessageBoxW(owner, question.get(), caption.get(), MB_OKCANCEL | MB_ICONWARNING | MB_SYSTEMMODAL);
+    return button != 0 && button != IDCANCEL; // 0: there was no box
 }
 
 // Lines end as the platform's text files do, with CR LF; readers in text mode see "\n". The old bytes go only

@@ -4,6 +4,7 @@
 #include "src/bindings/cartridges.h"
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/current_values.h"
+#include "src/features/control_access.h"
 #include "src/pages/page_controls.h"
 #include "src/pages/pictures.h"
 #include "src/records/process_values.h"
@@ -17,17 +18,10 @@ struct CartridgeControls
     HWND checkBox;
     HWND icon;
     HWND name;
-
-    template <typename Action> void Each(Action action) const
-    {
-        for (const HWND control : {checkBox, icon, name}) {
-            if (control) action(control);
-        }
-    }
 };
 
 // The picture of a colour code; a code that no cartridge has gives none.
-void ShowCartridgeColor(HWND icon, const WCHAR* code)
+void ShowCartridgeColor(HWND icon, std::basic_string_view<WCHAR> code)
 {
     const CartridgeColor* const color = FindCartridgeColor(code);
     if (!icon || !color) return;
@@ -38,8 +32,10 @@ void ShowCartridgeColor(HWND icon, const WCHAR* code)
 void EmbedCartridge(const CartridgeControls& controls, int value, std::basic_string_view<WCHAR> code,
                     bool enable)
 {
+    const HWND all[] = {controls.checkBox, controls.icon, controls.name};
     if (value < 0) {
-        controls.Each([](HWND control) { ShowWindow(control, SW_HIDE); });
+        for (const HWND control : all)
+            ShowControl(control, false);
         return;
     }
     WCHAR text[kCartridgeColorUnits] = {};
@@ -47,10 +43,10 @@ void EmbedCartridge(const CartridgeControls& controls, int value, std::basic_str
     CheckControl(controls.checkBox, value != 0);
     SetWindowTextW(controls.name, text);
     ShowCartridgeColor(controls.icon, text);
-    controls.Each([enable](HWND control) {
-        ShowWindow(control, SW_SHOW);
-        EnableWindow(control, enable);
-    });
+    for (const HWND control : all) {
+        ShowControl(control, true);
+        EnableControl(control, enable);
+    }
 }
 
 } // namespace
@@ -76,9 +72,9 @@ void EnableCartridges(const SheetContext& context, HWND page, bool enable)
     for (size_t cartridge = 0; cartridge < kCartridgeRows; ++cartridge) {
         const size_t row = kCheckCartridge0 + cartridge;
         if (Current().checkBoxes[row] < 0) return;
-        EnableWindow(context.checkBoxes.windows[row], enable);
-        EnableWindow(GetControlByID(page, kCartridgeIconIds[cartridge]), enable);
-        EnableWindow(GetControlByID(page, kCartridgeNameIds[cartridge]), enable);
+        EnableControl(context.checkBoxes.windows[row], enable);
+        EnableControl(GetControlByID(page, kCartridgeIconIds[cartridge]), enable);
+        EnableControl(GetControlByID(page, kCartridgeNameIds[cartridge]), enable);
     }
 }
 

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "platform/owners.h"
+#include "src/features/control_access.h"
 #include "src/i18n/texts.h"
 #include "src/pages/bar_painting.h"
 #include "src/pages/page_controls.h"
@@ -68,11 +69,9 @@ void InsertTabs(HWND tabControl)
     InsertTab(tabControl, 1, totals.get());
 }
 
-RECT DisplayArea(HWND page, HWND tabControl)
+RECT DisplayArea(HWND tabControl)
 {
-    RECT area{};
-    GetWindowRect(tabControl, &area);
-    MapWindowPoints(HWND_DESKTOP, page, reinterpret_cast<POINT*>(&area), 2);
+    RECT area = PlaceInParent(tabControl);
     SendMessageW(tabControl, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
     return area;
 }
@@ -130,7 +129,7 @@ void OnTabbedDialogInit(HWND page)
     InsertTabs(tabControl);
     state.templates[0] = DoLockRed(IDD_PANE_LAST_JOB);
     state.templates[1] = DoLockRed(IDD_PANE_TOTALS);
-    state.displayArea = DisplayArea(page, tabControl);
+    state.displayArea = DisplayArea(tabControl);
     OnSelectionChanged(page, tabControl);
 }
 

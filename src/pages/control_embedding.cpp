@@ -11,7 +11,7 @@
 #include "src/bindings/popups.h"
 #include "src/bindings/sliders.h"
 #include "src/features/constraints.h"
-#include "src/features/control_values.h"
+#include "src/features/control_access.h"
 #include "src/features/popup_filling.h"
 #include "src/ink/consumption_page.h"
 #include "src/ink/ink_file.h"
@@ -67,9 +67,9 @@ void EmbedBorderless(SheetContext& context, HWND window)
     if (!checkBox) return;
     Trace(TEXT("!!$$$ INITWINCONROLS !!!*****$$\n"));
     MarkControl(checkBox, ControlMark::CheckBox);
-    if (context.checkStates.borderless) CheckControl(checkBox, true);
-    ShowBorderlessExpansion(context, context.checkStates.borderless != 0);
-    EnableWindow(checkBox, HasBorderlessTwin(context));
+    if (context.pageSizes.borderless) CheckControl(checkBox, true);
+    ShowBorderlessExpansion(context, context.pageSizes.borderless);
+    EnableControl(checkBox, HasBorderlessTwin(context));
 }
 
 void EmbedConsumptionLines(SheetContext& context, HWND pane)
@@ -132,9 +132,9 @@ void HideSingleCartridge(SheetContext& context, HWND window)
 {
     if (CountOptions(PopupList(context, kPopupCartridge)) >= 2) return;
     Trace(TEXT("UI:  HIDE CARTRIDGE POPUP\n"));
-    if (const HWND cartridge = context.popups.windows[kPopupCartridge]) ShowWindow(cartridge, SW_HIDE);
+    ShowControl(context.popups.windows[kPopupCartridge], false);
     WidenQualityPopup(context);
-    ShowControl(window, IDC_MAIN_CARTRIDGE_CAPTION, false);
+    ShowControl(GetControlByID(window, IDC_MAIN_CARTRIDGE_CAPTION), false);
 }
 
 bool CanOpen(const char* path)
@@ -158,12 +158,11 @@ void EmbedMainCheckBoxes(SheetContext& context, HWND window)
     UpdateMediaModeControls(context, 0);
     context.postScriptInterpreterFound = FindPostScriptInterpreter();
     if (!context.postScriptInterpreterFound) {
-        EnableWindow(interpreter, FALSE);
+        EnableControl(interpreter, false);
         Trace(TEXT("no Ghostscript available\n"));
     }
-    CheckControl(interpreter,
-                 context.checkStates.postScriptInterpreter && context.postScriptInterpreterFound);
-    if (Value(kCheckPreview) == kCheckBoxMissing) ShowWindow(preview, SW_HIDE);
+    CheckControl(interpreter, false);
+    if (Value(kCheckPreview) == kCheckBoxMissing) ShowControl(preview, false);
 }
 
 void EmbedScreenPrinting(SheetContext& context, HWND window)
@@ -172,7 +171,7 @@ void EmbedScreenPrinting(SheetContext& context, HWND window)
     const HWND multiBlack = EmbedCheckBox(context, window, kCheckMultiBlack, Value(kCheckMultiBlack) != 0);
     const HWND mode = EmbedCheckBox(context, window, kCheckScreenPrinting, on);
     EnableChildren(window, on);
-    if (!on) EnableWindow(mode, TRUE); // the way into the mode
+    if (!on) EnableControl(mode, true); // the way into the mode
     EmbedCartridges(context, window, on && IsChecked(multiBlack));
     ShowScreenParameters(window, context.popups.selections[kPopupHalftone] == 1);
 }
@@ -189,9 +188,8 @@ void EmbedInkControl(SheetContext& context, HWND window)
     UpdateMediaModeControls(context, 0);
 
     if (const HWND gamma = context.checkBoxes.windows[kCheckColorGamma]) {
-        const bool colorGamma = context.checkStates.colorGamma != 0;
-        CheckControl(gamma, colorGamma);
-        EnableColorControls(context, colorGamma);
+        CheckControl(gamma, false);
+        EnableColorControls(context, false);
     }
 }
 
@@ -239,8 +237,7 @@ int MyEmbedControls(DWORD pageBits, SheetContext& context, HWND window)
     for (int row = 0; row < kNumberFieldRows; ++row) {
         if (has(kNumberFieldTable[static_cast<size_t>(row)].tabBit)) BindNumberField(window, context, row);
     }
-    if (has(kConsumptionPage))
-        EmbedCheckBox(context, window, kCheckNoPrint, context.checkStates.noPrint != 0);
+    if (has(kConsumptionPage)) EmbedCheckBox(context, window, kCheckNoPrint, false);
     if (has(kMainPage)) EmbedMainCheckBoxes(context, window);
     for (int row = 0; row < kSliderRows; ++row) {
         if (has(kSliderTable[static_cast<size_t>(row)].tabBit)) BindSlider(window, context, row);
@@ -252,7 +249,7 @@ int MyEmbedControls(DWORD pageBits, SheetContext& context, HWND window)
         checkAvailabilityforMenus(context, kPopupColorModel);
     }
     if (has(kCorrectionPage)) {
-        EmbedCheckBox(context, window, kCheckColorGamma, context.checkStates.colorGamma != 0);
+        EmbedCheckBox(context, window, kCheckColorGamma, false);
         UpdateMediaModeControls(context, 0);
     }
     if (has(kScreenPrintingPage)) EmbedScreenPrinting(context, window);

@@ -1,5 +1,6 @@
 #include "src/pages/page_centring.h"
 
+#include "src/features/control_access.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
@@ -8,10 +9,8 @@ BOOL CALLBACK MoveChild(HWND child, LPARAM lParam)
 {
     MoveRequest& request = *reinterpret_cast<MoveRequest*>(lParam);
     ++request.visited;
-    const HWND parent = GetParent(child);
-    RECT place{};
-    if (!parent || !GetWindowRect(child, &place)) return TRUE;
-    MapWindowPoints(HWND_DESKTOP, parent, reinterpret_cast<POINT*>(&place), 2);
+    if (!GetParent(child)) return TRUE;
+    const RECT place = PlaceInParent(child);
     MoveWindow(child, place.left + request.offset, place.top, place.right - place.left + 1,
                place.bottom - place.top + 1, FALSE);
     return TRUE;

@@ -1,5 +1,6 @@
 #include "src/pages/page_controls.h"
 
+#include "src/features/control_access.h"
 #include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
 
@@ -38,11 +39,6 @@ HWND GetControlByID(HWND window, int id)
     return control;
 }
 
-void ShowControl(HWND page, int id, bool show)
-{
-    if (const HWND control = GetControlByID(page, id)) ShowWindow(control, show ? SW_SHOW : SW_HIDE);
-}
-
 void CheckControl(HWND checkBox, bool check)
 {
     SendMessageW(checkBox, BM_SETCHECK, check ? BST_CHECKED : BST_UNCHECKED, 0);
@@ -51,7 +47,7 @@ void CheckControl(HWND checkBox, bool check)
 void ShowBorderlessExpansion(const SheetContext& context, bool show)
 {
     for (const int id : kBorderlessExpansionIds)
-        ShowControl(context.pages[0], id, show);
+        ShowControl(GetControlByID(context.pages[0], id), show);
 }
 
 void ShowScreenParameters(HWND page, bool show)

@@ -1,4 +1,5 @@
-// Finding, marking, showing and enabling the controls of a page. Used by the embedding and the event handler.
+// Finding and marking the controls of a page; those that come and go together. Used by the embedding and the
+// event handler.
 #pragma once
 
 #include "platform/win32.h"
@@ -17,16 +18,9 @@ enum class ControlMark : LONG_PTR
 void MarkControl(HWND control, ControlMark mark);
 bool HasMark(HWND control, ControlMark mark);
 
-// A window handle as the trace shows it.
-inline int TraceNumber(const void* handle)
-{
-    return static_cast<int>(reinterpret_cast<INT_PTR>(handle));
-}
-
 // The child control of a window, null when it has none with that id. Every look-up is traced.
 HWND GetControlByID(HWND window, int id);
 
-void ShowControl(HWND page, int id, bool show);
 void CheckControl(HWND checkBox, bool check);
 
 // The overprint slider and its captions, for borderless page sizes.

@@ -5,8 +5,7 @@
 #include "src/bindings/current_values.h"
 #include "src/bindings/popups.h"
 #include "src/features/constraints.h"
-#include "src/features/control_values.h"
-#include "src/features/initial_read.h"
+#include "src/features/control_access.h"
 #include "src/features/popup_filling.h"
 #include "src/ink/ink_file.h"
 #include "src/pages/cartridge_controls.h"
@@ -54,9 +53,9 @@ void OnPageSizeChanged(SheetContext& context)
     const BorderlessChoice choice =
         BorderlessChoiceFor(StatusOfSelectedPageSize(context), IsChecked(checkBox));
     if (checkBox) {
-        ShowWindow(checkBox, choice.shown ? SW_SHOW : SW_HIDE);
+        ShowControl(checkBox, choice.shown);
         CheckControl(checkBox, choice.checked);
-        EnableWindow(checkBox, choice.enabled);
+        EnableControl(checkBox, choice.enabled);
         ShowBorderlessExpansion(context, choice.checked);
     }
     Trace(TEXT("Change in PageSize: BLOption=%d, BLFormat=%d Ctrl=%d\n"), choice.enabled, choice.checked,
@@ -68,7 +67,7 @@ void OnBorderlessClicked(SheetContext& context)
 {
     if (!context.checkBoxes.borderless) return;
     const bool borderless = IsChecked(context.checkBoxes.borderless);
-    context.checkStates.borderless = borderless;
+    context.pageSizes.borderless = borderless;
     ShowBorderlessExpansion(context, borderless);
 }
 
@@ -121,7 +120,7 @@ void OnScreenPrintingClicked(SheetContext& context)
     const HWND page = GetParent(checkBox);
     EnableChildren(page, on);
     if (!on) {
-        EnableWindow(checkBox, TRUE); // the way back
+        EnableControl(checkBox, true); // the way back
         return;
     }
     const HWND multiBlack = context.checkBoxes.windows[kCheckMultiBlack];

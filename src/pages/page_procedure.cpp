@@ -6,9 +6,9 @@
 #include "src/bindings/check_boxes.h"
 #include "src/config/registry_values.h"
 #include "src/features/constraints.h"
-#include "src/features/control_values.h"
+#include "src/features/control_access.h"
 #include "src/features/page_settings.h"
-#include "src/i18n/page_labels.h"
+#include "src/i18n/page_translation.h"
 #include "src/ink/consumption_page.h"
 #include "src/pages/bar_painting.h"
 #include "src/pages/consumption_tabs.h"
@@ -53,11 +53,6 @@ struct DocumentPage
     void MarkChanged() const { SendMessageW(Sheet(), PSM_CHANGED, reinterpret_cast<WPARAM>(window), 0); }
 };
 
-DWORD TraceHex(INT_PTR value)
-{
-    return static_cast<DWORD>(value);
-}
-
 // The logo that an OEM supplies beside the configuration, for a GUI that is not the full one.
 void ShowOemLogo(HWND page)
 {
@@ -78,7 +73,7 @@ void InitialiseDocumentPage(const DocumentPage& page)
 {
     const DWORD tabBit = page.TabBit();
     CentrePage(page.window, kPageKindTable[page.entry->position].centringControl);
-    Trace(TEXT("UI:  INIT document %#x\r\n"), TraceHex(reinterpret_cast<INT_PTR>(page.entry)));
+    Trace(TEXT("UI:  INIT document %#x\r\n"), TraceNumber(page.entry));
     if (tabBit == kMainPage) ShowOemLogo(page.window);
     if (tabBit == kConsumptionPage) OnTabbedDialogInit(page.window);
     MyEmbedControls(tabBit, page.Context(), page.Content());
@@ -89,8 +84,8 @@ void InitialiseDocumentPage(const DocumentPage& page)
 // lParam is the page record of the property sheet, whose own lParam was set when the page was added.
 void Initialise(HWND window, LPARAM lParam, bool devicePage)
 {
-    Trace(TEXT("UI:  DevicePropPageProc - INIT - (%#x, %#x) entry\r\n"),
-          TraceHex(reinterpret_cast<INT_PTR>(window)), TraceHex(lParam));
+    Trace(TEXT("UI:  DevicePropPageProc - INIT - (%#x, %#x) entry\r\n"), TraceNumber(window),
+          static_cast<int>(lParam));
     const auto* const sheetPage = reinterpret_cast<const PROPSHEETPAGEW*>(lParam);
     if (!sheetPage) return;
     SetWindowLongPtrW(window, GWLP_USERDATA, sheetPage->lParam);

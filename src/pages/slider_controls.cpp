@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "src/bindings/sliders.h"
-#include "src/features/control_values.h"
+#include "src/features/control_access.h"
 #include "src/i18n/texts.h"
 #include "src/pages/page_controls.h"
 #include "src/trace/trace.h"
@@ -41,7 +41,8 @@ void BindSlider(HWND page, SheetContext& context, int row)
     Trace(TEXT("UI:  SCROLL-TEXT-Ref = %d"), TraceNumber(label));
     SendMessageW(slider, TBM_SETRANGEMIN, TRUE, binding.minimum);
     SendMessageW(slider, TBM_SETRANGEMAX, TRUE, binding.maximum);
-    // Not every trackbar moves its thumb with its range, but each does with its position: it comes from the end.
+    // Not every trackbar moves its thumb with its range, but each does with its position: it comes from the
+    // end.
     SendMessageW(slider, TBM_SETPOS, FALSE, binding.minimum);
     SetLogicalPosition(slider, context.sliders.initialPositions[row]);
     SetScrollValue(slider);

@@ -12,12 +12,6 @@ namespace {
 
 constexpr DWORD kLargestSetting = 100;
 
-// The trace shows the lower half of an address.
-unsigned Address(const void* pointer)
-{
-    return static_cast<unsigned>(reinterpret_cast<ULONG_PTR>(pointer));
-}
-
 void Stamp(OemPrivateDevmode& record)
 {
     record.size = sizeof record;
@@ -72,11 +66,11 @@ bool ConvertOEMDevmode(const void* input, void* output, DWORD bufferSize)
 
 HRESULT HandleDevMode(DWORD mode, OEMDMPARAM* parameters)
 {
-    Trace(TEXT("UI:  IOemUI:DevMode(%d, %#x) entry.\r\n"), static_cast<int>(mode), Address(parameters));
+    Trace(TEXT("UI:  IOemUI:DevMode(%d, %#x) entry.\r\n"), static_cast<int>(mode), TraceNumber(parameters));
     if (!parameters || mode < OEMDM_SIZE || mode > OEMDM_MERGE) {
         Trace(TEXT("ERROR UI:  DevMode() ERROR_INVALID_PARAMETER.\r\n"));
         Trace(TEXT("UI:  \tdwMode = %d, pOemDMParam = %#lx.\r\n"), static_cast<int>(mode),
-              Address(parameters));
+              TraceNumber(parameters));
         SetLastError(ERROR_INVALID_PARAMETER);
         return E_FAIL;
     }

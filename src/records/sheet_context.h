@@ -45,21 +45,13 @@ struct NumberFieldArea
 struct CheckBoxArea
 {
     HWND windows[kCheckBoxRows]; // by row of the check box table
-    HWND borderless;             // control 1123 of the main page
-};
-
-// States of check boxes that belong to no PPD feature of their own, 0 or 1.
-struct CheckStates
-{
-    BYTE borderless; // the PPD selects a borderless page size
-    BYTE noPrint;
-    BYTE postScriptInterpreter;
-    BYTE colorGamma;
+    HWND borderless;             // of the main page
 };
 
 struct PageSizeArea
 {
     int statuses[kMaxOptions]; // one per option of the page size list; see CreateBorderlessList
+    bool borderless;           // the PPD or the user selects a borderless one
 };
 
 struct InkCounters
@@ -90,9 +82,9 @@ struct ConsumptionArea
 
 struct InkControlArea
 {
-    HWND brightCyanLabel; // control 1191
-    HWND photoIcon;       // control 1238
-    HWND brightCyanIcon;  // control 1237
+    HWND brightCyanLabel;
+    HWND photoIcon; // of both bright inks
+    HWND brightCyanIcon;
 };
 
 struct SourceRow; // a line of a generated page's source list, declared by the generated pages
@@ -122,7 +114,6 @@ struct SheetContext
     NumberFieldArea numberFields;
     CheckBoxArea checkBoxes;
     HWND owner; // of message boxes: the sheet's top-level window
-    CheckStates checkStates;
     char inkFilePath[kInkFilePathBytes];
     PageSizeArea pageSizes;
     InkCounters inkCounters;

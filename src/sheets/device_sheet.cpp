@@ -1,10 +1,8 @@
 #include "src/sheets/device_sheet.h"
 
 #include "src/pages/page_procedure.h"
-#include "src/records/process_values.h"
 #include "src/resources/control_ids.h"
-#include "src/sheets/activation_context.h"
-#include "src/sheets/add_page.h"
+#include "src/sheets/sheet_calls.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
@@ -30,50 +28,24 @@ HRESULT OpenSheet(PROPSHEETUI_INFO& info, IPrintCoreUI2* helper)
     SheetRecord* const record = parameters ? CreateRecord(*parameters, helper) : nullptr;
     if (!record) return E_FAIL;
 
-    PropertySheetPage page{};
-    page.dwSize = sizeof(page);
-    page.hInstance = Process().module;
-    page.pszTemplate = MAKEINTRESOURCEW(IDD_INFORMATION);
-    page.pfnDlgProc = DevicePageProc;
-    page.lParam = reinterpret_cast<LPARAM>(record);
-    UseActivationContext(page);
-    AddToSheet(*record, info, CPSFUNC_ADD_PROPSHEETPAGEW, &page, 0);
+    AddDialogPage(*record, info, IDD_INFORMATION, nullptr, DevicePageProc, record);
     info.Result = 1;
     return S_OK;
-}
-
-void GiveTitle(PROPSHEETUI_INFO& info, LPARAM lParam)
-{
-    static WCHAR title[] = TEXT("INFO Page");
-    if (auto* const header = reinterpret_cast<PROPSHEETUI_INFO_HEADER*>(lParam)) header->pTitle = title;
-    info.Result = 1;
-}
-
-void TakeResult(PROPSHEETUI_INFO& info, LPARAM lParam)
-{
-    if (const auto* const result = reinterpret_cast<const SETRESULT_INFO*>(lParam))
-        info.Result = static_cast<ULONG_PTR>(result->Result);
 }
 
 } // namespace
 
 HRESULT hrOEMDevicePropertySheets(PPROPSHEETUI_INFO info, LPARAM lParam, IPrintCoreUI2* helper)
 {
-    Trace(TEXT("UI:  hrOEMDevicePropertySheets(%#x, %#x) entry\r\n"),
-          static_cast<unsigned>(reinterpret_cast<UINT_PTR>(info)), static_cast<unsigned>(lParam));
-    if (!info || info->Version != PROPSHEETUI_INFO_VERSION) {
-        Trace(TEXT("ERROR UI:  hrOEMDevicePropertySheets() ERROR_INVALID_PARAMETER.\r\n"));
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return E_FAIL;
-    }
+    if (!AcceptSheetCall(TEXT("hrOEMDevicePropertySheets"), info, lParam)) return E_FAIL;
     switch (info->Reason) {
     case PROPSHEETUI_REASON_INIT:
         return OpenSheet(*info, helper);
     case PROPSHEETUI_REASON_GET_INFO_HEADER:
-        GiveTitle(*info, lParam);
+        GiveSheetTitle(*info, lParam, TEXT("INFO Page"));
         break;
     case PROPSHEETUI_REASON_SET_RESULT:
-        TakeResult(*info, lParam);
+        TakeSheetResult(*info, lParam);
         break;
     case PROPSHEETUI_REASON_GET_ICON:
         info->Result = 0;

@@ -6,12 +6,11 @@
 #include "src/pages/page_procedure.h"
 #include "src/records/process_values.h"
 #include "src/resources/control_ids.h"
-#include "src/sheets/activation_context.h"
-#include "src/sheets/add_page.h"
 #include "src/sheets/gui_features.h"
 #include "src/sheets/option_pages.h"
 #include "src/sheets/page_list.h"
 #include "src/sheets/printer_identity.h"
+#include "src/sheets/sheet_calls.h"
 #include "src/sheets/sheet_lifetime.h"
 #include "src/trace/trace.h"
 
@@ -38,8 +37,7 @@ void FillRecord(SheetRecord& record, IPrintCoreUI2* helper)
     record.coreHelper = helper;
     record.heap = parameters.hOEMHeap;
     record.privateDevmode = static_cast<OemPrivateDevmode*>(parameters.pOEMDM);
-    Trace(TEXT("UI:  set poemuiobj to %#x\r\n"),
-          static_cast<unsigned>(reinterpret_cast<UINT_PTR>(record.coreObject)));
+    Trace(TEXT("UI:  set poemuiobj to %#x\r\n"), TraceNumber(record.coreObject));
     CoreArea& core = record.context->core;
     core.object = record.coreObject;
     core.helper = record.coreHelper;
@@ -61,19 +59,9 @@ void AddTabPage(SheetRecord& record, const PROPSHEETUI_INFO& info, DWORD positio
     PageEntry& entry = record.pages[position];
     entry.position = position;
     entry.record = &record;
-
-    PropertySheetPage page{};
-    page.dwSize = sizeof(page);
-    page.dwFlags = title ? PSP_USETITLE : PSP_DEFAULT;
-    page.hInstance = Process().module;
-    page.pszTemplate = MAKEINTRESOURCEW(dialog);
-    page.pszTitle = title;
-    page.pfnDlgProc = DocumentPageProc;
-    page.lParam = reinterpret_cast<LPARAM>(&entry);
-    UseActivationContext(page);
     Trace(TEXT("Add Page #%d - tabidx = %d\n"), static_cast<int>(position + 1),
           static_cast<int>(kPageKindTable[position].tabBit));
-    entry.pageHandle = AddToSheet(record, info, CPSFUNC_ADD_PROPSHEETPAGEW, &page, 0);
+    entry.pageHandle = AddDialogPage(record, info, dialog, title, DocumentPageProc, &entry);
 }
 
 const PageList& PagesOfThisWindows(int guiMode)
@@ -127,50 +115,26 @@ HRESULT CloseSheet(PROPSHEETUI_INFO& info)
     return 1;
 }
 
-HRESULT GiveTitle(PROPSHEETUI_INFO& info, LPARAM lParam)
-{
-    static WCHAR title[] = TEXT("Print");
-    if (auto* const header = reinterpret_cast<PROPSHEETUI_INFO_HEADER*>(lParam)) header->pTitle = title;
-    info.Result = 1;
-    return 1;
-}
-
-HRESULT TakeResult(PROPSHEETUI_INFO& info, LPARAM lParam)
-{
-    Trace(TEXT("PROPSHEET - REASON SET RESULT\n"));
-    if (const auto* const result = reinterpret_cast<const SETRESULT_INFO*>(lParam))
-        info.Result = static_cast<ULONG_PTR>(result->Result);
-    return 0;
-}
-
-HRESULT GiveIcon(PROPSHEETUI_INFO& info)
-{
-    info.Result = 0;
-    return 1;
-}
-
 } // namespace
 
 HRESULT hrOEMDocumentPropertySheets(PPROPSHEETUI_INFO info, LPARAM lParam, IPrintCoreUI2* helper)
 {
-    Trace(TEXT("UI:  hrOEMDocumentPropertySheets(%#x, %#x) entry\r\n"),
-          static_cast<unsigned>(reinterpret_cast<UINT_PTR>(info)), static_cast<unsigned>(lParam));
-    if (!info || info->Version != PROPSHEETUI_INFO_VERSION) {
-        Trace(TEXT("ERROR UI:  hrOEMDocumentPropertySheets() ERROR_INVALID_PARAMETER.\r\n"));
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return E_FAIL;
-    }
+    if (!AcceptSheetCall(TEXT("hrOEMDocumentPropertySheets"), info, lParam)) return E_FAIL;
     switch (info->Reason) {
     case PROPSHEETUI_REASON_INIT:
         return OpenSheet(*info, helper);
     case PROPSHEETUI_REASON_GET_INFO_HEADER:
-        return GiveTitle(*info, lParam);
+        GiveSheetTitle(*info, lParam, TEXT("Print"));
+        return 1;
     case PROPSHEETUI_REASON_DESTROY:
         return CloseSheet(*info);
     case PROPSHEETUI_REASON_SET_RESULT:
-        return TakeResult(*info, lParam);
+        Trace(TEXT("PROPSHEET - REASON SET RESULT\n"));
+        TakeSheetResult(*info, lParam);
+        return 0;
     case PROPSHEETUI_REASON_GET_ICON:
-        return GiveIcon(*info);
+        info->Result = 0;
+        return 1;
     default:
         return 1; // reasons that a later Windows may bring
     }

@@ -10,7 +10,7 @@ namespace tintwerk {
 namespace {
 
 constexpr char kRequest[] = "halvGuiMode\0halvGuiIcon\0halvScreenmode\0"; // and the closing zero
-constexpr SIZE_T kReplyBytes = 12512;
+constexpr SIZE_T kGuiReplyBytes = 12512;
 
 void TakeFeature(GuiFeatures& gui, const KeywordPair& pair)
 {
@@ -35,7 +35,7 @@ GuiFeatures ReadGuiFeatures(const CoreArea& core)
 {
     GuiFeatures gui;
     if (!core.helper) return gui;
-    char reply[kReplyBytes] = {};
+    char reply[kGuiReplyBytes] = {};
     DWORD needed = 0;
     const HRESULT status =
         core.helper->GetOptions(core.object, 0, kRequest, sizeof(kRequest), reply, sizeof(reply), &needed);

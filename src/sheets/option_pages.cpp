@@ -1,11 +1,11 @@
 #include "src/sheets/option_pages.h"
 
 #include "src/records/process_values.h"
-#include "src/sheets/add_page.h"
-#include "src/sheets/advanced_keywords.h"
-#include "src/sheets/advanced_rows.h"
+#include "src/sheets/advanced_selection.h"
+#include "src/sheets/advanced_texts.h"
 #include "src/sheets/layout_items.h"
 #include "src/sheets/option_items.h"
+#include "src/sheets/sheet_calls.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {

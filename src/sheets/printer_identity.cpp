@@ -49,7 +49,7 @@ int ReadPrinterNumber(const SheetRecord& record)
     // A spooler that asks for less than the record itself still finds room for it.
     const HeapBlock<PRINTER_INFO_2W> printer(record.parameters->hOEMHeap,
                                              std::max<SIZE_T>(needed, sizeof(PRINTER_INFO_2W)));
-    Trace(TEXT("pPrinterInfo2 is %d\n"), static_cast<int>(reinterpret_cast<INT_PTR>(printer.Get())));
+    Trace(TEXT("pPrinterInfo2 is %d\n"), TraceNumber(printer.Get()));
     if (printer && GetPrinterW(record.printer, 2, reinterpret_cast<LPBYTE>(printer.Get()), needed, &needed))
         return NumberOfDriver(printer->pDriverName);
     Trace(TEXT("GetPrinter2 failed - cbNeeded=%d\n"), static_cast<int>(needed));

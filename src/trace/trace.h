@@ -15,6 +15,12 @@ int Trace(const WCHAR* format, ...);
 // not UTF-8 emits nothing.
 void TraceText(const char* text);
 
+// An address or a handle as trace lines show it: the lower half.
+inline int TraceNumber(const void* address)
+{
+    return static_cast<int>(reinterpret_cast<INT_PTR>(address));
+}
+
 // What a missing keyword or display name looks like in a trace line.
 constexpr const char* OrEmpty(const char* text)
 {

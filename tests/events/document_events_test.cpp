@@ -13,7 +13,7 @@
 #include "platform/memory_spooler.h"
 #include "platform/owners.h"
 #include "src/config/registry_values.h"
-#include "src/events/job_start.h"
+#include "src/events/offline_warning.h"
 #include "tests/support/fake_helper_ps.h"
 #include "tests/support/message_boxes.h"
 #include "tests/support/testing.h"

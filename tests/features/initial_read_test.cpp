@@ -1,5 +1,6 @@
 // What a sheet knows after it was opened: borderless page sizes, slider positions, check boxes, number
 // fields.
+#include "src/features/borderless_list.h"
 #include "src/features/initial_read.h"
 
 #include "src/bindings/number_fields.h"
@@ -31,13 +32,13 @@ TEST_F(FeatureTest, NormalPageSizesArePairedWithTheirBorderlessTwins)
     // clang-format on
     for (const auto& row : cases) {
         context.pageSizes = {};
-        context.checkStates.borderless = 7;
+        context.pageSizes.borderless = !row.borderless;
         Fill(kPopupPageSize, row.sizes, row.selected);
         CreateBorderlessList(context);
         const int* const statuses = context.pageSizes.statuses;
         EXPECT_EQ(row.statuses, std::vector<int>(statuses, statuses + row.statuses.size())) << row.sizes;
         EXPECT_EQ(row.shown, context.popups.selections[kPopupPageSize]) << row.sizes;
-        EXPECT_EQ(row.borderless, context.checkStates.borderless) << row.sizes;
+        EXPECT_EQ(row.borderless, context.pageSizes.borderless) << row.sizes;
     }
 }
 

@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "src/features/control_values.h"
+#include "src/features/control_access.h"
 #include "src/features/popup_filling.h"
 #include "tests/features/feature_test.h"
 

@@ -2,7 +2,7 @@
 #include "src/features/popup_filling.h"
 
 #include "platform/function_hook.h"
-#include "src/features/control_values.h"
+#include "src/features/control_access.h"
 #include "tests/features/feature_test.h"
 
 namespace tintwerk {

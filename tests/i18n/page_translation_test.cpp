@@ -1,5 +1,5 @@
 // The labels of a page in the language of its sheet.
-#include "src/i18n/page_labels.h"
+#include "src/i18n/page_translation.h"
 
 #include <gtest/gtest.h>
 

@@ -50,7 +50,7 @@ TEST_F(PageEvents, TheBorderlessBoxFollowsThePageSize)
             EXPECT_EQ(1, std::ranges::count_if(trace.Take(), [&](const Text& told) {
                           return told.starts_with(Text(line.begin(), line.end()));
                       }));
-            EXPECT_EQ(0, sheet.context.checkStates.borderless) << "waits for the apply";
+            EXPECT_FALSE(sheet.context.pageSizes.borderless) << "waits for the apply";
         }
     }
     EXPECT_EQ(0, sheet.core.Count("SetOptions"));
@@ -61,7 +61,7 @@ TEST_F(PageEvents, TheBorderlessBoxShowsItsExpansion)
     sheet.Open(kMain);
     for (const bool borderless : {true, false}) {
         sheet.Check(kMain, 1123, borderless);
-        EXPECT_EQ(borderless, sheet.context.checkStates.borderless != 0);
+        EXPECT_EQ(borderless, sheet.context.pageSizes.borderless);
         EXPECT_EQ(borderless, Shown(sheet.Control(kMain, 1217)));
     }
 }

@@ -14,7 +14,7 @@
 #include "src/bindings/number_fields.h"
 #include "src/bindings/popups.h"
 #include "src/bindings/sliders.h"
-#include "src/i18n/page_labels.h"
+#include "src/i18n/page_translation.h"
 #include "src/i18n/string_table.h"
 #include "src/i18n/texts.h"
 #include "src/records/page_kinds.h"
@@ -344,7 +344,7 @@ std::vector<Text> RuntimeTexts(int position, int id)
     }
     if (position == 5 && std::count(kCartridgeNameIds.begin(), kCartridgeNameIds.end(), id))
         for (const CartridgeColor& color : kCartridgeColorTable)
-            texts.push_back(color.code);
+            texts.emplace_back(color.code);
     return texts;
 }
 

@@ -2,7 +2,7 @@
 // chosen keywords.
 #pragma once
 
-#include "src/sheets/advanced_keywords.h"
+#include "src/sheets/advanced_selection.h"
 #include "src/sheets/source_list.h"
 
 namespace tintwerk {

@@ -1,4 +1,4 @@
-#include "src/sheets/advanced_rows.h"
+#include "src/sheets/advanced_texts.h"
 
 #include <algorithm>
 #include <cstring>
@@ -58,14 +58,10 @@ public:
     // The strings of a keyword list of the given bytes; returns how many they are.
     int KeepKeywords(SIZE_T given)
     {
-        int count = 0;
-        SIZE_T bytes = 0;
-        for (const char* keyword : KeywordList(Next(), given)) {
-            bytes += std::strlen(keyword) + 1;
-            ++count;
-        }
-        used_ += bytes;
-        return count;
+        const KeywordList keywords(Next(), given);
+        for (const char* keyword : keywords)
+            used_ += std::strlen(keyword) + 1;
+        return keywords.Count();
     }
 
 private:
@@ -216,11 +212,8 @@ SourceRow* CopyToHeap(HANDLE heap, const Page& page)
 SourceRow* RowsFromKeywords(const CoreArea& core, const AdvancedKeywords& keywords)
 {
     const KeywordList list(keywords.list, sizeof(keywords.list));
-    int count = 0;
-    for ([[maybe_unused]] const char* keyword : list)
-        ++count;
     Trace(TEXT("######## optional items list ##########\n"));
-    Trace(TEXT("Counted %d features\n"), count);
+    Trace(TEXT("Counted %d features\n"), list.Count());
 
     Page page;
     ReadPage(core, list, page);

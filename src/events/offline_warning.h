@@ -1,15 +1,13 @@
-// What happens when a document has started: the print server is started, and a user who asked for the preview
-// of a printer that is offline is told that it will come later. The decisions take plain values, so that they
-// can be made for jobs that no spooler knows.
+// When a document has started, a user who asked for the preview of a printer that is offline is told that it
+// will come later. The decisions take plain values, so that they can be made for jobs that no spooler knows.
 #pragma once
 
 #include "platform/coredriver.h"
 
 namespace tintwerk {
 
-// The whole handling for a job of the spooler. Nothing that goes wrong here fails the job; helper may be
-// null.
-void HandleJobStart(HANDLE printer, DWORD jobId, IPrintCoreHelperPS* helper);
+// The whole of it for a job of the spooler. Nothing that goes wrong here fails the job; helper may be null.
+void WarnIfPrinterIsOffline(HANDLE printer, DWORD jobId, IPrintCoreHelperPS* helper);
 
 struct JobSettings
 {

@@ -1,4 +1,4 @@
-#include "src/sheets/advanced_keywords.h"
+#include "src/sheets/advanced_selection.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,10 +1,9 @@
-#include "src/events/job_start.h"
+#include "src/events/offline_warning.h"
 
 #include <atomic>
 #include <cstring>
 #include <iterator>
 
-#include "src/events/print_server.h"
 #include "src/i18n/string_table.h"
 #include "src/records/spooler_record.h"
 #include "src/trace/trace.h"
@@ -44,7 +43,7 @@ bool ReadPrinterState(HANDLE printer, PrinterState& state)
     const SpoolerRecord<PRINTER_INFO_2W> description([&](LPBYTE buffer, DWORD size, DWORD* bytes) {
         if (buffer) {
             known = true;
-            Trace(TEXT("pPrinterInfo2 is %d\n"), static_cast<int>(reinterpret_cast<LONG_PTR>(buffer)));
+            Trace(TEXT("pPrinterInfo2 is %d\n"), TraceNumber(buffer));
         }
         const BOOL done = GetPrinterW(printer, 2, buffer, size, bytes);
         if (!buffer && *bytes) Trace(TEXT("GetPrinter needs %d Bytes\n"), static_cast<int>(*bytes));
@@ -106,9 +105,8 @@ void WarnThatPreviewComesLater(const char* language)
     MessageBoxW(nullptr, text, title, MB_OK | MB_ICONWARNING | MB_SYSTEMMODAL);
 }
 
-void HandleJobStart(HANDLE printer, DWORD jobId, IPrintCoreHelperPS* helper)
+void WarnIfPrinterIsOffline(HANDLE printer, DWORD jobId, IPrintCoreHelperPS* helper)
 {
-    StartConfiguredPrintServer();
     const char* const language = ChooseJobLanguage(helper);
 
     const SpoolerRecord<JOB_INFO_2W> job([printer, jobId](LPBYTE buffer, DWORD size, DWORD* needed) {

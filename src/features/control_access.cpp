@@ -1,4 +1,4 @@
-#include "src/features/control_values.h"
+#include "src/features/control_access.h"
 
 namespace tintwerk {
 
@@ -38,6 +38,24 @@ int GetLogicalPosition(HWND slider)
 void SetLogicalPosition(HWND slider, int position)
 {
     if (slider) SendMessageW(slider, TBM_SETPOS, TRUE, Mirror(slider, position));
+}
+
+void ShowControl(HWND control, bool show)
+{
+    if (control) ShowWindow(control, show ? SW_SHOW : SW_HIDE);
+}
+
+void EnableControl(HWND control, bool enable)
+{
+    if (control) EnableWindow(control, enable);
+}
+
+RECT PlaceInParent(HWND control)
+{
+    RECT place{};
+    if (GetWindowRect(control, &place))
+        MapWindowPoints(HWND_DESKTOP, GetParent(control), reinterpret_cast<POINT*>(&place), 2);
+    return place;
 }
 
 } // namespace tintwerk

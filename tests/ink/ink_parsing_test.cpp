@@ -1,5 +1,5 @@
 // The counter file as bytes: how it is cut into lines, and what a line says.
-#include "src/ink/ink_lines.h"
+#include "src/ink/ink_parsing.h"
 
 #include <gtest/gtest.h>
 

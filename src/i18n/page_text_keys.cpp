@@ -1,4 +1,4 @@
-#include "src/i18n/page_labels.h"
+#include "src/i18n/page_translation.h"
 
 #include "src/resources/control_ids.h"
 

@@ -81,6 +81,29 @@ TEST(House, IncludesRunDownTheListOfRooms)
     EXPECT_LT(100, followed);
 }
 
+TEST(House, TheHostTakesTablesRecordsAndNamesFromThePlugin)
+{
+    const std::string_view allowed[] = {
+        "src/bindings/",
+        "src/config/registry_values.h",
+        "src/ink/ink_channels.h",
+        "src/ink/ink_file.h",
+        "src/records/options.h",
+        "src/records/page_kinds.h",
+        "src/resources/",
+        "src/records/private_devmode.h",
+        "src/sheets/layout_items.h",
+        "src/sheets/advanced_texts.h",
+    };
+    for (const Source& source : ReadSources({"host"}))
+        for (const std::string& line : source.lines) {
+            const std::string included = IncludedBy(line);
+            EXPECT_TRUE(!included.starts_with("src/") ||
+                        std::ranges::any_of(allowed, [&](auto name) { return included.starts_with(name); }))
+                << source.path << " includes " << included;
+        }
+}
+
 TEST(House, OneDoorLeadsToThePlatform)
 {
     const char* const systemHeaders[] = {"windows.h",  "commctrl.h", "prsht.h",   "winspool.h", "compstui.h",

@@ -128,9 +128,9 @@ private:
     {
         const PpdFeature& found = ppd_.Feature(feature);
         if (option == kNoOption)
-            check_.Tell(code, found, std::move(text));
+            check_.Tell(code, found, text);
         else
-            check_.Tell(code, found, found.options[option], std::move(text));
+            check_.Tell(code, {found, found.options[option]}, text);
     }
 
     // Told once, at the first of the media types.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <utility>
@@ -42,8 +43,8 @@ void CheckNumbers(PpdCheck& check, std::string_view code, const PpdFeature& feat
 {
     for (const PpdOption& option : feature.options) {
         if (!OptionNumber(option.keyword))
-            check.Tell(code, feature, option,
-                       "the option " + std::string(option.keyword) + " is no number; " + consequence);
+            check.Tell(code, {feature, option}, "the option ", option.keyword, " is no number; ",
+                       consequence);
     }
 }
 
@@ -60,9 +61,8 @@ void CheckFeatureNames(PpdCheck& check)
             return own ? IsNearName(name, feature.keyword) : EqualIgnoringCase(name, feature.keyword);
         });
         if (meant != names.end())
-            check.Tell("feature-misspelt", feature,
-                       "unknown feature of this driver, did you mean " + *meant +
-                           "? No control stands for it");
+            check.Tell("feature-misspelt", feature, "unknown feature of this driver, did you mean ", *meant,
+                       "? No control stands for it");
     }
 }
 
@@ -73,10 +73,8 @@ void TellMissing(PpdCheck& check, std::string_view feature, DWORD tabBit, const 
 {
     if (check.ppd.Find(feature) || (tabBit == kScreenPrintingPage && !check.ppd.Find("halvScreenmode")))
         return;
-    check.Tell("feature-missing", nullptr,
-               std::string(feature) + " is missing: on the page " + std::string(TextOf(PageOfTab(tabBit))) +
-                   " " + consequence,
-               feature);
+    check.Tell("feature-missing", {nullptr, feature}, feature, " is missing: on the page ",
+               TextOf(PageOfTab(tabBit)), " ", consequence);
 }
 
 int Fallback(const ControlBinding& slider)
@@ -113,8 +111,7 @@ void CheckMissing(PpdCheck& check)
     }
     for (const Behaviour& row : Behaviours()) {
         if (!check.ppd.Find(row.feature))
-            check.Tell("feature-missing", nullptr,
-                       std::string(row.feature) + " is missing: " + std::string(row.without), row.feature);
+            check.Tell("feature-missing", {nullptr, row.feature}, row.feature, " is missing: ", row.without);
     }
 }
 
@@ -134,17 +131,14 @@ void CheckPosition(PpdCheck& check, const ControlBinding& row, const PpdFeature&
 {
     const int position = PositionOf(row, value);
     if (position < row.minimum || position > row.maximum || PpdValue(row, position) != value)
-        return check.Tell("slider-value", feature, option,
-                          "no slider position stands for " + std::string(option.keyword) + " (PPD values " +
-                              std::to_string(PpdValue(row, row.minimum)) + " to " +
-                              std::to_string(PpdValue(row, row.maximum)) + " in steps of " +
-                              std::to_string(row.step) + ")");
+        return check.Tell("slider-value", {feature, option}, "no slider position stands for ", option.keyword,
+                          " (PPD values ", PpdValue(row, row.minimum), " to ", PpdValue(row, row.maximum),
+                          " in steps of ", row.step, ")");
     const std::optional<int> said = FirstNumber(option.text);
     const int shown = DisplayValue(row, position);
     if (row.labelId && said && option.text != option.keyword && *said != shown && *said != value)
-        check.Tell("slider-text", feature, option,
-                   "the text " + std::string(option.text) + " contradicts the page, which shows " +
-                       std::to_string(shown));
+        check.Tell("slider-text", {feature, option}, "the text ", option.text,
+                   " contradicts the page, which shows ", shown);
 }
 
 } // namespace
@@ -169,8 +163,8 @@ void CheckSliders(PpdCheck& check)
         }
         if (!missing.empty())
             check.Tell("slider-gap", *feature,
-                       "slider positions write options that are not there, which changes nothing: " +
-                           Joined(missing));
+                       "slider positions write options that are not there, which changes nothing: ",
+                       Joined(missing));
     }
 }
 
@@ -196,7 +190,7 @@ void CheckNumberFields(PpdCheck& check)
         }
         if (!missing.empty())
             check.Tell("field-gap", *coarse,
-                       "the number field writes options that are not there: " + Joined(missing));
+                       "the number field writes options that are not there: ", Joined(missing));
     }
 }
 
@@ -208,8 +202,7 @@ void CheckCheckBoxes(PpdCheck& check)
         CheckNumbers(check, "box-number", *feature, "the check box hides");
         for (const char* option : {"0", "1"}) {
             if (!HasOption(check.ppd, row.keyword, option))
-                check.Tell("box-gap", *feature,
-                           std::string("the check box writes ") + option + ", which is no option");
+                check.Tell("box-gap", *feature, "the check box writes ", option, ", which is no option");
         }
     }
 }
@@ -223,16 +216,14 @@ void CheckPopups(PpdCheck& check)
         if (HidesWithoutFeature(row) && feature->options.size() < 2)
             check.Tell("popup-hidden", *feature, "one option only: its popup is hidden");
         if (feature->options.size() > kMaxOptions)
-            check.Tell("popup-full", *feature, feature->options[kMaxOptions],
-                       "the popup offers " + std::to_string(kMaxOptions) + " options; those from " +
-                           std::string(feature->options[kMaxOptions].keyword) +
-                           " on cannot be chosen, and one that is selected becomes " +
-                           std::string(feature->options[0].keyword) + " when the page is applied");
+            check.Tell("popup-full", {*feature, feature->options[kMaxOptions]}, "the popup offers ",
+                       kMaxOptions, " options; those from ", feature->options[kMaxOptions].keyword,
+                       " on cannot be chosen, and one that is selected becomes ", feature->options[0].keyword,
+                       " when the page is applied");
         for (const PpdOption& option : feature->options) {
             if (option.text.size() > kLongestText && WideFromUtf8(option.text).size() > kLongestText)
-                check.Tell("popup-text", *feature, option,
-                           "the text has more than " + std::to_string(kLongestText) +
-                               " characters; the popup shows an empty line");
+                check.Tell("popup-text", {*feature, option}, "the text has more than ", kLongestText,
+                           " characters; the popup shows an empty line");
         }
     }
 }
@@ -248,10 +239,9 @@ void CheckBorderless(PpdCheck& check)
     PairBorderlessSizes(sizes, statuses);
     for (std::size_t i = 0; i < sizes.size(); ++i) {
         if (statuses[i] == kBorderlessOnlySize)
-            check.Tell("borderless-alone", *feature, feature->options[i],
-                       std::string(sizes[i]) +
-                           " is the borderless twin of no size: it stands in the list by " +
-                           "itself, with the borderless box checked and disabled");
+            check.Tell("borderless-alone", {*feature, feature->options[i]}, sizes[i],
+                       " is the borderless twin of no size: it stands in the list by "
+                       "itself, with the borderless box checked and disabled");
     }
 }
 
@@ -269,8 +259,8 @@ void CheckCartridgeColors(PpdCheck& check, const PpdFeature& feature)
     for (; codes.GoesOn(); ++count) {
         const WideString code(codes.Next());
         if (!FindCartridgeColor(code.c_str()))
-            check.Tell("cartridge-code", feature, *colors,
-                       "the colour code \"" + Utf8FromWide(code) + "\" has no picture");
+            check.Tell("cartridge-code", {feature, *colors}, "the colour code \"", Utf8FromWide(code),
+                       "\" has no picture");
     }
     std::size_t slots = 0; // up to the last cartridge that is offered
     for (int row = 0; row < kCartridgeRows; ++row) {
@@ -278,9 +268,8 @@ void CheckCartridgeColors(PpdCheck& check, const PpdFeature& feature)
             slots = static_cast<std::size_t>(row) + 1;
     }
     if (count < slots)
-        check.Tell("cartridge-count", feature, *colors,
-                   std::to_string(count) + " colour codes for " + std::to_string(slots) +
-                       " cartridges: the last code is repeated");
+        check.Tell("cartridge-count", {feature, *colors}, count, " colour codes for ", slots,
+                   " cartridges: the last code is repeated");
 }
 
 } // namespace
@@ -291,27 +280,23 @@ void CheckScreenPrinting(PpdCheck& check)
         CheckCartridgeColors(check, *colors);
     const PpdFeature* const modes = check.ppd.Find("halvScreenmode");
     if (modes && modes->options.size() < kScreenModes)
-        check.Tell("screen-modes", *modes,
-                   std::to_string(modes->options.size()) + " options; " + std::to_string(kScreenModes) +
-                       " are written: off, and each of three halftones without and with multi-black");
+        check.Tell("screen-modes", *modes, modes->options.size(), " options; ", kScreenModes,
+                   " are written: off, and each of three halftones without and with multi-black");
 }
 
 void CheckLengths(PpdCheck& check)
 {
     for (const PpdFeature& feature : check.ppd.Features()) {
         if (feature.keyword.size() > kLongestFeature)
-            check.Tell("too-long", feature,
-                       "the keyword has " + std::to_string(feature.keyword.size()) +
-                           " characters; it cannot be asked for");
+            check.Tell("too-long", feature, "the keyword has ", feature.keyword.size(),
+                       " characters; it cannot be asked for");
         for (const PpdOption& option : feature.options) {
             if (feature.keyword.size() + option.keyword.size() > kLongestPair)
-                check.Tell("too-long", feature, option,
-                           "feature and option have more than " + std::to_string(kLongestPair) +
-                               " characters together; the option cannot be chosen");
+                check.Tell("too-long", {feature, option}, "feature and option have more than ", kLongestPair,
+                           " characters together; the option cannot be chosen");
             else if (option.keyword.size() > kLongestOption)
-                check.Tell("too-long", feature, option,
-                           "the keyword has more than " + std::to_string(kLongestOption) +
-                               " characters; it is not recognised when it is selected");
+                check.Tell("too-long", {feature, option}, "the keyword has more than ", kLongestOption,
+                           " characters; it is not recognised when it is selected");
         }
     }
 }
@@ -329,16 +314,20 @@ void CheckConflicts(PpdCheck& check)
             return statement.keyword == PpdKeyword::Default && statement.main == keyword;
         };
         const auto place = std::ranges::find_if(check.ppd.Statements(), isDefault);
-        check.Tell("defaults-conflict", place == check.ppd.Statements().end() ? nullptr : place->at,
-                   "the defaults exclude each other: " + first + " and " + second, keyword);
+        check.Tell("defaults-conflict",
+                   {place == check.ppd.Statements().end() ? nullptr : place->at, keyword},
+                   "the defaults exclude each other: ", first, " and ", second);
     }
 }
 
 namespace {
 
-// What the driver itself would list; nothing when it makes no advanced page.
+// What the driver itself would list; nothing when it makes no advanced page. The plug-in's texts belong to
+// one thread at a time.
 std::optional<std::set<std::string>> AdvancedFeatures(const CoreDriver& core)
 {
+    static std::mutex plugin;
+    const std::lock_guard lock(plugin);
     ComPtr<IPrintCoreUI2> helper;
     core.Helper()->QueryInterface(IID_IPrintCoreUI2, reinterpret_cast<void**>(helper.Receive()));
     HeapHandle heap;
@@ -370,9 +359,9 @@ void CheckAdvancedPage(PpdCheck& check)
     const CoreDriver core(check.ppd, none);
     const std::optional<std::set<std::string>> listed = AdvancedFeatures(core);
     if (!listed)
-        return check.Tell("advanced-none", nullptr,
-                          "there is no advanced page: the features' keywords have more than " +
-                              std::to_string(kFeatureListBytes) + " characters together");
+        return check.Tell("advanced-none", Place(),
+                          "there is no advanced page: the features' keywords have more than ",
+                          kFeatureListBytes, " characters together");
     std::vector<std::string> groups[std::size(kAdvancedGroups)];
     std::vector<const PpdFeature*> leftOut;
     for (const PpdFeature& feature : check.ppd.Features()) {
@@ -385,16 +374,14 @@ void CheckAdvancedPage(PpdCheck& check)
             leftOut.push_back(&feature);
     }
     if (!leftOut.empty())
-        check.Tell("advanced-full", *leftOut.front(),
-                   "the advanced page is full (" + std::to_string(kMaxAdvancedStrings) +
-                       " features and groups, or " + std::to_string(kAdvancedWorkBytes) +
-                       " bytes of texts); it leaves out " + std::string(leftOut.front()->keyword) +
-                       (leftOut.size() > 1 ? " and " + std::to_string(leftOut.size() - 1) + " more" : ""));
+        check.Tell("advanced-full", *leftOut.front(), "the advanced page is full (", kMaxAdvancedStrings,
+                   " features and groups, or ", kAdvancedWorkBytes, " bytes of texts); it leaves out ",
+                   leftOut.front()->keyword,
+                   (leftOut.size() > 1 ? " and " + std::to_string(leftOut.size() - 1) + " more" : ""));
     for (std::size_t group = 0; group < std::size(groups); ++group) {
         if (!groups[group].empty())
-            check.Tell("advanced-lists", nullptr,
-                       std::string("the advanced page lists under \"") + kAdvancedGroups[group].title +
-                           "\": " + Joined(groups[group], 20));
+            check.Tell("advanced-lists", Place(), "the advanced page lists under \"",
+                       kAdvancedGroups[group].title, "\": ", Joined(groups[group], 20));
     }
 }
 

@@ -50,33 +50,13 @@ void CheckPcFileName(PpdCheck& check, const PpdStatement& statement)
     const bool good = dot != name.npos && dot > 0 && dot <= 8 &&
                       EqualIgnoringCase(name.substr(dot), ".ppd") && name.find(' ') == name.npos;
     if (!good)
-        check.Tell("file-name", statement.at,
-                   Quoted(name) + " is not of the form NAME.PPD with at most 8 characters before the dot");
+        check.Tell("file-name", statement, Quoted(name),
+                   " is not of the form NAME.PPD with at most 8 characters before the dot");
 }
 
 bool TakesValue(K keyword)
 {
-    switch (keyword) {
-    case K::OrderDependency:
-    case K::UIConstraints:
-    case K::NonUIConstraints:
-    case K::Include:
-    case K::SymbolValue:
-    case K::PaperDimension:
-    case K::ImageableArea:
-    case K::CustomPageSize:
-    case K::ParamCustomPageSize:
-    case K::MaxMediaWidth:
-    case K::MaxMediaHeight:
-    case K::LanguageEncoding:
-    case K::LanguageLevel:
-    case K::ColorDevice:
-    case K::Header:
-    case K::Default:
-        return true;
-    default:
-        return false;
-    }
+    return keyword >= K::OrderDependency && keyword <= K::Default;
 }
 
 } // namespace
@@ -87,39 +67,35 @@ void CheckHeader(PpdCheck& check)
     for (const PpdStatement& statement : check.ppd.Statements()) {
         if (!statement.hasValue && TakesValue(statement.keyword))
             check.Tell(
-                "colon", statement.at,
-                "\":\" and a value expected behind " +
-                    Quoted(Starred(statement.keyword == K::Default ? "Default" + std::string(statement.main)
-                                                                   : std::string(statement.main))) +
-                    "; the line says nothing");
+                "colon", statement, "\":\" and a value expected behind ",
+                Quoted(Starred(statement.keyword == K::Default ? "Default" + std::string(statement.main)
+                                                               : std::string(statement.main))),
+                "; the line says nothing");
         if (statement.keyword != K::Header && statement.keyword != K::Other) continue;
         if (std::ranges::find(kRequired, statement.main) != std::end(kRequired))
             present.insert(statement.main);
         if (statement.main == "PCFileName") CheckPcFileName(check, statement);
         if (statement.main == "Product" && statement.hasValue &&
             !(Trim(statement.value).starts_with('(') && Trim(statement.value).ends_with(')')))
-            check.Tell("product-form", statement.at,
-                       Quoted(statement.value) + " expected in parentheses, as the interpreter answers it");
+            check.Tell("product-form", statement, Quoted(statement.value),
+                       " expected in parentheses, as the interpreter answers it");
     }
     for (const std::string_view keyword : kRequired) {
         if (!present.contains(keyword))
-            check.Tell("required-missing", nullptr,
-                       Quoted(Starred(keyword)) + " is missing; every PPD must have it");
+            check.Tell("required-missing", Place(), Quoted(Starred(keyword)),
+                       " is missing; every PPD must have it");
     }
     const Ppd::Header& header = check.ppd.About();
     if (header.languageEncoding.empty())
-        check.Tell("encoding-missing", nullptr,
+        check.Tell("encoding-missing", Place(),
                    "\"*LanguageEncoding\" is missing: texts beyond ASCII are taken as UTF-8 or Windows ANSI");
     else if (PpdEncodingFromName(header.languageEncoding) == PpdEncoding::Unknown &&
              header.languageEncoding != "None")
-        check.Tell(
-            "encoding-unknown", header.languageEncoding.data(),
-            Quoted(header.languageEncoding) +
-                " is no encoding of the format: texts beyond ASCII are taken as UTF-8 or Windows ANSI");
+        check.Tell("encoding-unknown", Place(header.languageEncoding.data()), Quoted(header.languageEncoding),
+                   " is no encoding of the format: texts beyond ASCII are taken as UTF-8 or Windows ANSI");
     if (header.shortNickName.size() > kLongestShortName)
-        check.Tell("short-name", header.shortNickName.data(),
-                   std::to_string(header.shortNickName.size()) + " characters; " +
-                       std::to_string(kLongestShortName) + " are allowed");
+        check.Tell("short-name", Place(header.shortNickName.data()), header.shortNickName.size(),
+                   " characters; ", kLongestShortName, " are allowed");
 }
 
 // A file may override what it includes; that is no mistake.
@@ -148,13 +124,9 @@ void CheckRepeated(PpdCheck& check)
             continue;
         const std::string name = (keyword == K::Default ? "*Default" : "*") + std::string(statement.main) +
                                  (sized ? " " + std::string(statement.option) : "");
-        check.Tell("keyword-twice", statement.at,
-                   name + " again with another value; the first one, " + Quoted(Trim(before.value)) +
-                       " at line " + std::to_string(check.ppd.At(before.at, {}).line) + ", counts",
-                   sized                   ? "PageSize"
-                   : keyword == K::Default ? statement.main
-                                           : std::string_view(),
-                   sized ? statement.option : std::string_view());
+        check.Tell("keyword-twice", statement, name, " again with another value; the first one, ",
+                   Quoted(Trim(before.value)), " at line ", std::to_string(check.ppd.At(before.at, {}).line),
+                   ", counts");
     }
 }
 
@@ -166,10 +138,8 @@ void CheckDefaults(PpdCheck& check)
         if (const auto feature = check.ppd.FindFeature(statement.main)) {
             const PpdFeature& found = check.ppd.Feature(*feature);
             if (WithoutText(statement.value) == "Unknown" && !check.ppd.FindOption(*feature, "Unknown"))
-                check.Tell("default-no-option", statement.at,
-                           "the default is Unknown; the first option " +
-                               Quoted(found.options.front().keyword) + " is taken",
-                           found.keyword);
+                check.Tell("default-no-option", statement, "the default is Unknown; the first option ",
+                           Quoted(found.options.front().keyword), " is taken");
             continue;
         }
         const auto meant = std::ranges::find_if(check.ppd.Features(), [&](const PpdFeature& feature) {
@@ -177,29 +147,26 @@ void CheckDefaults(PpdCheck& check)
         });
         if (meant == check.ppd.Features().end()) continue;
         told.insert(meant->keyword);
-        check.Tell("default-lost", statement.at,
-                   "\"*Default" + std::string(statement.main) + "\" belongs to no feature; did you mean " +
-                       "\"*Default" + std::string(meant->keyword) + "\"?",
-                   meant->keyword);
+        check.Tell("default-lost", {statement.at, meant->keyword}, "\"*Default", statement.main,
+                   "\" belongs to no feature; did you mean "
+                   "\"*Default",
+                   meant->keyword, "\"?");
     }
     for (const PpdFeature& feature : check.ppd.Features()) {
         if (!feature.hasDefault && !told.contains(feature.keyword))
-            check.Tell("default-missing", feature,
-                       "no \"*Default" + std::string(feature.keyword) + "\"; the first option " +
-                           Quoted(feature.options.front().keyword) + " is taken");
+            check.Tell("default-missing", feature, "no \"*Default", feature.keyword, "\"; the first option ",
+                       Quoted(feature.options.front().keyword), " is taken");
         const std::size_t number = *check.ppd.FindFeature(feature.keyword);
         for (const std::string_view option : {"True", "False"}) {
             if (feature.type == PpdFeatureType::Boolean && !check.ppd.FindOption(number, option))
-                check.Tell("boolean-options", feature,
-                           "the feature is Boolean but has no option " + std::string(option));
+                check.Tell("boolean-options", feature, "the feature is Boolean but has no option ", option);
         }
         KeywordTable texts;
         for (std::uint32_t i = 0; i < feature.options.size(); ++i) {
             const PpdOption& option = feature.options[i];
             if (const std::uint32_t first = texts.Insert(option.text, i); first != i)
-                check.Tell("text-twice", feature, option,
-                           Quoted(option.text) + " is also the text of " +
-                               std::string(feature.options[first].keyword));
+                check.Tell("text-twice", {feature, option}, Quoted(option.text), " is also the text of ",
+                           feature.options[first].keyword);
         }
     }
 }
@@ -252,64 +219,37 @@ std::size_t CharactersOf(const std::string& bytes)
     return static_cast<std::size_t>(std::ranges::count_if(bytes, [](char c) { return (c & 0xC0) != 0x80; }));
 }
 
-struct Concern
+void CheckKeywords(PpdCheck& check, const PpdStatement& statement)
 {
-    std::string_view feature, option;
-};
-
-// Which feature and option a statement speaks of.
-Concern ConcernOf(const PpdStatement& statement)
-{
-    switch (statement.keyword) {
-    case K::OpenUI:
-    case K::JclOpenUI:
-        return {WithoutAsterisk(statement.option), {}};
-    case K::Option:
-        return {statement.main, statement.option};
-    case K::PaperDimension:
-    case K::ImageableArea:
-        return {"PageSize", statement.option};
-    default:
-        return {};
-    }
-}
-
-void CheckKeywords(PpdCheck& check, const PpdStatement& statement, const Concern& concern)
-{
-    const std::string_view keyword = concern.option.empty() ? concern.feature : concern.option;
+    const std::string_view keyword =
+        statement.keyword == K::Option ? statement.option : WithoutAsterisk(statement.option);
     if (keyword.size() > kLongestKeyword)
-        check.Tell("keyword-length", statement.at,
-                   "the keyword " + std::string(keyword) + " has " + std::to_string(keyword.size()) +
-                       " characters; " + std::to_string(kLongestKeyword) + " are allowed",
-                   concern.feature, concern.option);
+        check.Tell("keyword-length", statement, "the keyword ", keyword, " has ", keyword.size(),
+                   " characters; ", kLongestKeyword, " are allowed");
     if (!std::ranges::all_of(keyword, [](char c) { return c > ' ' && c < 127; }))
-        check.Tell("keyword-form", statement.at,
-                   "the keyword " + Quoted(keyword) + " holds a blank or a letter beyond ASCII",
-                   concern.feature, concern.option);
+        check.Tell("keyword-form", statement, "the keyword ", Quoted(keyword),
+                   " holds a blank or a letter beyond ASCII");
 }
 
 void CheckText(PpdCheck& check, const PpdStatement& statement, std::string_view text, PpdEncoding encoding)
 {
-    const Concern concern = ConcernOf(statement);
-    const auto tell = [&](std::string_view code, std::string said) {
-        check.Tell(code, statement.at, std::move(said), concern.feature, concern.option);
-    };
     if (text.size() <= kLongestText && IsPlainPpdText(text)) return;
     if (const std::string_view hex = BrokenHex(text); !hex.empty())
-        tell("hex", Quoted(hex) + " is not made of hexadecimal digits in pairs; people see it as it stands");
+        check.Tell("hex", statement, Quoted(hex),
+                   " is not made of hexadecimal digits in pairs; people see it as it stands");
     const std::string bytes = ResolvePpdHex(Trim(text));
     if (const std::size_t length = CharactersOf(bytes); length > kLongestText)
-        tell("text-length", "the text has " + std::to_string(length) + " characters; " +
-                                std::to_string(kLongestText) + " are allowed");
+        check.Tell("text-length", statement, "the text has ", length, " characters; ", kLongestText,
+                   " are allowed");
     if (std::ranges::all_of(bytes, IsAscii)) return;
     if (HasForeignBytes(bytes, encoding))
-        tell("encoding-bytes",
-             "the text holds bytes that " +
-                 (statement.keyword == K::Translation ? "UTF-8"
-                                                      : std::string(check.ppd.About().languageEncoding)) +
-                 " does not have; people see wrong letters");
+        check.Tell(
+            "encoding-bytes", statement, "the text holds bytes that ",
+            (statement.keyword == K::Translation ? "UTF-8" : std::string(check.ppd.About().languageEncoding)),
+            " does not have; people see wrong letters");
     else if (encoding == PpdEncoding::Unknown)
-        tell("encoding-none", "the text holds bytes beyond ASCII, but the file names no encoding for them");
+        check.Tell("encoding-none", statement,
+                   "the text holds bytes beyond ASCII, but the file names no encoding for them");
 }
 
 void CheckLines(PpdCheck& check, const PpdStatement& statement)
@@ -321,12 +261,9 @@ void CheckLines(PpdCheck& check, const PpdStatement& statement)
     std::string_view rest(statement.at, static_cast<std::size_t>(end - statement.at));
     while (rest.size() > kLongestLine) {
         const std::size_t length = std::min(rest.find_first_of("\r\n"), rest.size());
-        if (length > kLongestLine) {
-            const Concern concern = ConcernOf(statement);
-            return check.Tell("line-length", rest.data(),
-                              "the line has more than " + std::to_string(kLongestLine) + " characters",
-                              concern.feature, concern.option);
-        }
+        if (length > kLongestLine)
+            return check.Tell("line-length", {rest.data(), Place(statement).feature},
+                              "the line has more than ", kLongestLine, " characters");
         rest.remove_prefix(std::min(length + 1, rest.size()));
     }
 }
@@ -342,7 +279,7 @@ void CheckTexts(PpdCheck& check)
         case K::OpenUI:
         case K::JclOpenUI:
         case K::Option:
-            CheckKeywords(check, statement, ConcernOf(statement));
+            CheckKeywords(check, statement);
             [[fallthrough]];
         case K::PaperDimension:
         case K::ImageableArea:
@@ -436,27 +373,22 @@ void CheckCode(PpdCheck& check)
     }
     for (const PpdStatement& statement : check.ppd.Statements()) {
         if (statement.keyword != K::Option && statement.keyword != K::CustomPageSize) continue;
-        const bool isOption = statement.keyword == K::Option;
-        const std::string_view feature = isOption ? statement.main : "PageSize";
-        const auto tell = [&](std::string_view code, std::string text) {
-            check.Tell(code, statement.at, std::move(text), feature,
-                       isOption ? statement.option : kCustomPageSize);
-        };
+        const std::string_view feature = statement.keyword == K::Option ? statement.main : "PageSize";
         if (!statement.quoted && statement.value.starts_with('^')) {
             if (!symbols.contains(statement.value))
-                tell("symbol-unknown", "the symbol " + std::string(statement.value) + " is not defined");
+                check.Tell("symbol-unknown", statement, "the symbol ", statement.value, " is not defined");
             continue;
         }
         if (!statement.quoted) {
-            tell("option-quotes",
-                 "the code " + Quoted(statement.value.substr(0, 40)) + " expected in quotes");
+            check.Tell("option-quotes", statement, "the code ", Quoted(statement.value.substr(0, 40)),
+                       " expected in quotes");
             continue;
         }
         const PpdFeature* const found = check.ppd.Find(feature);
         if (statement.unclosed || (found && found->jcl) || statement.value.empty()) continue;
         if (std::string problem = Imbalance(statement.value); !problem.empty())
-            tell("code-balance",
-                 "the code does not balance: " + std::move(problem) + "; the printer stops the job");
+            check.Tell("code-balance", statement, "the code does not balance: ", std::move(problem),
+                       "; the printer stops the job");
     }
 }
 
@@ -470,24 +402,19 @@ void CheckOrders(PpdCheck& check)
             std::string_view first = NextWord(rest), second = NextWord(rest);
             if (!second.starts_with('*')) second = NextWord(rest);
             if (first == second && first.starts_with('*'))
-                check.Tell("constraint-self", statement.at,
-                           "the constraint names " + std::string(first) + " twice", first.substr(1));
+                check.Tell("constraint-self", statement, "the constraint names ", first, " twice");
             continue;
         }
         if (statement.keyword != K::OrderDependency || !statement.hasValue) continue;
         const std::string_view number = NextWord(rest), section = NextWord(rest);
         const std::string_view feature = WithoutAsterisk(NextWord(rest));
         if (number.empty() || number.find_first_not_of("0123456789.+-") != number.npos)
-            check.Tell("order-number", statement.at, Quoted(number) + " is no number; the code is sent first",
-                       feature);
+            check.Tell("order-number", statement, Quoted(number), " is no number; the code is sent first");
         if (std::ranges::find(kSections, section) == std::end(kSections))
-            check.Tell("order-section", statement.at,
-                       Quoted(section) + " is no section of a job (" +
-                           Joined({std::begin(kSections), std::end(kSections)}) + ")",
-                       feature);
+            check.Tell("order-section", statement, Quoted(section), " is no section of a job (",
+                       Joined({std::begin(kSections), std::end(kSections)}), ")");
         if (statement.main == "OrderDependency" && !check.ppd.Find(feature))
-            check.Tell("order-feature", statement.at, Quoted(Starred(feature)) + " is no feature of the file",
-                       feature);
+            check.Tell("order-feature", statement, Quoted(Starred(feature)), " is no feature of the file");
     }
 }
 
@@ -510,13 +437,11 @@ void CheckTranslations(PpdCheck& check)
         if (ofFeature ? !feature && !others.contains(keyword)
                       : !feature && !keyword.starts_with("Custom") && !keyword.starts_with("Param") &&
                             IsNearFeature(check.ppd, keyword))
-            check.Tell("translation-unknown", statement.at, Quoted(keyword) + " is no feature of the file",
-                       keyword);
+            check.Tell("translation-unknown", statement, Quoted(keyword), " is no feature of the file");
         else if (feature && !ofFeature && !statement.option.empty() && statement.option != "Custom" &&
                  !check.ppd.FindOption(*feature, statement.option))
-            check.Tell("translation-unknown", statement.at,
-                       Quoted(statement.option) + " is no option of " + Quoted(Starred(keyword)), keyword,
-                       statement.option);
+            check.Tell("translation-unknown", statement, Quoted(statement.option), " is no option of ",
+                       Quoted(Starred(keyword)));
     }
 }
 

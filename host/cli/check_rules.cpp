@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
+#include <tuple>
 #include <utility>
+
+#include "host/ppd/ppd_draft.h"
+#include "host/ppd/ppd_text.h"
 
 namespace tintwerk {
 
@@ -125,6 +129,56 @@ const Rule* FindRule(std::string_view code)
     return rule == std::end(kRules) ? nullptr : rule;
 }
 
+namespace {
+
+// Feature and option that a statement speaks of.
+std::pair<std::string_view, std::string_view> ConcernOf(const PpdStatement& statement)
+{
+    using enum PpdKeyword;
+    std::string_view words = statement.value;
+    switch (statement.keyword) {
+    case OpenUI:
+    case JclOpenUI:
+        return {WithoutAsterisk(statement.option), {}};
+    case Default:
+        return {statement.main, {}};
+    case Option:
+        return {statement.main, statement.option};
+    case Translation:
+        if (statement.main.ends_with(".Translation")) return {statement.option, {}};
+        return {statement.main.substr(statement.main.find('.') + 1), statement.option};
+    case PaperDimension:
+    case ImageableArea:
+        return {"PageSize", statement.option};
+    case CustomPageSize:
+    case ParamCustomPageSize:
+        return {"PageSize", kCustomPageSize};
+    case OrderDependency: // "10 AnySetup *Duplex"
+        NextWord(words);
+        NextWord(words);
+        [[fallthrough]];
+    case UIConstraints:
+    case NonUIConstraints:
+        return {WithoutAsterisk(NextWord(words)), {}};
+    default:
+        return {};
+    }
+}
+
+} // namespace
+
+Place::Place(const PpdStatement& statement) : at(statement.at)
+{
+    std::tie(feature, option) = ConcernOf(statement);
+}
+
+// A size of the user's own has no line of its own among the options.
+Place::Place(const PpdFeature& one, const PpdOption& its)
+    : at(its.keyword.data() == kCustomPageSize.data() ? its.value.data() : its.keyword.data()),
+      feature(one.keyword), option(its.keyword)
+{
+}
+
 std::string Joined(const std::vector<std::string>& texts, std::size_t most)
 {
     std::string joined;
@@ -149,22 +203,12 @@ bool PpdCheck::Wants(std::string_view code) const
     return rule && choice_[static_cast<std::size_t>(rule - kRules)];
 }
 
-void PpdCheck::Tell(std::string_view code, const char* place, std::string text, std::string_view feature,
-                    std::string_view option)
+void PpdCheck::Add(std::string_view code, const Place& place, std::string text)
 {
-    PpdMessage message = ppd.At(place, std::move(text));
-    message.feature = feature;
-    message.option = option;
+    PpdMessage message = ppd.At(place.at, std::move(text));
+    message.feature = place.feature;
+    message.option = place.option;
     AddFinding(findings_, choice_, code, message);
-}
-
-// A size of the user's own has no line of its own among the options.
-void PpdCheck::Tell(std::string_view code, const PpdFeature& feature, const PpdOption& option,
-                    std::string text)
-{
-    const bool custom = option.keyword.data() == kCustomPageSize.data();
-    Tell(code, custom ? option.value.data() : option.keyword.data(), std::move(text), feature.keyword,
-         option.keyword);
 }
 
 std::vector<Finding> PpdCheck::Run()

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <bitset>
+#include <concepts>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "host/ppd/ppd.h"
@@ -46,6 +48,18 @@ struct Finding
     std::string text;
 };
 
+// Where a finding stands and what it concerns. `at` lies in the file; without one it is the file as a whole.
+struct Place
+{
+    Place(const char* position = nullptr, std::string_view keyword = {}) : at(position), feature(keyword) {}
+    Place(const PpdStatement& statement); // what that speaks of
+    Place(const PpdFeature& one) : at(one.keyword.data()), feature(one.keyword) {}
+    Place(const PpdFeature& one, const PpdOption& its);
+
+    const char* at;
+    std::string_view feature, option;
+};
+
 // One file under examination: what the rules look at, and what they found.
 class PpdCheck
 {
@@ -56,18 +70,24 @@ public:
     std::vector<Finding> Run();
 
     bool Wants(std::string_view code) const;
-    // `place` lies in the file; without one it is the file as a whole.
-    void Tell(std::string_view code, const char* place, std::string text, std::string_view feature = {},
-              std::string_view option = {});
-    void Tell(std::string_view code, const PpdFeature& feature, std::string text)
+    // The parts of the text are strings and whole numbers.
+    template <typename... Parts> void Tell(std::string_view code, const Place& place, const Parts&... parts)
     {
-        Tell(code, feature.keyword.data(), std::move(text), feature.keyword);
+        std::string text;
+        (Append(text, parts), ...);
+        Add(code, place, std::move(text));
     }
-    void Tell(std::string_view code, const PpdFeature& feature, const PpdOption& option, std::string text);
 
     const Ppd& ppd;
 
 private:
+    static void Append(std::string& text, std::string_view part) { text += part; }
+    template <std::integral Number> static void Append(std::string& text, Number number)
+    {
+        text += std::to_string(number);
+    }
+    void Add(std::string_view code, const Place& place, std::string text);
+
     RuleChoice choice_;
     std::vector<Finding> findings_;
 };

@@ -1,7 +1,8 @@
 // The rules of page sizes: each needs a region, a dimension and a printable area that go together.
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <map>
+#include <tuple>
 
 #include "host/cli/check_rules.h"
 #include "host/ppd/ppd_draft.h"
@@ -48,21 +49,16 @@ void CheckDimension(PpdCheck& check, const PpdStatement& statement)
 {
     const std::vector<double> lengths = Numbers(statement.value);
     if (lengths.size() < 2 || lengths[0] <= 0 || lengths[1] <= 0)
-        return check.Tell("size-numbers", statement.at,
-                          "width and height expected, not " + Quoted(statement.value) +
-                              "; the spooler's form has no size",
-                          "PageSize", statement.option);
+        return check.Tell("size-numbers", statement, "width and height expected, not ",
+                          Quoted(statement.value), "; the spooler's form has no size");
     for (const PaperSize& paper : kPaperSizes) {
         const bool named = paper.name == statement.option || IsTwin(statement.option, paper.name);
         const auto is = [&](double width, double height) {
             return std::abs(lengths[0] - width) <= kTolerance && std::abs(lengths[1] - height) <= kTolerance;
         };
         if (named && !is(paper.width, paper.height) && !is(paper.height, paper.width))
-            check.Tell("size-name", statement.at,
-                       std::string(paper.name) + " has " + std::to_string(static_cast<int>(paper.width)) +
-                           " x " + std::to_string(static_cast<int>(paper.height)) + " points, not " +
-                           Quoted(statement.value),
-                       "PageSize", statement.option);
+            check.Tell("size-name", statement, paper.name, " has ", static_cast<int>(paper.width), " x ",
+                       static_cast<int>(paper.height), " points, not ", Quoted(statement.value));
     }
 }
 
@@ -70,18 +66,14 @@ void CheckArea(PpdCheck& check, const SizeParts& parts)
 {
     const std::vector<double> sides = Numbers(parts.area->value);
     if (sides.size() < 4 || sides[0] >= sides[2] || sides[1] >= sides[3])
-        return check.Tell("size-numbers", parts.area->at,
-                          "left, bottom, right and top expected, not " + Quoted(parts.area->value) +
-                              "; nothing can be printed on it",
-                          "PageSize", parts.area->option);
+        return check.Tell("size-numbers", *parts.area, "left, bottom, right and top expected, not ",
+                          Quoted(parts.area->value), "; nothing can be printed on it");
     const std::vector<double> paper =
         parts.dimension ? Numbers(parts.dimension->value) : std::vector<double>();
     if (paper.size() < 2) return;
     if (sides[0] < -1 || sides[1] < -1 || sides[2] > paper[0] + 1 || sides[3] > paper[1] + 1)
-        check.Tell("area-outside", parts.area->at,
-                   Quoted(parts.area->value) + " reaches beyond the paper of " +
-                       Quoted(parts.dimension->value),
-                   "PageSize", parts.area->option);
+        check.Tell("area-outside", *parts.area, Quoted(parts.area->value), " reaches beyond the paper of ",
+                   Quoted(parts.dimension->value));
 }
 
 } // namespace
@@ -98,10 +90,9 @@ void CheckSizes(PpdCheck& check)
                region.hasDefault && feature.hasDefault &&
                region.options[region.defaultOption].keyword !=
                    feature.options[feature.defaultOption].keyword) {
-        check.Tell("page-region-default", region,
-                   "the default " + std::string(region.options[region.defaultOption].keyword) +
-                       " is not that of PageSize, " +
-                       std::string(feature.options[feature.defaultOption].keyword));
+        check.Tell("page-region-default", region, "the default ",
+                   region.options[region.defaultOption].keyword, " is not that of PageSize, ",
+                   feature.options[feature.defaultOption].keyword);
     }
     Sizes known;
     bool anyDimension = false, anyArea = false;
@@ -110,9 +101,7 @@ void CheckSizes(PpdCheck& check)
         if (!isDimension && statement.keyword != PpdKeyword::ImageableArea) continue;
         (isDimension ? anyDimension : anyArea) = true;
         if (!check.ppd.FindOption(*sizes, statement.option)) {
-            check.Tell("size-unknown", statement.at,
-                       Quoted(statement.option) + " is no option of \"*PageSize\"", "PageSize",
-                       statement.option);
+            check.Tell("size-unknown", statement, Quoted(statement.option), " is no option of \"*PageSize\"");
             continue;
         }
         SizeParts& parts = known[statement.option];
@@ -128,8 +117,7 @@ void CheckSizes(PpdCheck& check)
         if (!parts.dimension) missing.emplace_back("*PaperDimension");
         if (!parts.area) missing.emplace_back("*ImageableArea");
         if (!missing.empty())
-            check.Tell("size-not-in-all", feature, size,
-                       std::string(size.keyword) + " has no " + Joined(missing));
+            check.Tell("size-not-in-all", {feature, size}, size.keyword, " has no ", Joined(missing));
         if (parts.dimension) CheckDimension(check, *parts.dimension);
         if (parts.area) CheckArea(check, parts);
     }
@@ -139,31 +127,20 @@ void CheckCustomSize(PpdCheck& check)
 {
     if (!check.ppd.CustomSize()) return;
     const PpdCustomSize& size = *check.ppd.CustomSize();
-    const char* place = nullptr;
-    bool width = false, height = false;
-    for (const PpdStatement& statement : check.ppd.Statements()) {
-        if (statement.keyword == PpdKeyword::CustomPageSize) place = statement.at;
-        if (statement.keyword != PpdKeyword::ParamCustomPageSize) continue;
-        width |= statement.option == "Width";
-        height |= statement.option == "Height";
-        const std::vector<std::string_view> words = [&] {
-            std::vector<std::string_view> all;
-            std::string_view rest = statement.value;
-            for (std::string_view word = NextWord(rest); !word.empty(); word = NextWord(rest))
-                all.push_back(word);
-            return all;
-        }();
-        if (words.size() < 4 || PpdNumber(words[2]) > PpdNumber(words[3]))
-            check.Tell("custom-size", statement.at,
-                       "place, unit, least and greatest value expected, not " + Quoted(statement.value),
-                       "PageSize", kCustomPageSize);
-    }
-    for (const auto& [has, most, name] :
-         {std::tuple(width, size.maxWidth, "Width"), std::tuple(height, size.maxHeight, "Height")}) {
-        if (!has || most == 0)
-            check.Tell("custom-size", place,
-                       std::string("\"*ParamCustomPageSize ") + name + "\" with a greatest value is missing",
-                       "PageSize", kCustomPageSize);
+    const auto statement = [&](PpdKeyword keyword, std::string_view option) {
+        return std::ranges::find_if(check.ppd.Statements(), [=](const PpdStatement& each) {
+            return each.keyword == keyword && each.option == option;
+        });
+    };
+    for (const auto& [name, least, most] : {std::tuple("Width", size.minWidth, size.maxWidth),
+                                            std::tuple("Height", size.minHeight, size.maxHeight)}) {
+        const auto limit = statement(PpdKeyword::ParamCustomPageSize, name);
+        if (limit == check.ppd.Statements().end())
+            check.Tell("custom-size", *statement(PpdKeyword::CustomPageSize, "True"),
+                       "\"*ParamCustomPageSize ", name, "\" is missing");
+        else if (most == 0 || least > most)
+            check.Tell("custom-size", *limit, "place, unit, least and greatest value expected, not ",
+                       Quoted(limit->value));
     }
 }
 

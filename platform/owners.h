@@ -79,6 +79,14 @@ using KernelHandle = Owned<HANDLE, &closers::Kernel>;
 using PrinterHandle = Owned<HANDLE, &closers::Printer>;
 using HeapHandle = Owned<HANDLE, &closers::Heap>;
 
+// A file that others may read, write and delete meanwhile; nothing when it cannot be opened.
+inline KernelHandle OpenSharedFile(const char* path, DWORD access, DWORD disposition)
+{
+    const HANDLE file = CreateFileA(path, access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                    nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+    return KernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
 // Selects an object into a device context and puts the previous one back.
 class SelectedObject
 {

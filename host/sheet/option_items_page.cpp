@@ -125,7 +125,6 @@ bool OptionItemsPage::HasPicture(int item) const
 }
 
 // --- The controls
-// ----------------------------------------------------------------------------------------------------
 
 void OptionItemsPage::AddControl(DWORD style, WORD windowClass, WORD id, const WCHAR* text)
 {
@@ -197,7 +196,6 @@ void OptionItemsPage::Fill()
 }
 
 // --- Where they stand
-// --------------------------------------------------------------------------------------------------
 
 void OptionItemsPage::Place(int id, int x, int y, int width, int height)
 {
@@ -296,7 +294,6 @@ void OptionItemsPage::Arrange()
 }
 
 // --- Scrolling
-// -----------------------------------------------------------------------------------------------------------
 
 void OptionItemsPage::SetScrollRange(int height)
 {
@@ -366,7 +363,6 @@ void OptionItemsPage::Reveal(HWND control)
 }
 
 // --- What the user does
-// ------------------------------------------------------------------------------------------------
 
 void OptionItemsPage::Select(int item, int option)
 {

@@ -12,7 +12,7 @@
 namespace tintwerk {
 
 std::string TextOfWindow(HWND window);
-// "trackbar", "combo box", "check box", ... ; the class name for anything else.
+// "slider", "popup", "check box", "edit box", "tabs", ... ; the class name for anything else.
 std::string KindOfControl(HWND control);
 
 // A slider's position as people see it: the top of a vertical slider is its maximum.

@@ -7,7 +7,6 @@
 #include "platform/headless/types.h"
 
 // --- Errors
-// ------------------------------------------------------------------------------------------------------------
 
 constexpr LONG ERROR_SUCCESS = 0;
 constexpr LONG NO_ERROR = 0;
@@ -57,7 +56,6 @@ DWORD GetLastError();
 void SetLastError(DWORD error);
 
 // --- Heaps
-// -------------------------------------------------------------------------------------------------------------
 
 constexpr DWORD HEAP_NO_SERIALIZE = 0x1;
 constexpr DWORD HEAP_GENERATE_EXCEPTIONS = 0x4;
@@ -85,7 +83,6 @@ LONG InterlockedExchange(LONG volatile* target, LONG value);
 LONG InterlockedCompareExchange(LONG volatile* target, LONG value, LONG comparand);
 
 // --- Text
-// --------------------------------------------------------------------------------------------------------------
 
 constexpr UINT CP_ACP = 0;
 constexpr UINT CP_UTF8 = 65001;
@@ -126,7 +123,6 @@ int wsprintfW(WCHAR* buffer, const WCHAR* format, ...);
 void OutputDebugStringW(LPCWSTR line);
 
 // --- Modules, resources, version information
-// ---------------------------------------------------------------------------
 
 constexpr DWORD DLL_PROCESS_DETACH = 0;
 constexpr DWORD DLL_PROCESS_ATTACH = 1;
@@ -214,7 +210,6 @@ struct OSVERSIONINFOEXW
 BOOL GetVersionExW(LPOSVERSIONINFOW information);
 
 // --- Activation contexts
-// -----------------------------------------------------------------------------------------------
 
 constexpr DWORD ACTCTX_FLAG_PROCESSOR_ARCHITECTURE_VALID = 0x1;
 constexpr DWORD ACTCTX_FLAG_LANGID_VALID = 0x2;
@@ -244,7 +239,6 @@ BOOL ActivateActCtx(HANDLE context, ULONG_PTR* cookie);
 BOOL DeactivateActCtx(DWORD flags, ULONG_PTR cookie);
 
 // --- Processes, time, files
-// --------------------------------------------------------------------------------------------
 
 constexpr DWORD DETACHED_PROCESS = 0x8;
 constexpr DWORD INFINITE = 0xFFFFFFFF;
@@ -356,7 +350,6 @@ DWORD GetEnvironmentVariableA(LPCSTR name, LPSTR value, DWORD size);
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value);
 
 // --- COM base
-// ----------------------------------------------------------------------------------------------------------
 
 struct IUnknown
 {

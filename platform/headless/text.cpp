@@ -14,7 +14,6 @@ constexpr UINT kWindows1252 = 1252;
 constexpr WCHAR kReplacement = 0xFFFD;
 
 // --- Case and order
-// ----------------------------------------------------------------------------------------------------
 
 constexpr unsigned Upper(unsigned c)
 {
@@ -64,7 +63,6 @@ template <typename Char> Char* CopyBounded(Char* destination, const Char* source
 }
 
 // --- Code pages
-// --------------------------------------------------------------------------------------------------------
 
 // Windows-1252 from 0x80 to 0x9F; 0 where it has no character.
 constexpr std::array<WCHAR, 32> kWindows1252Upper{

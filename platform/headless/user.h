@@ -386,8 +386,8 @@ HWND WINAPI GetNextDlgTabItem(HWND dialog, HWND control, BOOL previous);
 BOOL WINAPI CheckDlgButton(HWND dialog, int id, UINT check);
 UINT WINAPI IsDlgButtonChecked(HWND dialog, int id);
 
-// Message boxes are recorded and answered by the test (platform/testing.h); without an answer the first
-// button is pressed.
+// Message boxes are pressed OK at once, unless the host or a test has put its own function in the place of
+// MessageBoxW.
 int WINAPI MessageBoxW(HWND owner, LPCWSTR text, LPCWSTR caption, UINT type);
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT type);
 BOOL WINAPI MessageBeep(UINT type);

@@ -16,15 +16,6 @@ namespace tintwerk {
 namespace {
 
 constexpr DWORD kChunkBytes = 16384;
-constexpr DWORD kShareAll =
-    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE; // the printing side may write
-
-KernelHandle OpenFile(const char* path, DWORD access, DWORD disposition)
-{
-    const HANDLE file =
-        CreateFileA(path, access, kShareAll, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-    return KernelHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
-}
 
 // Position in the channel table; -1 when no channel has the code.
 int FindChannel(std::string_view code)
@@ -88,7 +79,7 @@ bool UserWantsReset(HWND owner)
 // after the new ones were written, so a write that is refused leaves the old file in place.
 void WriteLastJob(const char* path, const InkCounters& counters)
 {
-    const KernelHandle file = OpenFile(path, GENERIC_WRITE, OPEN_ALWAYS);
+    const KernelHandle file = OpenSharedFile(path, GENERIC_WRITE, OPEN_ALWAYS);
     if (!file) return;
 
     char text[1024]; // 2 header lines and at most 20 lines of 24 characters
@@ -112,7 +103,7 @@ void ReadInkFile(const char* path, SheetContext& context)
     std::memset(counters.total, 0, sizeof counters.total);
     std::memset(counters.shownRank, 0, sizeof counters.shownRank);
 
-    const KernelHandle file = OpenFile(path, GENERIC_READ, OPEN_EXISTING);
+    const KernelHandle file = OpenSharedFile(path, GENERIC_READ, OPEN_EXISTING);
     if (!file) {
         Trace(TEXT("UI:  Inkdata-File not found:%S\n"), path);
         return;

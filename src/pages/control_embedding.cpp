@@ -139,11 +139,7 @@ void HideSingleCartridge(SheetContext& context, HWND window)
 
 bool CanOpen(const char* path)
 {
-    const HANDLE file =
-        CreateFileA(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    const KernelHandle owner(file == INVALID_HANDLE_VALUE ? nullptr : file);
-    return static_cast<bool>(owner);
+    return static_cast<bool>(OpenSharedFile(path, GENERIC_READ, OPEN_EXISTING));
 }
 
 bool FindPostScriptInterpreter()

@@ -13,7 +13,6 @@ namespace tintwerk {
 namespace {
 
 // --- Heaps
-// -------------------------------------------------------------------------------------------------------------
 
 struct HeapState
 {
@@ -59,7 +58,6 @@ BOOL WINAPI WatchedDestroy(HANDLE heap)
 }
 
 // --- Files
-// -------------------------------------------------------------------------------------------------------------
 
 struct FileState
 {
@@ -127,7 +125,6 @@ BOOL WINAPI WatchedMoveWide(LPCWSTR path, LPCWSTR newPath, DWORD flags)
 }
 
 // --- Processes
-// ---------------------------------------------------------------------------------------------------------
 
 struct ProcessState
 {

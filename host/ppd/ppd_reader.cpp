@@ -495,6 +495,10 @@ std::optional<std::string> FileText(const std::filesystem::path& path, std::stri
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     std::string text;
+    if (std::filesystem::is_regular_file(
+            status)) // a block for all of it, and for the end that reading looks for
+        text.reserve(std::min<std::uintmax_t>(std::filesystem::file_size(path, error), kMaxFileBytes) +
+                     0x10001);
     if (!std::filesystem::exists(status))
         problem = error && status.type() == std::filesystem::file_type::none ? error.message()
                                                                              : "there is no such file";

@@ -145,13 +145,6 @@ TEST(Tabs, AskAndTellAboutTheUsersChoiceOnly)
     EXPECT_THAT(dialog.During([&] { SendMessageW(tab, TCM_SETCURFOCUS, 0, 0); }),
                 ElementsAre("notify 11: -552", "notify 11: -551"));
     EXPECT_EQ(current(), 0);
-
-    RECT area{0, 0, 300, 100};
-    SendMessageW(tab, TCM_ADJUSTRECT, FALSE, Pointer(&area));
-    EXPECT_EQ(area.left, 4);
-    EXPECT_EQ(area.right, 296);
-    EXPECT_EQ(area.bottom, 96);
-    EXPECT_NEAR(area.top, 22, 1);
 }
 
 TEST(Statics, AskTheParentToDraw)
@@ -174,7 +167,6 @@ TEST(Statics, AskTheParentToDraw)
     ShowWindow(bar, SW_HIDE);
     EXPECT_THAT(dialog.During(update), IsEmpty());
     EXPECT_THAT(dialog.During([bar] { ShowWindow(bar, SW_SHOW), Pump(); }), ElementsAre("draw 2"));
-    EXPECT_EQ(dialog.Send(2, PBM_SETPOS, 50), 0);
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 
 #include <cstring>
 #include <string>
-#include <vector>
 
 #include "platform/win32.h"
 
@@ -63,66 +62,20 @@ TEST(ActivationContext, NeedsAManifest)
     EXPECT_EQ(INVALID_HANDLE_VALUE, CreateActCtxW(&context));
 }
 
-// One block of a version resource, as the resource compiler writes it.
-std::vector<BYTE> Block(const WCHAR* key, WORD type, WORD valueLength, const std::vector<BYTE>& value,
-                        const std::vector<std::vector<BYTE>>& children)
+// What is there, the tests of the built module look up.
+TEST(VersionInformation, IsRefusedWhereThereIsNone)
 {
-    std::vector<BYTE> bytes(6);
-    const auto align = [&bytes] { bytes.resize((bytes.size() + 3) & ~std::size_t{3}); };
-    const auto* const first = reinterpret_cast<const BYTE*>(key);
-    bytes.insert(bytes.end(), first, first + (static_cast<size_t>(lstrlenW(key)) + 1) * sizeof(WCHAR));
-    align();
-    bytes.insert(bytes.end(), value.begin(), value.end());
-    for (const std::vector<BYTE>& child : children) {
-        align();
-        bytes.insert(bytes.end(), child.begin(), child.end());
-    }
-    const WORD header[] = {static_cast<WORD>(bytes.size()), valueLength, type};
-    std::memcpy(bytes.data(), header, sizeof header);
-    return bytes;
-}
-
-std::vector<BYTE> TextBlock(const WCHAR* key, const WCHAR* text)
-{
-    const auto* const first = reinterpret_cast<const BYTE*>(text);
-    const WORD length = static_cast<WORD>(lstrlenW(text) + 1);
-    return Block(key, 1, length, {first, first + length * sizeof(WCHAR)}, {});
-}
-
-TEST(VersionInformation, IsQueriedByPath)
-{
-    const std::vector<BYTE> translation{0x09, 0x04, 0xB0, 0x04};
-    std::vector<BYTE> block =
-        Block(TEXT("VS_VERSION_INFO"), 0, 52, std::vector<BYTE>(52, 1),
-              {Block(TEXT("StringFileInfo"), 1, 0, {},
-                     {Block(TEXT("040904B0"), 1, 0, {},
-                            {TextBlock(TEXT("CompanyName"), TEXT("H")),
-                             TextBlock(TEXT("FileVersion"), TEXT("5.0.1 (x)"))})}),
-               Block(TEXT("VarFileInfo"), 1, 0, {}, {Block(TEXT("Translation"), 0, 4, translation, {})})});
-    const struct
-    {
-        const WCHAR* path;
-        bool found;
-        UINT length;
-    } cases[] = {
-        {TEXT("\\"), true, 52},
-        {TEXT("\\VarFileInfo\\Translation"), true, 4},
-        {TEXT("\\StringFileInfo\\040904b0\\FileVersion"), true, 10},
-        {TEXT("\\STRINGFILEINFO\\040904b0\\fileversion"), true, 10},
-        {TEXT("\\StringFileInfo\\040904b0\\CompanyName"), true, 2},
-        {TEXT("\\StringFileInfo\\040904e4\\FileVersion"), false, 0},
-        {TEXT("\\StringFileInfo\\040904b0\\ProductVersion"), false, 0},
-        {TEXT("\\Nothing"), false, 0},
-    };
-    for (const auto& row : cases) {
-        void* value = nullptr;
-        UINT length = 99;
-        EXPECT_EQ(row.found, VerQueryValueW(block.data(), row.path, &value, &length) != FALSE)
-            << Text(row.path).size();
-        EXPECT_EQ(row.length, length) << Text(row.path).size();
-        if (row.length == 10) {
-            EXPECT_EQ(TEXT("5.0.1 (x)"), Text(static_cast<const WCHAR*>(value)));
-        }
+    const HRSRC resource = FindResourceW(nullptr, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(16));
+    ASSERT_NE(nullptr, resource);
+    const void* const block = LockResource(LoadResource(nullptr, resource));
+    void* value = nullptr;
+    UINT length = 99;
+    EXPECT_TRUE(VerQueryValueW(block, TEXT("\\STRINGFILEINFO\\040904b0\\fileversion"), &value, &length));
+    for (const WCHAR* path : {TEXT("\\StringFileInfo\\040904e4\\FileVersion"),
+                              TEXT("\\StringFileInfo\\040904b0\\Nothing"), TEXT("\\Nothing")}) {
+        length = 99;
+        EXPECT_FALSE(VerQueryValueW(block, path, &value, &length));
+        EXPECT_EQ(0u, length);
     }
 }
 

@@ -61,41 +61,6 @@ TEST_F(RegistryTest, ReportsSizesWithTheTerminator)
     EXPECT_EQ(4u, size);
 }
 
-TEST_F(RegistryTest, KeepsTypesAndForgottenTerminators)
-{
-    const char unterminated[] = "abcX";
-    const DWORD number = 0x12345678;
-    ASSERT_EQ(ERROR_SUCCESS,
-              Set("Forgotten", REG_SZ, "abc", 3)); // the terminator stands behind the counted bytes
-    ASSERT_EQ(ERROR_SUCCESS, Set("Unterminated", REG_SZ, unterminated, 3));
-    ASSERT_EQ(ERROR_SUCCESS, Set("Expand", REG_EXPAND_SZ, "%A%", 4));
-    ASSERT_EQ(ERROR_SUCCESS, Set("Number", REG_DWORD, &number, 4));
-    ASSERT_EQ(ERROR_SUCCESS, Set("Empty", REG_SZ, "", 1));
-    const struct
-    {
-        const char* name;
-        DWORD type;
-        DWORD size;
-        const char* bytes; // with one more than the size, where there was room for it
-    } cases[] = {
-        {"Forgotten", REG_SZ, 4, "abc\0~"},
-        {"Unterminated", REG_SZ, 3, "abc\0"},
-        {"Expand", REG_EXPAND_SZ, 4, "%A%\0~"},
-        {"Number", REG_DWORD, 4, "xV4\x12~"},
-        {"Empty", REG_SZ, 1, "\0~"},
-    };
-    for (const auto& row : cases) {
-        char buffer[16];
-        std::memset(buffer, '~', sizeof buffer);
-        DWORD size = sizeof buffer, type = 99;
-        EXPECT_EQ(ERROR_SUCCESS, RegQueryValueExA(key.Get(), row.name, nullptr, &type,
-                                                  reinterpret_cast<BYTE*>(buffer), &size));
-        EXPECT_EQ(row.type, type) << row.name;
-        EXPECT_EQ(row.size, size) << row.name;
-        EXPECT_EQ(0, std::memcmp(buffer, row.bytes, row.size + 1)) << row.name;
-    }
-}
-
 TEST_F(RegistryTest, SaysWhatIsNotThere)
 {
     RegistryKey other;

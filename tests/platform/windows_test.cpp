@@ -1,5 +1,4 @@
-// Windows: handles that outlive them, what is attached to them, their relations, places, and the message
-// loop.
+// Windows: handles that outlive them, their relations and places.
 #include <gmock/gmock.h>
 
 #include "tests/support/recording_dialog.h"
@@ -43,29 +42,6 @@ TEST(Windows, RefuseStaleHandles)
         EXPECT_FALSE(call());
         EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE)) << &call - calls;
     }
-}
-
-TEST(Windows, KeepValuesPropertiesAndTexts)
-{
-    RecordingDialog dialog(kControls);
-    const HWND label = dialog.Item(11);
-    EXPECT_EQ(SetWindowLongPtrW(label, GWLP_USERDATA, 0x123456789), 0);
-    EXPECT_EQ(SetWindowLongPtrW(label, GWLP_USERDATA, 7), 0x123456789);
-    EXPECT_EQ(GetDlgCtrlID(label), 11);
-
-    EXPECT_TRUE(SetPropW(label, TEXT("PROP"), label));
-    EXPECT_EQ(GetPropW(label, TEXT("prop")), static_cast<HANDLE>(label));
-    EXPECT_EQ(RemovePropW(label, TEXT("PROP")), static_cast<HANDLE>(label));
-    EXPECT_EQ(GetPropW(label, TEXT("PROP")), nullptr);
-
-    WCHAR text[4];
-    EXPECT_EQ(GetWindowTextW(label, text, 4), 3);
-    EXPECT_EQ(std::basic_string<WCHAR>(text), TEXT("Lab"));
-    EXPECT_TRUE(SetDlgItemTextW(dialog.Window(), 11, TEXT("Text")));
-    EXPECT_EQ(TextOf(label), TEXT("Text"));
-    WCHAR name[16];
-    GetClassNameW(label, name, 16);
-    EXPECT_EQ(std::basic_string<WCHAR>(name), TEXT("Static"));
 }
 
 TEST(Windows, KnowTheirRelatives)
@@ -131,45 +107,6 @@ TEST(Windows, StandWhereTheirTemplateSays)
     MapDialogRect(dialog.Window(), &size);
     EXPECT_EQ(client.right, size.right);
     EXPECT_EQ(client.bottom, size.bottom);
-}
-
-TEST(Windows, MoveInTheirParentsCoordinates)
-{
-    RecordingDialog dialog(kControls);
-    const HWND label = dialog.Item(11);
-    MoveWindow(label, 35, 20, 101, 15, FALSE);
-    const RECT moved = dialog.RectOf(11);
-    EXPECT_TRUE(moved.left == 35 && moved.top == 20 && moved.right == 136 && moved.bottom == 35);
-    SetWindowPos(label, nullptr, 0, 0, 50, 10, SWP_NOMOVE | SWP_NOZORDER);
-    EXPECT_EQ(dialog.RectOf(11).left, 35);
-    EXPECT_EQ(dialog.RectOf(11).right, 85);
-}
-
-TEST(Loop, RunsPostedMessagesAndTimers)
-{
-    RecordingDialog dialog(kControls);
-    PostMessageW(dialog.Window(), WM_COMMAND, 77, 0);
-    EXPECT_THAT(dialog.During([] { Pump(); }), ElementsAre("command 77: 0"));
-    static int ticks;
-    ticks = 0;
-    const UINT_PTR id = SetTimer(nullptr, 0, 10, [](HWND, UINT, UINT_PTR, DWORD) { ++ticks; });
-    MSG message;
-    while (ticks < 2 && GetMessageW(&message, nullptr, 0, 0) > 0)
-        DispatchMessageW(&message);
-    EXPECT_EQ(ticks, 2);
-    EXPECT_TRUE(KillTimer(nullptr, id));
-    EXPECT_FALSE(KillTimer(nullptr, id));
-}
-
-TEST(Dialogs, GiveMessagesTheirMessageResult)
-{
-    RecordingDialog dialog(kControls);
-    dialog.onMessage = [&dialog](UINT message, WPARAM, LPARAM) -> INT_PTR {
-        SetWindowLongPtrW(dialog.Window(), DWLP_MSGRESULT, 42);
-        return message == WM_APP;
-    };
-    EXPECT_EQ(SendMessageW(dialog.Window(), WM_APP, 0, 0), 42);
-    EXPECT_EQ(SendMessageW(dialog.Window(), WM_APP + 1, 0, 0), 0);
 }
 
 } // namespace

@@ -102,6 +102,22 @@ bool AppendHex(std::string& bytes, std::string_view digits)
     return true;
 }
 
+constexpr UINT kCodePages[] = {932, 936, 950, 949, 20932}; // of the encodings from ShiftJis on
+
+// Nothing when the platform has no such code page, or the code page no such text.
+std::optional<std::string> FromCodePage(const std::string& bytes, UINT codePage)
+{
+    std::basic_string<WCHAR> wide(bytes.size(), 0);
+    const int units =
+        MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.data(), static_cast<int>(bytes.size()),
+                            wide.data(), static_cast<int>(wide.size()));
+    if (units <= 0) return std::nullopt;
+    std::string text(static_cast<std::size_t>(units) * 3, 0);
+    text.resize(static_cast<std::size_t>(WideCharToMultiByte(
+        CP_UTF8, 0, wide.data(), units, text.data(), static_cast<int>(text.size()), nullptr, nullptr)));
+    return text;
+}
+
 bool IsAscii(std::string_view bytes)
 {
     return std::all_of(bytes.begin(), bytes.end(),
@@ -118,13 +134,20 @@ PpdEncoding PpdEncodingFromName(std::string_view name)
         PpdEncoding encoding;
     };
     static constexpr Name kNames[] = {
-        {"ISOLatin1", PpdEncoding::IsoLatin1},     {"ISOLatin2", PpdEncoding::IsoLatin2},
-        {"ISOLatin5", PpdEncoding::IsoLatin5},     {"WindowsANSI", PpdEncoding::WindowsAnsi},
-        {"MacStandard", PpdEncoding::MacStandard}, {"UTF-8", PpdEncoding::Utf8},
-        {"JIS83-RKSJ", PpdEncoding::MultiByte},    {"MacJapanese", PpdEncoding::MultiByte},
-        {"ShiftJIS", PpdEncoding::MultiByte},      {"GB2312-80", PpdEncoding::MultiByte},
-        {"GBK", PpdEncoding::MultiByte},           {"BIG5", PpdEncoding::MultiByte},
-        {"KSC5601-1992", PpdEncoding::MultiByte},  {"EUC-JP", PpdEncoding::MultiByte},
+        {"ISOLatin1", PpdEncoding::IsoLatin1},
+        {"ISOLatin2", PpdEncoding::IsoLatin2},
+        {"ISOLatin5", PpdEncoding::IsoLatin5},
+        {"WindowsANSI", PpdEncoding::WindowsAnsi},
+        {"MacStandard", PpdEncoding::MacStandard},
+        {"UTF-8", PpdEncoding::Utf8},
+        {"JIS83-RKSJ", PpdEncoding::ShiftJis},
+        {"MacJapanese", PpdEncoding::ShiftJis},
+        {"ShiftJIS", PpdEncoding::ShiftJis},
+        {"GB2312-80", PpdEncoding::Gbk},
+        {"GBK", PpdEncoding::Gbk},
+        {"BIG5", PpdEncoding::Big5},
+        {"KSC5601-1992", PpdEncoding::Korean},
+        {"EUC-JP", PpdEncoding::EucJp},
     };
     for (const Name& row : kNames) {
         if (row.name == name) return row.encoding;
@@ -170,10 +193,12 @@ std::optional<std::string> DecodePpdText(std::string_view raw, PpdEncoding encod
 {
     std::string bytes = ResolvePpdHex(Trim(raw));
     if (IsAscii(bytes)) return bytes;
-    const bool mayBeUtf8 = encoding == PpdEncoding::Utf8 || encoding == PpdEncoding::Unknown ||
-                           encoding == PpdEncoding::MultiByte;
+    const bool asian = encoding >= PpdEncoding::ShiftJis;
+    const bool mayBeUtf8 = encoding == PpdEncoding::Utf8 || encoding == PpdEncoding::Unknown || asian;
     if (mayBeUtf8 && IsUtf8(bytes)) return bytes;
-    if (encoding == PpdEncoding::MultiByte) return std::nullopt;
+    if (asian)
+        return FromCodePage(bytes,
+                            kCodePages[static_cast<int>(encoding) - static_cast<int>(PpdEncoding::ShiftJis)]);
     std::string text;
     for (const char c : bytes)
         AppendUtf8(text, CodeOf(static_cast<unsigned char>(c), encoding));

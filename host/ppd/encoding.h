@@ -17,7 +17,11 @@ enum class PpdEncoding
     WindowsAnsi,
     MacStandard,
     Utf8,
-    MultiByte, // an Asian encoding: only its ASCII texts can be read
+    ShiftJis, // from here on the platform's code pages: where it has none, only ASCII texts can be read
+    Gbk,
+    Big5,
+    Korean,
+    EucJp,
 };
 
 // The encoding that a *LanguageEncoding value names.

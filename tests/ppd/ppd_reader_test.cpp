@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/win32.h"
+
 namespace tintwerk {
 namespace {
 
@@ -234,6 +236,7 @@ TEST(PpdReader, ReadsAllLineEndingsAlike)
 
 TEST(PpdReader, DecodesTranslationsFromTheFilesEncoding)
 {
+    const bool hasShiftJis = MultiByteToWideChar(932, 0, "A", 1, nullptr, 0) == 1; // the platform's code page
     struct
     {
         const char* encoding;
@@ -261,7 +264,8 @@ TEST(PpdReader, DecodesTranslationsFromTheFilesEncoding)
         {"UTF-8", "<fc>", "\xC3\xBC"}, // not UTF-8 after all
         {"None", "<c3bc>", "\xC3\xBC"},
         {"None", "<fc>", "\xC3\xBC"},
-        {"JIS83-RKSJ", "<8ea9>", "A"}, // cannot be decoded: the keyword
+        {"JIS83-RKSJ", "<8ea9>", hasShiftJis ? "\xE8\x87\xAA" : "A"}, // cannot be decoded: the keyword
+        {"JIS83-RKSJ", "<8e>", "A"},
         {"JIS83-RKSJ", "Plain", "Plain"},
         {"ISOLatin1", "2<2F>3<3A>", "2/3:"},
         {"ISOLatin1", "a < b <xyz> <f>", "a < b <xyz> <f>"},

@@ -97,8 +97,8 @@ void CheckMissing(PpdCheck& check)
                     "its slider falls back to position " + std::to_string(Fallback(row)) +
                         " and writes nothing that is kept");
     for (const NumberFieldBinding& row : kNumberFieldTable) {
-        for (const std::string_view keyword :
-             {std::string_view(row.keyword), std::string_view(RestFeature(row).name)})
+        const RestFeature rest(row);
+        for (const char* keyword : {row.keyword, static_cast<const char*>(rest.name)})
             TellMissing(check, keyword, row.tabBit, "its part of the number field counts 0");
     }
     for (const CheckBoxBinding& row : kCheckBoxTable) {

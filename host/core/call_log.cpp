@@ -9,12 +9,8 @@ const char* CoreMethodName(CoreMethod method)
 {
     // clang-format off
     static constexpr const char* kNames[] = {
-        "DrvGetDriverSetting", "DrvUpgradeRegistrySetting", "DrvUpdateUISetting", "GetOptions", "SetOptions",
-        "EnumConstrainedOptions", "WhyConstrained", "GetGlobalAttribute", "GetFeatureAttribute", "GetOptionAttribute",
-        "EnumFeatures", "EnumOptions", "QuerySimulationSupport",
-        "PS.GetOption", "PS.SetOptions", "PS.EnumConstrainedOptions", "PS.WhyConstrained", "PS.EnumFeatures",
-        "PS.EnumOptions", "PS.GetFontSubstitution", "PS.SetFontSubstitution", "PS.CreateInstanceOfMSXMLObject",
-        "PS.GetGlobalAttribute", "PS.GetFeatureAttribute", "PS.GetOptionAttribute",
+        "GetOptions", "SetOptions", "EnumConstrainedOptions", "WhyConstrained", "GetFeatureAttribute", "GetOptionAttribute",
+        "EnumFeatures", "EnumOptions", "PS.GetOption", "PS.EnumOptions", "not served",
     };
     // clang-format on
     static_assert(std::size(kNames) == static_cast<std::size_t>(CoreMethod::Count));

@@ -11,34 +11,20 @@
 
 namespace tintwerk {
 
-// The methods of IPrintCoreUI2 and, with the prefix "PS", of IPrintCoreHelperPS.
+// The methods that this plug-in uses of IPrintCoreUI2 and, with the prefix "PS", of IPrintCoreHelperPS.
 enum class CoreMethod
 {
-    DrvGetDriverSetting,
-    DrvUpgradeRegistrySetting,
-    DrvUpdateUISetting,
     GetOptions,
     SetOptions,
     EnumConstrainedOptions,
     WhyConstrained,
-    GetGlobalAttribute,
     GetFeatureAttribute,
     GetOptionAttribute,
     EnumFeatures,
     EnumOptions,
-    QuerySimulationSupport,
     PSGetOption,
-    PSSetOptions,
-    PSEnumConstrainedOptions,
-    PSWhyConstrained,
-    PSEnumFeatures,
     PSEnumOptions,
-    PSGetFontSubstitution,
-    PSSetFontSubstitution,
-    PSCreateInstanceOfMSXMLObject,
-    PSGetGlobalAttribute,
-    PSGetFeatureAttribute,
-    PSGetOptionAttribute,
+    NotServed, // any other
     Count
 };
 

@@ -16,6 +16,12 @@ CoreDevmodeSection SectionOf(const DEVMODEW* devmode)
     return section;
 }
 
+DWORD CoreSectionSize(const CoreModel& model)
+{
+    const std::size_t size = sizeof(CoreDevmodeSection) + model.features.size() * sizeof(WORD);
+    return static_cast<DWORD>((size + 7) & ~std::size_t{7}); // the plug-in's part stays aligned
+}
+
 bool IsOurs(const CoreModel& model, const DEVMODEW* devmode, std::size_t size)
 {
     if (!devmode || size < sizeof(DEVMODEW) || devmode->dmSize != sizeof(DEVMODEW) ||
@@ -33,29 +39,6 @@ bool IsOurs(const CoreModel& model, const DEVMODEW* devmode, std::size_t size)
 BYTE* NumbersOf(DEVMODEW* devmode)
 {
     return reinterpret_cast<BYTE*>(devmode) + devmode->dmSize + sizeof(CoreDevmodeSection);
-}
-
-} // namespace
-
-DWORD CoreSectionSize(const CoreModel& model)
-{
-    const std::size_t size = sizeof(CoreDevmodeSection) + model.features.size() * sizeof(WORD);
-    return static_cast<DWORD>((size + 7) & ~std::size_t{7}); // the plug-in's part stays aligned
-}
-
-std::optional<std::vector<std::size_t>> SelectionsOf(const CoreModel& model, const DEVMODEW* devmode,
-                                                     std::size_t size)
-{
-    if (!IsOurs(model, devmode, size)) return std::nullopt;
-    std::vector<std::size_t> selected(model.features.size());
-    const BYTE* numbers = NumbersOf(const_cast<DEVMODEW*>(devmode));
-    for (std::size_t feature = 0; feature < selected.size(); ++feature) {
-        WORD number;
-        std::memcpy(&number, numbers + feature * sizeof number, sizeof number);
-        selected[feature] =
-            number < model.features[feature].keywords.size() ? number : model.features[feature].defaultOption;
-    }
-    return selected;
 }
 
 void StoreSelections(const CoreModel& model, DEVMODEW* devmode, const std::vector<std::size_t>& selected)
@@ -78,6 +61,23 @@ void StoreSelections(const CoreModel& model, DEVMODEW* devmode, const std::vecto
                                                        : DMDUP_SIMPLEX;
         devmode->dmFields |= DM_DUPLEX;
     }
+}
+
+} // namespace
+
+std::optional<std::vector<std::size_t>> SelectionsOf(const CoreModel& model, const DEVMODEW* devmode,
+                                                     std::size_t size)
+{
+    if (!IsOurs(model, devmode, size)) return std::nullopt;
+    std::vector<std::size_t> selected(model.features.size());
+    const BYTE* numbers = NumbersOf(const_cast<DEVMODEW*>(devmode));
+    for (std::size_t feature = 0; feature < selected.size(); ++feature) {
+        WORD number;
+        std::memcpy(&number, numbers + feature * sizeof number, sizeof number);
+        selected[feature] =
+            number < model.features[feature].keywords.size() ? number : model.features[feature].defaultOption;
+    }
+    return selected;
 }
 
 std::vector<BYTE> CoreDriver::MakeDevmode(PCWSTR device, std::span<const BYTE> pluginPart) const

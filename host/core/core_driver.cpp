@@ -38,7 +38,7 @@ POEMUIOBJ CoreDriver::CoreObject() const
 
 IUnknown* CoreDriver::Helper() const
 {
-    return helper_;
+    return static_cast<IPrintCoreUI2*>(helper_);
 }
 
 ULONG CoreDriver::OutstandingReferences() const

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <new>
+#include <type_traits>
 
 namespace tintwerk {
 namespace {
@@ -51,23 +52,25 @@ HRESULT Reply(const std::string& list, void* buffer, DWORD room, PDWORD needed)
     return Reply(list.data(), list.size(), buffer, room, needed);
 }
 
-// No exception leaves a method.
-template <typename Body> HRESULT Guarded(const Body& body) noexcept
-{
-    try {
-        return body();
-    } catch (const std::bad_alloc&) {
-        return E_OUTOFMEMORY;
-    } catch (...) {
-        return E_FAIL;
-    }
-}
-
-const auto kNoArguments = [] { return std::string(); };
+const auto kNoReply = [](bool) { return std::string(); };
 
 std::string Shown(PCSTR keyword)
 {
     return keyword ? keyword : "(null)";
+}
+
+HRESULT Reply(const std::optional<CoreAttribute>& attribute, PDWORD type, void* buffer, DWORD room,
+              PDWORD needed)
+{
+    if (!attribute || !type) return E_INVALIDARG;
+    *type = attribute->type;
+    return Reply(attribute->data, attribute->size, buffer, room, needed);
+}
+
+// Adds one keyword of a list; the list's own end is one more zero.
+void Append(std::string& list, std::string_view keyword)
+{
+    list.append(keyword).append(1, '\0');
 }
 
 // "halvBrightness halvContrast" or, of a pair list, "halvBrightness=10 halvContrast=0".
@@ -85,18 +88,14 @@ std::string ShownList(PCSTR list, DWORD size, bool pairs)
 
 } // namespace
 
-// ---- identity
-
 HRESULT CoreHelper::QueryInterface(REFIID iid, void** object)
 {
     if (!object) return E_POINTER;
     *object = nullptr;
-    if (IsEqualIID(iid, IID_IUnknown))
-        *object = static_cast<IUnknown*>(this);
-    else if (IsEqualIID(iid, IID_IPrintCoreUI2))
-        *object = &ui;
+    if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, IID_IPrintCoreUI2))
+        *object = static_cast<IPrintCoreUI2*>(this);
     else if (IsEqualIID(iid, IID_IPrintCoreHelperPS))
-        *object = &ps;
+        *object = static_cast<IPrintCoreHelperPS*>(this);
     else
         return E_NOINTERFACE;
     AddRef();
@@ -110,14 +109,56 @@ ULONG CoreHelper::Release()
     return left;
 }
 
-std::optional<std::size_t> CoreHelper::Feature(PCSTR keyword) const
+template <typename Body, typename ReplyText>
+HRESULT CoreHelper::Answer(CoreMethod method, std::initializer_list<PCSTR> names, const Body& body,
+                           const ReplyText& reply) noexcept
 {
-    return driver_ && keyword ? Model().FindFeature(keyword) : std::nullopt;
+    if (!driver_ || driver_->calls_.RefusesNext()) return E_UNEXPECTED;
+    const auto ask = [&]() -> HRESULT {
+        if constexpr (std::is_invocable_v<Body>) {
+            return body();
+        } else {
+            const PCSTR* const name = names.begin();
+            const auto feature = name[0] ? Model().FindFeature(name[0]) : std::nullopt;
+            if (!feature) return E_INVALIDARG;
+            if constexpr (std::is_invocable_v<Body, std::size_t>) {
+                return body(*feature);
+            } else {
+                const auto option = name[1] ? Model().FindOption(*feature, name[1]) : std::nullopt;
+                return option ? body(*feature, *option) : E_INVALIDARG;
+            }
+        }
+    };
+    HRESULT status = E_FAIL;
+    try {
+        status = ask();
+    } catch (const std::bad_alloc&) {
+        status = E_OUTOFMEMORY;
+    } catch (...) { // no exception leaves a method
+    }
+    return driver_->calls_.Note(method, status, [&] {
+        std::string text;
+        for (const PCSTR name : names)
+            text += (text.empty() ? "" : " ") + Shown(name);
+        return text + reply(SUCCEEDED(status));
+    });
 }
 
-std::optional<std::size_t> CoreHelper::Option(std::size_t feature, PCSTR keyword) const
+template <typename Body, typename ReplyText>
+HRESULT CoreHelper::AnswerUi(CoreMethod method, POEMUIOBJ core, DWORD flags,
+                             std::initializer_list<PCSTR> names, const Body& body,
+                             const ReplyText& reply) noexcept
 {
-    return keyword ? Model().FindOption(feature, keyword) : std::nullopt;
+    if (driver_ && (core != driver_->CoreObject() || flags != 0))
+        return Answer(
+            method, names, [] { return E_INVALIDARG; }, reply);
+    return Answer(method, names, body, reply);
+}
+
+HRESULT CoreHelper::NotServed() noexcept
+{
+    return Answer(
+        CoreMethod::NotServed, {}, [] { return E_NOTIMPL; }, kNoReply);
 }
 
 void CoreHelper::Adopt(std::vector<std::size_t> selected, const std::vector<bool>& chosen)
@@ -131,82 +172,25 @@ void CoreHelper::Adopt(std::vector<std::size_t> selected, const std::vector<bool
     driver_->selected_ = std::move(selected);
 }
 
-HRESULT CoreUiHelper::QueryInterface(REFIID iid, void** object)
-{
-    return owner_.QueryInterface(iid, object);
-}
-ULONG CoreUiHelper::AddRef()
-{
-    return owner_.AddRef();
-}
-ULONG CoreUiHelper::Release()
-{
-    return owner_.Release();
-}
-HRESULT CorePsHelper::QueryInterface(REFIID iid, void** object)
-{
-    return owner_.QueryInterface(iid, object);
-}
-ULONG CorePsHelper::AddRef()
-{
-    return owner_.AddRef();
-}
-ULONG CorePsHelper::Release()
-{
-    return owner_.Release();
-}
-
 // ---- IPrintCoreUI2
 
-// Every method but SetOptions takes flags that must be 0.
-bool CoreUiHelper::Accepts(POEMUIOBJ core, DWORD flags) const
+HRESULT CoreHelper::GetOptions(POEMUIOBJ core, DWORD flags, PCSTR request, DWORD requestSize, PSTR reply,
+                               DWORD replySize, PDWORD needed)
 {
-    return owner_.IsCoreObject(core) && flags == 0;
+    return AnswerUi(
+        CoreMethod::GetOptions, core, flags, {},
+        [&] { return needed ? Options(request, requestSize, reply, replySize, needed) : E_INVALIDARG; },
+        [&](bool answered) {
+            const std::string asked = ShownList(request, requestSize, false);
+            return answered ? asked + ": " + ShownList(reply, *needed, true) : asked;
+        });
 }
 
-HRESULT CoreUiHelper::DrvGetDriverSetting(PVOID, PCSTR, PVOID, DWORD, PDWORD, PDWORD)
+HRESULT CoreHelper::Options(PCSTR request, DWORD requestSize, PSTR reply, DWORD replySize,
+                            PDWORD needed) const
 {
-    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::DrvGetDriverSetting, E_NOTIMPL, kNoArguments)
-                            : E_UNEXPECTED;
-}
-
-HRESULT CoreUiHelper::DrvUpgradeRegistrySetting(HANDLE, PCSTR, PCSTR)
-{
-    return owner_.Answers()
-               ? owner_.Calls().Note(CoreMethod::DrvUpgradeRegistrySetting, E_NOTIMPL, kNoArguments)
-               : E_UNEXPECTED;
-}
-
-HRESULT CoreUiHelper::DrvUpdateUISetting(PVOID, PVOID, DWORD, DWORD)
-{
-    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::DrvUpdateUISetting, E_NOTIMPL, kNoArguments)
-                            : E_UNEXPECTED;
-}
-
-HRESULT CoreUiHelper::QuerySimulationSupport(HANDLE, DWORD, PBYTE, DWORD, PDWORD)
-{
-    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::QuerySimulationSupport, E_NOTIMPL, kNoArguments)
-                            : E_UNEXPECTED;
-}
-
-HRESULT CoreUiHelper::GetOptions(POEMUIOBJ core, DWORD flags, PCSTR request, DWORD requestSize, PSTR reply,
-                                 DWORD replySize, PDWORD needed)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const HRESULT status = Accepts(core, flags) && needed
-                               ? Options(request, requestSize, reply, replySize, needed)
-                               : E_INVALIDARG;
-    return owner_.Calls().Note(CoreMethod::GetOptions, status, [&] {
-        std::string asked = ShownList(request, requestSize, false);
-        return SUCCEEDED(status) ? asked + ": " + ShownList(reply, *needed, true) : asked;
-    });
-}
-
-HRESULT CoreUiHelper::Options(PCSTR request, DWORD requestSize, PSTR reply, DWORD replySize,
-                              PDWORD needed) const
-{
-    const CoreModel& model = owner_.Model();
-    const std::vector<std::size_t>& selected = owner_.Selected();
+    const CoreModel& model = Model();
+    const std::vector<std::size_t>& selected = driver_->selected_;
     // Twice over the request: for the size, then for the bytes.
     std::size_t size = 0;
     bool write = false;
@@ -246,23 +230,20 @@ HRESULT CoreUiHelper::Options(PCSTR request, DWORD requestSize, PSTR reply, DWOR
     return S_OK;
 }
 
-HRESULT CoreUiHelper::SetOptions(POEMUIOBJ core, DWORD flags, PCSTR pairs, DWORD size, PDWORD result)
+HRESULT CoreHelper::SetOptions(POEMUIOBJ core, DWORD flags, PCSTR pairs, DWORD size, PDWORD result)
 {
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    DWORD outcome = SETOPTIONS_RESULT_NO_CONFLICT;
-    const bool accepted = owner_.IsCoreObject(core) && result && pairs;
-    const HRESULT status =
-        accepted ? Guarded([&] { return Set(flags, pairs, size, outcome); }) : E_INVALIDARG;
-    if (SUCCEEDED(status)) *result = outcome;
-    return owner_.Calls().Note(CoreMethod::SetOptions, status, [&] { return ShownList(pairs, size, true); });
+    return AnswerUi(
+        CoreMethod::SetOptions, core, 0, {},
+        [&] { return result && pairs ? Set(flags, pairs, size, *result) : E_INVALIDARG; },
+        [&](bool) { return ShownList(pairs, size, true); });
 }
 
-HRESULT CoreUiHelper::Set(DWORD flags, PCSTR pairs, DWORD size, DWORD& result)
+HRESULT CoreHelper::Set(DWORD flags, PCSTR pairs, DWORD size, DWORD& result)
 {
     if (flags != SETOPTIONS_FLAG_RESOLVE_CONFLICT && flags != SETOPTIONS_FLAG_KEEP_CONFLICT)
         return E_INVALIDARG;
-    const CoreModel& model = owner_.Model();
-    std::vector<std::size_t> selected = owner_.Selected();
+    const CoreModel& model = Model();
+    std::vector<std::size_t> selected = driver_->selected_;
     std::vector<bool> chosen(selected.size());
     ListReader reader(pairs, size);
     for (std::string_view feature, option; reader.Next(feature);) {
@@ -273,301 +254,119 @@ HRESULT CoreUiHelper::Set(DWORD flags, PCSTR pairs, DWORD size, DWORD& result)
         chosen[*number] = true;
     }
     if (!reader.Closed()) return E_INVALIDARG;
+    result = SETOPTIONS_RESULT_NO_CONFLICT;
     if (!model.Conflicts(selected).empty()) {
         const bool resolve = flags == SETOPTIONS_FLAG_RESOLVE_CONFLICT;
         result = resolve && model.Resolve(selected, chosen) ? SETOPTIONS_RESULT_CONFLICT_RESOLVED
                                                             : SETOPTIONS_RESULT_CONFLICT_REMAINED;
     }
-    owner_.Adopt(std::move(selected), chosen);
+    Adopt(std::move(selected), chosen);
     return S_OK;
 }
 
-HRESULT CoreUiHelper::EnumConstrainedOptions(POEMUIOBJ core, DWORD flags, PCSTR feature, PSTR list,
-                                             DWORD size, PDWORD needed)
+HRESULT CoreHelper::EnumConstrainedOptions(POEMUIOBJ core, DWORD flags, PCSTR feature, PSTR list, DWORD size,
+                                           PDWORD needed)
 {
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const auto number = owner_.Feature(feature);
-    const HRESULT status = !number || !Accepts(core, flags) ? E_INVALIDARG : Guarded([&] {
-        const CoreModel& model = owner_.Model();
-        const std::vector<bool> constrained = model.ConstrainedOptions(owner_.Selected(), *number);
-        std::string answer;
-        for (std::size_t option = 0; option < constrained.size(); ++option) {
-            if (constrained[option]) answer.append(model.features[*number].keywords[option]).append(1, '\0');
-        }
-        answer += '\0';
-        return Reply(answer, list, size, needed);
-    });
-    return owner_.Calls().Note(CoreMethod::EnumConstrainedOptions, status, [&] {
-        return Shown(feature) + (SUCCEEDED(status) ? ": " + ShownList(list, *needed, false) : "");
-    });
+    return AnswerUi(
+        CoreMethod::EnumConstrainedOptions, core, flags, {feature},
+        [&](std::size_t number) {
+            const std::vector<bool> constrained = Model().ConstrainedOptions(driver_->selected_, number);
+            std::string answer;
+            for (std::size_t option = 0; option < constrained.size(); ++option) {
+                if (constrained[option]) Append(answer, Model().features[number].keywords[option]);
+            }
+            answer += '\0';
+            return Reply(answer, list, size, needed);
+        },
+        [&](bool answered) { return answered ? ": " + ShownList(list, *needed, false) : ""; });
 }
 
-HRESULT CoreUiHelper::WhyConstrained(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR option, PSTR pairs,
-                                     DWORD size, PDWORD needed)
+HRESULT CoreHelper::WhyConstrained(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR option, PSTR pairs,
+                                   DWORD size, PDWORD needed)
 {
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const auto number = owner_.Feature(feature);
-    const auto choice = number ? owner_.Option(*number, option) : std::nullopt;
-    const HRESULT status = !choice || !Accepts(core, flags) ? E_INVALIDARG : Guarded([&] {
-        const CoreModel& model = owner_.Model();
-        std::string answer;
-        for (const CoreModel::Side& reason : model.WhyConstrained(owner_.Selected(), *number, *choice)) {
-            const CoreModel::Feature& other = model.features[reason.feature];
-            answer.append(other.keyword)
-                .append(1, '\0')
-                .append(other.keywords[reason.option])
-                .append(1, '\0');
-        }
-        answer += '\0';
-        return Reply(answer, pairs, size, needed);
-    });
-    return owner_.Calls().Note(CoreMethod::WhyConstrained, status, [&] {
-        return Shown(feature) + " " + Shown(option) +
-               (SUCCEEDED(status) ? ": " + ShownList(pairs, *needed, true) : "");
-    });
+    return AnswerUi(
+        CoreMethod::WhyConstrained, core, flags, {feature, option},
+        [&](std::size_t number, std::size_t choice) {
+            std::string answer;
+            for (const CoreModel::Side& reason : Model().WhyConstrained(driver_->selected_, number, choice)) {
+                const CoreModel::Feature& other = Model().features[reason.feature];
+                Append(answer, other.keyword);
+                Append(answer, other.keywords[reason.option]);
+            }
+            answer += '\0';
+            return Reply(answer, pairs, size, needed);
+        },
+        [&](bool answered) { return answered ? ": " + ShownList(pairs, *needed, true) : ""; });
 }
 
-HRESULT CoreUiHelper::Attribute(const std::optional<CoreAttribute>& attribute, PDWORD type, PBYTE value,
-                                DWORD size, PDWORD needed)
+HRESULT CoreHelper::GetFeatureAttribute(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR attribute,
+                                        PDWORD type, PBYTE value, DWORD size, PDWORD needed)
 {
-    if (!attribute || !type) return E_INVALIDARG;
-    *type = attribute->type;
-    return Reply(attribute->data, attribute->size, value, size, needed);
+    return AnswerUi(
+        CoreMethod::GetFeatureAttribute, core, flags, {feature, attribute},
+        [&](std::size_t number) {
+            return attribute ? Reply(Model().FeatureAttribute(number, attribute), type, value, size, needed)
+                             : E_INVALIDARG;
+        },
+        kNoReply);
 }
 
-HRESULT CoreUiHelper::GetGlobalAttribute(POEMUIOBJ core, DWORD flags, PCSTR attribute, PDWORD type,
-                                         PBYTE value, DWORD size, PDWORD needed)
+HRESULT CoreHelper::GetOptionAttribute(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR option,
+                                       PCSTR attribute, PDWORD type, PBYTE value, DWORD size, PDWORD needed)
 {
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const HRESULT status =
-        Accepts(core, flags) && attribute
-            ? Attribute(owner_.Model().GlobalAttribute(attribute), type, value, size, needed)
-            : E_INVALIDARG;
-    return owner_.Calls().Note(CoreMethod::GetGlobalAttribute, status, [&] { return Shown(attribute); });
+    return AnswerUi(
+        CoreMethod::GetOptionAttribute, core, flags, {feature, option, attribute},
+        [&](std::size_t number, std::size_t choice) {
+            return attribute
+                       ? Reply(Model().OptionAttribute(number, choice, attribute), type, value, size, needed)
+                       : E_INVALIDARG;
+        },
+        kNoReply);
 }
 
-HRESULT CoreUiHelper::GetFeatureAttribute(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR attribute,
-                                          PDWORD type, PBYTE value, DWORD size, PDWORD needed)
+HRESULT CoreHelper::EnumFeatures(POEMUIOBJ core, DWORD flags, PSTR list, DWORD size, PDWORD needed)
 {
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const auto number = owner_.Feature(feature);
-    const HRESULT status =
-        number && Accepts(core, flags) && attribute
-            ? Attribute(owner_.Model().FeatureAttribute(*number, attribute), type, value, size, needed)
-            : E_INVALIDARG;
-    return owner_.Calls().Note(CoreMethod::GetFeatureAttribute, status,
-                               [&] { return Shown(feature) + " " + Shown(attribute); });
+    return AnswerUi(
+        CoreMethod::EnumFeatures, core, flags, {},
+        [&] { return Reply(Model().featureList, list, size, needed); }, kNoReply);
 }
 
-HRESULT CoreUiHelper::GetOptionAttribute(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR option,
-                                         PCSTR attribute, PDWORD type, PBYTE value, DWORD size, PDWORD needed)
+HRESULT CoreHelper::EnumOptions(POEMUIOBJ core, DWORD flags, PCSTR feature, PSTR list, DWORD size,
+                                PDWORD needed)
 {
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const auto number = owner_.Feature(feature);
-    const auto choice = number ? owner_.Option(*number, option) : std::nullopt;
-    const HRESULT status = choice && Accepts(core, flags) && attribute
-                               ? Attribute(owner_.Model().OptionAttribute(*number, *choice, attribute), type,
-                                           value, size, needed)
-                               : E_INVALIDARG;
-    return owner_.Calls().Note(CoreMethod::GetOptionAttribute, status,
-                               [&] { return Shown(feature) + " " + Shown(option) + " " + Shown(attribute); });
-}
-
-HRESULT CoreUiHelper::EnumFeatures(POEMUIOBJ core, DWORD flags, PSTR list, DWORD size, PDWORD needed)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const HRESULT status =
-        Accepts(core, flags) ? Reply(owner_.Model().featureList, list, size, needed) : E_INVALIDARG;
-    return owner_.Calls().Note(CoreMethod::EnumFeatures, status, kNoArguments);
-}
-
-HRESULT CoreUiHelper::EnumOptions(POEMUIOBJ core, DWORD flags, PCSTR feature, PSTR list, DWORD size,
-                                  PDWORD needed)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const auto number = owner_.Feature(feature);
-    const HRESULT status = number && Accepts(core, flags)
-                               ? Reply(owner_.Model().features[*number].list, list, size, needed)
-                               : E_INVALIDARG;
-    return owner_.Calls().Note(CoreMethod::EnumOptions, status, [&] { return Shown(feature); });
+    return AnswerUi(
+        CoreMethod::EnumOptions, core, flags, {feature},
+        [&](std::size_t number) { return Reply(Model().features[number].list, list, size, needed); },
+        kNoReply);
 }
 
 // ---- IPrintCoreHelperPS
 
-HRESULT CorePsHelper::GetOption(const DEVMODEW* devmode, DWORD size, PCSTR feature, PCSTR* option)
+HRESULT CoreHelper::GetOption(const DEVMODEW* devmode, DWORD size, PCSTR feature, PCSTR* option)
 {
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const HRESULT status = Guarded([&] {
-        const auto number = owner_.Feature(feature);
-        const auto selected = number && option ? SelectionsOf(owner_.Model(), devmode, size) : std::nullopt;
-        if (!selected) return E_INVALIDARG;
-        *option = owner_.Model().features[*number].options[(*selected)[*number]];
-        return S_OK;
-    });
-    return owner_.Calls().Note(CoreMethod::PSGetOption, status, [&] {
-        return Shown(feature) + (SUCCEEDED(status) ? ": " + Shown(*option) : "");
-    });
+    return Answer(
+        CoreMethod::PSGetOption, {feature},
+        [&](std::size_t number) {
+            const auto selected = option ? SelectionsOf(Model(), devmode, size) : std::nullopt;
+            if (!selected) return E_INVALIDARG;
+            *option = Model().features[number].options[(*selected)[number]];
+            return S_OK;
+        },
+        [&](bool answered) { return answered ? ": " + Shown(*option) : ""; });
 }
 
-HRESULT CorePsHelper::SetOptions(DEVMODEW* devmode, DWORD size, BOOL resolve,
-                                 const PRINT_FEATURE_OPTION* pairs, DWORD count, DWORD* written,
-                                 DWORD* result)
+HRESULT CoreHelper::EnumOptions(PCSTR feature, PCSTR** options, DWORD* count)
 {
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const HRESULT status = Guarded([&] {
-        const CoreModel& model = owner_.Model();
-        auto selected = SelectionsOf(model, devmode, size);
-        if (!selected || (!pairs && count) || !written || !result) return E_INVALIDARG;
-        std::vector<bool> chosen(selected->size());
-        for (DWORD at = 0; at < count; ++at) {
-            const auto number = owner_.Feature(pairs[at].pszFeature);
-            const auto choice = number ? owner_.Option(*number, pairs[at].pszOption) : std::nullopt;
-            if (!choice) return E_INVALIDARG;
-            (*selected)[*number] = *choice;
-            chosen[*number] = true;
-        }
-        *written = count;
-        *result = SETOPTIONS_RESULT_NO_CONFLICT;
-        if (!model.Conflicts(*selected).empty())
-            *result = resolve && model.Resolve(*selected, chosen) ? SETOPTIONS_RESULT_CONFLICT_RESOLVED
-                                                                  : SETOPTIONS_RESULT_CONFLICT_REMAINED;
-        StoreSelections(model, devmode, *selected);
-        return S_OK;
-    });
-    return owner_.Calls().Note(CoreMethod::PSSetOptions, status, kNoArguments);
-}
-
-HRESULT CorePsHelper::EnumConstrainedOptions(const DEVMODEW* devmode, DWORD size, PCSTR feature,
-                                             PCSTR** options, DWORD* count)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const HRESULT status = Guarded([&] {
-        const CoreModel& model = owner_.Model();
-        const auto number = owner_.Feature(feature);
-        const auto selected = number && options && count ? SelectionsOf(model, devmode, size) : std::nullopt;
-        if (!selected) return E_INVALIDARG;
-        constrained_.clear();
-        const std::vector<bool> flags = model.ConstrainedOptions(*selected, *number);
-        for (std::size_t option = 0; option < flags.size(); ++option) {
-            if (flags[option]) constrained_.push_back(model.features[*number].options[option]);
-        }
-        *options = constrained_.data();
-        *count = static_cast<DWORD>(constrained_.size());
-        return S_OK;
-    });
-    return owner_.Calls().Note(CoreMethod::PSEnumConstrainedOptions, status, [&] { return Shown(feature); });
-}
-
-HRESULT CorePsHelper::WhyConstrained(const DEVMODEW* devmode, DWORD size, PCSTR feature, PCSTR option,
-                                     const PRINT_FEATURE_OPTION** pairs, DWORD* count)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const HRESULT status = Guarded([&] {
-        const CoreModel& model = owner_.Model();
-        const auto number = owner_.Feature(feature);
-        const auto choice = number ? owner_.Option(*number, option) : std::nullopt;
-        const auto selected = choice && pairs && count ? SelectionsOf(model, devmode, size) : std::nullopt;
-        if (!selected) return E_INVALIDARG;
-        whyPairs_.clear();
-        for (const CoreModel::Side& reason : model.WhyConstrained(*selected, *number, *choice)) {
-            const CoreModel::Feature& other = model.features[reason.feature];
-            whyPairs_.push_back({other.keyword.data(), other.options[reason.option]});
-        }
-        *pairs = whyPairs_.data();
-        *count = static_cast<DWORD>(whyPairs_.size());
-        return S_OK;
-    });
-    return owner_.Calls().Note(CoreMethod::PSWhyConstrained, status,
-                               [&] { return Shown(feature) + " " + Shown(option); });
-}
-
-HRESULT CorePsHelper::EnumFeatures(PCSTR** features, DWORD* count)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const HRESULT status = features && count ? S_OK : E_INVALIDARG;
-    if (SUCCEEDED(status)) {
-        *features = const_cast<PCSTR*>(owner_.Model().featurePointers.data());
-        *count = static_cast<DWORD>(owner_.Model().featurePointers.size());
-    }
-    return owner_.Calls().Note(CoreMethod::PSEnumFeatures, status, kNoArguments);
-}
-
-HRESULT CorePsHelper::EnumOptions(PCSTR feature, PCSTR** options, DWORD* count)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const auto number = owner_.Feature(feature);
-    const HRESULT status = number && options && count ? S_OK : E_INVALIDARG;
-    if (SUCCEEDED(status)) {
-        const std::vector<PCSTR>& pointers = owner_.Model().features[*number].options;
-        *options = const_cast<PCSTR*>(pointers.data());
-        *count = static_cast<DWORD>(pointers.size());
-    }
-    return owner_.Calls().Note(CoreMethod::PSEnumOptions, status, [&] { return Shown(feature); });
-}
-
-HRESULT CorePsHelper::GetFontSubstitution(PCWSTR, PCWSTR*)
-{
-    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::PSGetFontSubstitution, E_NOTIMPL, kNoArguments)
-                            : E_UNEXPECTED;
-}
-
-HRESULT CorePsHelper::SetFontSubstitution(PCWSTR, PCWSTR)
-{
-    return owner_.Answers() ? owner_.Calls().Note(CoreMethod::PSSetFontSubstitution, E_NOTIMPL, kNoArguments)
-                            : E_UNEXPECTED;
-}
-
-HRESULT CorePsHelper::CreateInstanceOfMSXMLObject(REFCLSID, IUnknown*, DWORD, REFIID, void** object)
-{
-    if (object) *object = nullptr;
-    return owner_.Answers()
-               ? owner_.Calls().Note(CoreMethod::PSCreateInstanceOfMSXMLObject, E_NOTIMPL, kNoArguments)
-               : E_UNEXPECTED;
-}
-
-HRESULT CorePsHelper::Attribute(const std::optional<CoreAttribute>& attribute, DWORD* type, PBYTE* value,
-                                DWORD* size)
-{
-    if (!attribute || !type || !value || !size) return E_INVALIDARG;
-    *type = attribute->type;
-    *value = static_cast<PBYTE>(const_cast<void*>(attribute->data));
-    *size = static_cast<DWORD>(attribute->size);
-    return S_OK;
-}
-
-HRESULT CorePsHelper::GetGlobalAttribute(PCSTR attribute, DWORD* type, PBYTE* value, DWORD* size)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const HRESULT status =
-        attribute ? Attribute(owner_.Model().GlobalAttribute(attribute), type, value, size) : E_INVALIDARG;
-    return owner_.Calls().Note(CoreMethod::PSGetGlobalAttribute, status, [&] { return Shown(attribute); });
-}
-
-HRESULT CorePsHelper::GetFeatureAttribute(PCSTR feature, PCSTR attribute, DWORD* type, PBYTE* value,
-                                          DWORD* size)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const auto number = owner_.Feature(feature);
-    const HRESULT status =
-        number && attribute
-            ? Attribute(owner_.Model().FeatureAttribute(*number, attribute), type, value, size)
-            : E_INVALIDARG;
-    return owner_.Calls().Note(CoreMethod::PSGetFeatureAttribute, status,
-                               [&] { return Shown(feature) + " " + Shown(attribute); });
-}
-
-HRESULT CorePsHelper::GetOptionAttribute(PCSTR feature, PCSTR option, PCSTR attribute, DWORD* type,
-                                         PBYTE* value, DWORD* size)
-{
-    if (!owner_.Answers()) return E_UNEXPECTED;
-    const auto number = owner_.Feature(feature);
-    const auto choice = number ? owner_.Option(*number, option) : std::nullopt;
-    const HRESULT status =
-        choice && attribute
-            ? Attribute(owner_.Model().OptionAttribute(*number, *choice, attribute), type, value, size)
-            : E_INVALIDARG;
-    return owner_.Calls().Note(CoreMethod::PSGetOptionAttribute, status,
-                               [&] { return Shown(feature) + " " + Shown(option) + " " + Shown(attribute); });
+    return Answer(
+        CoreMethod::PSEnumOptions, {feature},
+        [&](std::size_t number) {
+            if (!options || !count) return E_INVALIDARG;
+            const std::vector<PCSTR>& pointers = Model().features[number].options;
+            *options = const_cast<PCSTR*>(pointers.data());
+            *count = static_cast<DWORD>(pointers.size());
+            return S_OK;
+        },
+        kNoReply);
 }
 
 } // namespace tintwerk

@@ -3,7 +3,8 @@
 #pragma once
 
 #include <atomic>
-#include <string>
+#include <initializer_list>
+#include <optional>
 #include <vector>
 
 #include "host/core/core_driver.h"
@@ -11,20 +12,20 @@
 
 namespace tintwerk {
 
-class CoreHelper;
-
-class CoreUiHelper final : public IPrintCoreUI2
+// Methods that this plug-in never calls answer E_NOTIMPL.
+class CoreHelper final : public IPrintCoreUI2, public IPrintCoreHelperPS
 {
 public:
-    explicit CoreUiHelper(CoreHelper& owner) : owner_(owner) {}
+    explicit CoreHelper(CoreDriver& driver) : driver_(&driver) {}
+
+    void Disconnect() { driver_ = nullptr; }
+    ULONG References() const { return references_; }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
     ULONG STDMETHODCALLTYPE Release() override;
-    HRESULT STDMETHODCALLTYPE DrvGetDriverSetting(PVOID core, PCSTR feature, PVOID output, DWORD size,
-                                                  PDWORD needed, PDWORD returned) override;
-    HRESULT STDMETHODCALLTYPE DrvUpgradeRegistrySetting(HANDLE printer, PCSTR feature, PCSTR option) override;
-    HRESULT STDMETHODCALLTYPE DrvUpdateUISetting(PVOID core, PVOID item, DWORD previous, DWORD mode) override;
+
+    // IPrintCoreUI2
     HRESULT STDMETHODCALLTYPE GetOptions(POEMUIOBJ core, DWORD flags, PCSTR request, DWORD requestSize,
                                          PSTR reply, DWORD replySize, PDWORD needed) override;
     HRESULT STDMETHODCALLTYPE SetOptions(POEMUIOBJ core, DWORD flags, PCSTR pairs, DWORD size,
@@ -33,8 +34,6 @@ public:
                                                      DWORD size, PDWORD needed) override;
     HRESULT STDMETHODCALLTYPE WhyConstrained(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR option,
                                              PSTR pairs, DWORD size, PDWORD needed) override;
-    HRESULT STDMETHODCALLTYPE GetGlobalAttribute(POEMUIOBJ core, DWORD flags, PCSTR attribute, PDWORD type,
-                                                 PBYTE value, DWORD size, PDWORD needed) override;
     HRESULT STDMETHODCALLTYPE GetFeatureAttribute(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR attribute,
                                                   PDWORD type, PBYTE value, DWORD size,
                                                   PDWORD needed) override;
@@ -45,85 +44,49 @@ public:
                                            PDWORD needed) override;
     HRESULT STDMETHODCALLTYPE EnumOptions(POEMUIOBJ core, DWORD flags, PCSTR feature, PSTR list, DWORD size,
                                           PDWORD needed) override;
-    HRESULT STDMETHODCALLTYPE QuerySimulationSupport(HANDLE printer, DWORD level, PBYTE output, DWORD size,
-                                                     PDWORD needed) override;
 
-private:
-    HRESULT Attribute(const std::optional<CoreAttribute>& attribute, PDWORD type, PBYTE value, DWORD size,
-                      PDWORD needed);
-    HRESULT Options(PCSTR request, DWORD requestSize, PSTR reply, DWORD replySize, PDWORD needed) const;
-    HRESULT Set(DWORD flags, PCSTR pairs, DWORD size, DWORD& result);
-    bool Accepts(POEMUIOBJ core, DWORD flags) const;
-
-    CoreHelper& owner_;
-};
-
-class CorePsHelper final : public IPrintCoreHelperPS
-{
-public:
-    explicit CorePsHelper(CoreHelper& owner) : owner_(owner) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override;
-    ULONG STDMETHODCALLTYPE Release() override;
+    // IPrintCoreHelperPS
     HRESULT STDMETHODCALLTYPE GetOption(const DEVMODEW* devmode, DWORD size, PCSTR feature,
                                         PCSTR* option) override;
-    HRESULT STDMETHODCALLTYPE SetOptions(DEVMODEW* devmode, DWORD size, BOOL resolve,
-                                         const PRINT_FEATURE_OPTION* pairs, DWORD count, DWORD* written,
-                                         DWORD* result) override;
-    HRESULT STDMETHODCALLTYPE EnumConstrainedOptions(const DEVMODEW* devmode, DWORD size, PCSTR feature,
-                                                     PCSTR** options, DWORD* count) override;
-    HRESULT STDMETHODCALLTYPE WhyConstrained(const DEVMODEW* devmode, DWORD size, PCSTR feature, PCSTR option,
-                                             const PRINT_FEATURE_OPTION** pairs, DWORD* count) override;
-    HRESULT STDMETHODCALLTYPE EnumFeatures(PCSTR** features, DWORD* count) override;
     HRESULT STDMETHODCALLTYPE EnumOptions(PCSTR feature, PCSTR** options, DWORD* count) override;
-    HRESULT STDMETHODCALLTYPE GetFontSubstitution(PCWSTR font, PCWSTR* deviceFont) override;
-    HRESULT STDMETHODCALLTYPE SetFontSubstitution(PCWSTR font, PCWSTR deviceFont) override;
-    HRESULT STDMETHODCALLTYPE CreateInstanceOfMSXMLObject(REFCLSID classId, IUnknown* outer, DWORD context,
-                                                          REFIID interfaceId, void** object) override;
-    HRESULT STDMETHODCALLTYPE GetGlobalAttribute(PCSTR attribute, DWORD* type, PBYTE* value,
-                                                 DWORD* size) override;
-    HRESULT STDMETHODCALLTYPE GetFeatureAttribute(PCSTR feature, PCSTR attribute, DWORD* type, PBYTE* value,
-                                                  DWORD* size) override;
-    HRESULT STDMETHODCALLTYPE GetOptionAttribute(PCSTR feature, PCSTR option, PCSTR attribute, DWORD* type,
-                                                 PBYTE* value, DWORD* size) override;
+
+    // clang-format off
+    HRESULT STDMETHODCALLTYPE DrvGetDriverSetting(PVOID, PCSTR, PVOID, DWORD, PDWORD, PDWORD) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE DrvUpgradeRegistrySetting(HANDLE, PCSTR, PCSTR) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE DrvUpdateUISetting(PVOID, PVOID, DWORD, DWORD) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE GetGlobalAttribute(POEMUIOBJ, DWORD, PCSTR, PDWORD, PBYTE, DWORD, PDWORD) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE QuerySimulationSupport(HANDLE, DWORD, PBYTE, DWORD, PDWORD) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE SetOptions(DEVMODEW*, DWORD, BOOL, const PRINT_FEATURE_OPTION*, DWORD, DWORD*, DWORD*) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE EnumConstrainedOptions(const DEVMODEW*, DWORD, PCSTR, PCSTR**, DWORD*) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE WhyConstrained(const DEVMODEW*, DWORD, PCSTR, PCSTR, const PRINT_FEATURE_OPTION**, DWORD*) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE EnumFeatures(PCSTR**, DWORD*) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE GetFontSubstitution(PCWSTR, PCWSTR*) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE SetFontSubstitution(PCWSTR, PCWSTR) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE CreateInstanceOfMSXMLObject(REFCLSID, IUnknown*, DWORD, REFIID, void**) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE GetGlobalAttribute(PCSTR, DWORD*, PBYTE*, DWORD*) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE GetFeatureAttribute(PCSTR, PCSTR, DWORD*, PBYTE*, DWORD*) override { return NotServed(); }
+    HRESULT STDMETHODCALLTYPE GetOptionAttribute(PCSTR, PCSTR, PCSTR, DWORD*, PBYTE*, DWORD*) override { return NotServed(); }
+    // clang-format on
 
 private:
-    HRESULT Attribute(const std::optional<CoreAttribute>& attribute, DWORD* type, PBYTE* value, DWORD* size);
-
-    CoreHelper& owner_;
-    std::vector<PCSTR> constrained_;             // the last answer of EnumConstrainedOptions
-    std::vector<PRINT_FEATURE_OPTION> whyPairs_; // the last answer of WhyConstrained
-};
-
-// The object's identity: what both interfaces share.
-class CoreHelper final : public IUnknown
-{
-public:
-    explicit CoreHelper(CoreDriver& driver) : ui(*this), ps(*this), driver_(&driver) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
-    ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }
-    ULONG STDMETHODCALLTYPE Release() override;
-
-    void Disconnect() { driver_ = nullptr; }
-    // Asked first by every method.
-    bool Answers() { return driver_ && !driver_->calls_.RefusesNext(); }
-    ULONG References() const { return references_; }
-
-    const CoreModel& Model() const { return *driver_->model_; }
-    std::vector<std::size_t>& Selected() { return driver_->selected_; }
-    CallLog& Calls() { return driver_->calls_; }
-    bool IsCoreObject(POEMUIOBJ core) const { return driver_ && core == driver_->CoreObject(); }
-    std::optional<std::size_t> Feature(PCSTR keyword) const;
-    std::optional<std::size_t> Option(std::size_t feature, PCSTR keyword) const;
+    // What every method has in common. The body may take the number of the feature that the first name gives,
+    // and of the option that the second gives; names that the printer lacks are refused before it. `reply`
+    // tells what was answered for the log.
+    template <typename Body, typename ReplyText>
+    HRESULT Answer(CoreMethod method, std::initializer_list<PCSTR> names, const Body& body,
+                   const ReplyText& reply) noexcept;
+    // The same for the methods of IPrintCoreUI2, whose flags must be 0.
+    template <typename Body, typename ReplyText>
+    HRESULT AnswerUi(CoreMethod method, POEMUIOBJ core, DWORD flags, std::initializer_list<PCSTR> names,
+                     const Body& body, const ReplyText& reply) noexcept;
+    HRESULT NotServed() noexcept;
+    HRESULT Options(PCSTR request, DWORD requestSize, PSTR reply, DWORD replySize, PDWORD needed) const;
+    HRESULT Set(DWORD flags, PCSTR pairs, DWORD size, DWORD& result);
     // Makes these the current selections; what changed goes into the selections file's lines.
     void Adopt(std::vector<std::size_t> selected, const std::vector<bool>& chosen);
 
-    CoreUiHelper ui;
-    CorePsHelper ps;
+    const CoreModel& Model() const { return *driver_->model_; }
 
-private:
     CoreDriver* driver_;
     std::atomic<ULONG> references_{1};
 };
@@ -143,10 +106,8 @@ struct CoreDevmodeSection
     static constexpr DWORD kVersion = 1;
 };
 
-DWORD CoreSectionSize(const CoreModel& model);
 // The selections that a DEVMODE carries; nothing when it was not made for this printer by this driver.
 std::optional<std::vector<std::size_t>> SelectionsOf(const CoreModel& model, const DEVMODEW* devmode,
                                                      std::size_t size);
-void StoreSelections(const CoreModel& model, DEVMODEW* devmode, const std::vector<std::size_t>& selected);
 
 } // namespace tintwerk

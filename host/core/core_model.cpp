@@ -44,19 +44,15 @@ CoreModel::CoreModel(const Ppd& ppd) : ppd_(ppd)
     AddOwnFeatures();
     AddFeatureList();
     AddConstraints();
-    AddGlobalAttributes();
 }
 
 void CoreModel::AddPpdFeatures()
 {
     for (const PpdFeature& source : ppd_.Features()) {
         Feature& feature = features.emplace_back();
-        feature.ppd = &source;
         feature.keyword = source.keyword;
         feature.hidden = source.keyword == "PageRegion"; // the driver's own way of selecting PageSize
         feature.defaultOption = source.defaultOption;
-        feature.order = static_cast<LONG>(std::clamp(source.order, -1e6, 1e6));
-        feature.section = source.section;
         AddName(source.text);
         feature.firstName = names.size();
         for (const PpdOption& option : source.options) {
@@ -83,7 +79,6 @@ void CoreModel::AddOwnFeatures()
 
 void CoreModel::AddFeatureList()
 {
-    DWORD priority = 0;
     checksum = 2166136261;
     const auto digest = [this](std::string_view list) {
         for (const char c : list)
@@ -92,7 +87,6 @@ void CoreModel::AddFeatureList()
     std::vector<std::pair<std::size_t, std::size_t>> starts; // feature, position in the list
     for (std::size_t number = 0; number < features.size(); ++number) {
         Feature& feature = features[number];
-        feature.priority = priority++;
         AddOptionList(number);
         digest(feature.keyword);
         digest(feature.list);
@@ -102,7 +96,6 @@ void CoreModel::AddFeatureList()
     for (const auto& [number, start] : starts) {
         features[number].keyword = featureList.data() + start;
         featureTable_.Insert(features[number].keyword, static_cast<std::uint32_t>(number));
-        featurePointers.push_back(featureList.data() + start);
     }
 }
 
@@ -132,24 +125,6 @@ void CoreModel::AddConstraints()
     }
 }
 
-void CoreModel::AddGlobalAttributes()
-{
-    const Ppd::Header& about = ppd_.About();
-    globals_ = {
-        {"DriverType", "PScript"},
-        {"NickName", std::string(about.nickName)},
-        {"ModelName", std::string(about.modelName)},
-        {"Manufacturer", std::string(about.manufacturer)},
-        {"Product", std::string(about.product)},
-        {"PSVersion", std::string(about.psVersion)},
-        {"FileVersion", std::string(about.fileVersion)},
-        {"FormatVersion", std::string(about.formatVersion)},
-        {"LanguageEncoding", std::string(about.languageEncoding)},
-        {"LanguageVersion", std::string(about.languageVersion)},
-    };
-    std::erase_if(globals_, [](const auto& attribute) { return attribute.second.empty(); });
-}
-
 void CoreModel::AddName(std::string_view utf8)
 {
     const std::size_t start = text.size();
@@ -175,49 +150,17 @@ CoreAttribute CoreModel::NameAttribute(std::size_t name) const
     return {kADT_UNICODE, text.data() + names[name].start, (names[name].length + 1) * sizeof(WCHAR)};
 }
 
-std::optional<CoreAttribute> CoreModel::GlobalAttribute(std::string_view name) const
+std::optional<CoreAttribute> CoreModel::FeatureAttribute(std::size_t feature, std::string_view name) const
 {
-    for (const auto& [attribute, value] : globals_) {
-        if (attribute == name) return CoreAttribute{kADT_ASCII, value.c_str(), value.size() + 1};
-    }
-    return std::nullopt;
+    return name == "DisplayName" ? std::optional(NameAttribute(features[feature].firstName - 1))
+                                 : std::nullopt;
 }
 
-std::optional<CoreAttribute> CoreModel::FeatureAttribute(std::size_t number, std::string_view name) const
-{
-    const Feature& feature = features[number];
-    const auto ascii = [](const char* value, std::size_t length) {
-        return CoreAttribute{kADT_ASCII, value, length + 1};
-    };
-    const auto literal = [&ascii](const char* value) { return ascii(value, std::string_view(value).size()); };
-    const bool installable = feature.ppd && feature.ppd->installable;
-    if (name == "DisplayName") return NameAttribute(feature.firstName - 1);
-    if (name == "DefaultOption")
-        return ascii(feature.options[feature.defaultOption], feature.keywords[feature.defaultOption].size());
-    if (name == "FeatureType") return literal(installable ? "PrinterProperty" : "DocumentProperty");
-    if (name == "FeaturePriority")
-        return CoreAttribute{kADT_DWORD, &feature.priority, sizeof feature.priority};
-    if (!feature.ppd) return std::nullopt;
-    if (name == "OpenUIType") {
-        constexpr const char* kTypes[] = {"PickOne", "PickMany", "Boolean"};
-        return literal(kTypes[static_cast<std::size_t>(feature.ppd->type)]);
-    }
-    if (name == "OpenGroupType") return literal(installable ? "InstallableOptions" : "");
-    if (name == "OrderDependencyValue") return CoreAttribute{kADT_LONG, &feature.order, sizeof feature.order};
-    if (name == "OrderDependencySection") return ascii(feature.section.c_str(), feature.section.size());
-    return std::nullopt;
-}
-
-std::optional<CoreAttribute> CoreModel::OptionAttribute(std::size_t number, std::size_t option,
+std::optional<CoreAttribute> CoreModel::OptionAttribute(std::size_t feature, std::size_t option,
                                                         std::string_view name) const
 {
-    const Feature& feature = features[number];
-    if (name == "DisplayName") return NameAttribute(feature.firstName + option);
-    if (name == "Invocation" && feature.ppd) {
-        const std::string_view value = feature.ppd->options[option].value;
-        return CoreAttribute{kADT_BINARY, value.data(), value.size()};
-    }
-    return std::nullopt;
+    return name == "DisplayName" ? std::optional(NameAttribute(features[feature].firstName + option))
+                                 : std::nullopt;
 }
 
 bool CoreModel::Covers(Side side, std::size_t option) const

@@ -33,12 +33,8 @@ struct CoreModel
         std::vector<std::string_view> keywords; // the same with their lengths
         std::size_t firstName = 0; // of the options in `names`; the feature's own stands before them
         std::size_t defaultOption = 0;
-        const PpdFeature* ppd = nullptr; // null for the driver's own features
-        std::string_view keyword;        // zero-terminated, into `featureList` unless hidden
-        bool hidden = false;             // answers no call: nobody chooses it directly
-        LONG order = 0;
-        DWORD priority = 0;
-        std::string section;
+        std::string_view keyword;             // zero-terminated, into `featureList` unless hidden
+        bool hidden = false;                  // answers no call: nobody chooses it directly
         std::vector<std::size_t> constraints; // numbers of those that name the feature
     };
     struct Name
@@ -60,7 +56,7 @@ struct CoreModel
     std::optional<std::size_t> FindFeature(std::string_view keyword) const;
     std::optional<std::size_t> FindOption(std::size_t feature, std::string_view keyword) const;
 
-    std::optional<CoreAttribute> GlobalAttribute(std::string_view name) const;
+    // Of those that a core driver has, this plug-in asks for "DisplayName" only.
     std::optional<CoreAttribute> FeatureAttribute(std::size_t feature, std::string_view name) const;
     std::optional<CoreAttribute> OptionAttribute(std::size_t feature, std::size_t option,
                                                  std::string_view name) const;
@@ -77,7 +73,6 @@ struct CoreModel
 
     std::vector<Feature> features;
     std::string featureList;
-    std::vector<PCSTR> featurePointers;
     WideString text; // all display names, each with its zero
     std::vector<Name> names;
     DWORD checksum = 0; // of all keywords in order: DEVMODEs of another PPD are foreign
@@ -90,13 +85,11 @@ private:
     void AddConstraints();
     void AddName(std::string_view utf8);
     CoreAttribute NameAttribute(std::size_t name) const;
-    void AddGlobalAttributes();
     bool ResolveOne(std::vector<std::size_t>& selected, std::size_t feature) const;
 
     const Ppd& ppd_;
     KeywordTable featureTable_;
     KeywordTable optionTable_;
-    std::vector<std::pair<std::string_view, std::string>> globals_;
 };
 
 } // namespace tintwerk

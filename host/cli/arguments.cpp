@@ -1,7 +1,8 @@
 #include "host/cli/arguments.h"
 
 #include <algorithm>
-#include <charconv>
+
+#include "host/ppd/ppd_text.h"
 
 namespace tintwerk {
 
@@ -73,16 +74,22 @@ std::string Arguments::Required(std::string_view option) const
     return value;
 }
 
+const std::string& Arguments::OneOperand(std::string_view what) const
+{
+    if (operands_.size() != 1)
+        Misused("one " + std::string(what) + " is expected: tintwerk " + command_ + " FILE");
+    return operands_.front();
+}
+
 int Arguments::Number(std::string_view option, int fallback, int minimum, int maximum) const
 {
     if (!Has(option)) return fallback;
     const std::string value = Value(option);
-    int number = 0;
-    const auto [end, error] = std::from_chars(value.data(), value.data() + value.size(), number);
-    if (error != std::errc() || end != value.data() + value.size() || number < minimum || number > maximum)
+    const std::optional<int> number = DecimalNumber<int>(value);
+    if (!number || *number < minimum || *number > maximum)
         Misused("--" + std::string(option) + " " + value + ": a whole number from " +
                 std::to_string(minimum) + " to " + std::to_string(maximum) + " is accepted");
-    return number;
+    return *number;
 }
 
 std::string Arguments::OneOf(std::string_view option, std::string_view fallback,

@@ -56,11 +56,12 @@ public:
     std::string OneOf(std::string_view option, std::string_view fallback,
                       std::span<const std::string_view> values) const;
 
+    // The only operand; throws when there is none or more than one. `what`: "PPD file".
+    const std::string& OneOperand(std::string_view what) const;
+
     std::span<const GivenOption> Options() const { return options_; }
-    std::span<const std::string> Operands() const
-    {
-        return operands_;
-    } // what stands there without an option's name
+    // What stands there without an option's name.
+    std::span<const std::string> Operands() const { return operands_; }
 
 private:
     std::string command_;

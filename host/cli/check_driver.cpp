@@ -12,7 +12,7 @@
 #include "host/cli/feature_use.h"
 #include "host/cli/near_names.h"
 #include "host/core/core_driver.h"
-#include "host/core/wide_text.h"
+#include "host/ppd/wide_text.h"
 #include "host/sheet/page_controls.h"
 #include "platform/owners.h"
 #include "src/bindings/advanced_features.h"

@@ -69,9 +69,7 @@ std::string SignatureText(DWORD signature)
 
 int Run(const Arguments& arguments, Output& output)
 {
-    if (arguments.Operands().size() != 1)
-        throw CommandError(kExitUsage, "one file is expected: tintwerk devmode FILE");
-    const std::string& file = arguments.Operands()[0];
+    const std::string& file = arguments.OneOperand("file");
     const Bytes bytes = FromFile(file);
     const unsigned char* const found = FindRecord(bytes);
     if (!found)
@@ -93,7 +91,7 @@ int Run(const Arguments& arguments, Output& output)
                         {"second_setting", record.secondSetting},
                         {"apply_count", record.applyCount},
                         {"remarks", odd}};
-        output.out << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+        WriteJson(output.out, json);
         return kExitSuccess;
     }
     output.out << "size            " << record.size << "\nsignature       " << SignatureText(record.signature)

@@ -42,15 +42,13 @@ Json AsJson(const std::string& file, const SheetContext& context)
 
 int Run(const Arguments& arguments, Output& output)
 {
-    if (arguments.Operands().size() != 1)
-        throw CommandError(kExitUsage, "one ink counter file is expected: tintwerk ink FILE");
-    const std::string& file = arguments.Operands()[0];
+    const std::string& file = arguments.OneOperand("ink counter file");
     if (!std::filesystem::is_regular_file(PathFromUtf8(file)))
         throw CommandError(kExitFailed, file + ": the file cannot be read");
     const auto context = std::make_unique<SheetContext>();
     ReadInkFile(file.c_str(), *context);
     if (arguments.Has("json"))
-        output.out << AsJson(file, *context).dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+        WriteJson(output.out, AsJson(file, *context));
     else if (context->inkCounters.shownCount == 0)
         output.out << file << ": no ink counters; the consumption page stays empty\n";
     else

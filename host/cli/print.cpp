@@ -185,7 +185,7 @@ private:
         json["printer"] = Utf8FromWide(printer.Name());
         json["events"] = lines_;
         json["server_starts"] = serverStarts_;
-        output_.out << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+        WriteJson(output_.out, json);
     }
 
     const Arguments& arguments_;

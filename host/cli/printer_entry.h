@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "host/core/wide_text.h"
 #include "host/ppd/ppd.h"
+#include "host/ppd/wide_text.h"
 #include "platform/owners.h"
 
 namespace tintwerk {

@@ -40,17 +40,6 @@ void PretendWindowsVersion(const std::string& text)
 
 } // namespace
 
-std::filesystem::path PathFromUtf8(const std::string& text)
-{
-    return std::filesystem::path(std::u8string(text.begin(), text.end()));
-}
-
-std::string Utf8FromPath(const std::filesystem::path& path)
-{
-    const std::u8string text = path.generic_u8string();
-    return std::string(text.begin(), text.end());
-}
-
 std::vector<OptionRow> PrinterOptions()
 {
     return {

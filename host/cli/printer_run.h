@@ -13,8 +13,8 @@
 #include "host/cli/program.h"
 #include "host/core/core_driver.h"
 #include "host/core/selections.h"
-#include "host/core/wide_text.h"
 #include "host/ppd/ppd_reader.h"
+#include "host/ppd/wide_text.h"
 #include "host/sheet/plugin_session.h"
 
 namespace tintwerk {
@@ -84,9 +84,5 @@ private:
     std::vector<std::pair<std::string, std::string>> firstSelections_;
     std::vector<std::pair<std::string, std::string>> keptSelections_;
 };
-
-// UTF-8 to a path and back, on every platform.
-std::filesystem::path PathFromUtf8(const std::string& text);
-std::string Utf8FromPath(const std::filesystem::path& path);
 
 } // namespace tintwerk

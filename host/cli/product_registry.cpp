@@ -1,8 +1,10 @@
 #include "host/cli/product_registry.h"
 
+#include <algorithm>
 #include <filesystem>
 
 #include "host/cli/arguments.h"
+#include "host/ppd/wide_text.h"
 #include "platform/owners.h"
 #include "src/config/registry_values.h"
 
@@ -13,11 +15,11 @@ namespace {
 // As the platform spells it: the driver puts backslashes and names behind it.
 std::string AbsolutePath(const std::string& path)
 {
-    std::filesystem::path absolute =
-        std::filesystem::absolute(std::u8string(path.begin(), path.end())).lexically_normal();
+    std::filesystem::path absolute = std::filesystem::absolute(PathFromUtf8(path)).lexically_normal();
     if (!absolute.has_filename()) absolute = absolute.parent_path();
-    const std::u8string text = absolute.make_preferred().u8string();
-    return std::string(text.begin(), text.end());
+    std::string text = Utf8FromPath(absolute);
+    std::ranges::replace(text, '/', static_cast<char>(std::filesystem::path::preferred_separator));
+    return text;
 }
 
 } // namespace
@@ -40,7 +42,7 @@ void WriteProductValue(const char* name, const std::string& value)
 
 void UseConfigDirectory(const std::string& path)
 {
-    if (!std::filesystem::is_directory(std::u8string(path.begin(), path.end())))
+    if (!std::filesystem::is_directory(PathFromUtf8(path)))
         throw CommandError(kExitUsage, "--config-dir " + path + ": there is no such folder");
     WriteProductValue("ConfigDir", AbsolutePath(path));
 }

@@ -1,8 +1,9 @@
-#include "host/cli/sheet_command.h"
-
+// tintwerk preferences and tintwerk properties: open a sheet, by hand or from a script, and tell what came of
+// it.
 #include <ostream>
 
 #include "host/cli/printer_run.h"
+#include "host/cli/program.h"
 #include "host/cli/sheet_report.h"
 #include "host/cli/watchdog.h"
 #include "host/sheet/script_player.h"
@@ -116,8 +117,7 @@ private:
     SheetReport report_;
 };
 
-} // namespace
-
+// The printer's options and those of the script.
 std::vector<OptionRow> SheetOptions()
 {
     std::vector<OptionRow> options = PrinterOptions();
@@ -145,10 +145,7 @@ std::vector<OptionRow> SheetOptions()
     return options;
 }
 
-int RunSheetCommand(SheetKind kind, const Arguments& arguments, Output& output)
-{
-    return SheetCommand(kind, arguments, output).Run();
-}
+} // namespace
 
 Command PreferencesCommand()
 {
@@ -160,7 +157,7 @@ Command PreferencesCommand()
             "stays open until you close it.\n",
             SheetOptions(),
             [](const Arguments& arguments, Output& output) {
-                return RunSheetCommand(SheetKind::Preferences, arguments, output);
+                return SheetCommand(SheetKind::Preferences, arguments, output).Run();
             }};
 }
 
@@ -172,7 +169,7 @@ Command PropertiesCommand()
             "",
             SheetOptions(),
             [](const Arguments& arguments, Output& output) {
-                return RunSheetCommand(SheetKind::Properties, arguments, output);
+                return SheetCommand(SheetKind::Properties, arguments, output).Run();
             }};
 }
 

@@ -2,7 +2,6 @@
 
 #include <ostream>
 
-#include "host/cli/json.h"
 #include "host/sheet/sheet_controls.h"
 
 namespace tintwerk {
@@ -56,19 +55,9 @@ Json CallCounts(const CallLog& calls)
 
 } // namespace
 
-struct SheetReport::Pages
-{
-    Json json = Json::array();
-};
-
-SheetReport::SheetReport() : pages_(std::make_unique<Pages>())
-{
-}
-SheetReport::~SheetReport() = default;
-
 void SheetReport::Describe(ScriptPlayer& player)
 {
-    pages_->json = Json::array();
+    pages_ = Json::array();
     for (int i = 0; i < player.PageCount(); ++i) {
         const SheetPage& page = player.Sheet().Pages()[i];
         const HWND window = player.ShowPage(i);
@@ -79,7 +68,7 @@ void SheetReport::Describe(ScriptPlayer& player)
         json["controls"] = Json::array();
         for (const HWND control : window ? ControlsOf(window) : std::vector<HWND>())
             json["controls"].push_back(DescribeControl(control, page));
-        pages_->json.push_back(std::move(json));
+        pages_.push_back(std::move(json));
     }
 }
 
@@ -92,7 +81,7 @@ void SheetReport::Write(std::ostream& out, SheetKind kind, PrinterRun& printer, 
     json["language"] = printer.IsGerman() ? "de" : "en";
     json["problem"] = problem;
     json["steps"] = lines_;
-    json["pages"] = pages_->json;
+    json["pages"] = pages_;
     json["applied"] = printer.Kept();
     json["selections_file"] = printer.Kept() ? Json(Utf8FromPath(printer.StoreFile())) : Json();
     json["changes"] = Json::array();
@@ -106,7 +95,7 @@ void SheetReport::Write(std::ostream& out, SheetKind kind, PrinterRun& printer, 
         json["selections"][feature] = option;
     json["call_counts"] = CallCounts(printer.Core().Calls());
     json["calls"] = printer.Core().Calls().Lines();
-    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+    WriteJson(out, json);
 }
 
 } // namespace tintwerk

@@ -3,10 +3,10 @@
 #pragma once
 
 #include <iosfwd>
-#include <memory>
 #include <string>
 #include <vector>
 
+#include "host/cli/json.h"
 #include "host/cli/printer_run.h"
 #include "host/sheet/property_sheet.h"
 #include "host/sheet/script_player.h"
@@ -16,18 +16,13 @@ namespace tintwerk {
 class SheetReport
 {
 public:
-    SheetReport();
-    ~SheetReport();
-
     void AddLine(const std::string& line) { lines_.push_back(line); }
     // Reads every page of the open sheet, brings each to the front.
     void Describe(ScriptPlayer& player);
     void Write(std::ostream& out, SheetKind kind, PrinterRun& printer, const std::string& problem);
 
 private:
-    struct Pages; // the part in JSON
-
-    std::unique_ptr<Pages> pages_;
+    Json pages_ = Json::array();
     std::vector<std::string> lines_;
 };
 

@@ -17,8 +17,8 @@
 
 #include "host/core/call_log.h"
 #include "host/core/selections.h"
-#include "host/core/wide_text.h"
 #include "host/ppd/ppd.h"
+#include "host/ppd/wide_text.h"
 #include "platform/coredriver.h"
 
 namespace tintwerk {

@@ -9,9 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "host/core/wide_text.h"
 #include "host/ppd/keyword_table.h"
 #include "host/ppd/ppd.h"
+#include "host/ppd/wide_text.h"
 #include "platform/coredriver.h"
 
 namespace tintwerk {

@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "host/ppd/ppd_text.h"
+#include "host/ppd/wide_text.h"
 #include "platform/whole_file.h"
 
 namespace tintwerk {
@@ -43,8 +44,7 @@ std::string HexOf(const std::vector<unsigned char>& bytes)
 
 Selections Selections::Load(const std::filesystem::path& file)
 {
-    const std::u8string utf8 = file.u8string();
-    const std::string name(utf8.begin(), utf8.end());
+    const std::string name = Utf8FromPath(file);
     std::string text;
     if (!ReadWhole(file, text)) throw std::runtime_error(name + ": the selections cannot be read");
     return FromText(name, text);
@@ -103,11 +103,11 @@ bool Selections::Save(const std::filesystem::path& file, std::string& error) con
     std::filesystem::path fresh = file;
     fresh += ".new";
     if (!WriteWhole(fresh, Text())) {
-        error = fresh.string() + ": cannot be written";
+        error = Utf8FromPath(fresh) + ": cannot be written";
         return false;
     }
     if (!PutInPlace(fresh, file)) {
-        error = file.string() + ": cannot be replaced";
+        error = Utf8FromPath(file) + ": cannot be replaced";
         std::filesystem::remove(fresh, code);
         return false;
     }

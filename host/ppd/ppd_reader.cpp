@@ -7,6 +7,7 @@
 #include "host/ppd/ppd_draft.h"
 #include "host/ppd/ppd_scanner.h"
 #include "host/ppd/ppd_text.h"
+#include "host/ppd/wide_text.h"
 #include "platform/whole_file.h"
 
 namespace tintwerk {
@@ -517,8 +518,7 @@ std::optional<std::string> FileText(const std::filesystem::path& path, std::stri
 
 PpdResult ReadPpd(const std::filesystem::path& path, const PpdReadOptions& options)
 {
-    const std::u8string name8 = path.u8string();
-    const std::string name(name8.begin(), name8.end());
+    const std::string name = Utf8FromPath(path);
     std::string problem;
     std::optional<std::string> text = FileText(path, problem);
     if (!text) return {nullptr, {name, 0, "the file cannot be read: " + problem}};

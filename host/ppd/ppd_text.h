@@ -1,6 +1,8 @@
 // Small text operations that the readers of PPDs and of selections share.
 #pragma once
 
+#include <charconv>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -42,6 +44,16 @@ inline std::string Quoted(std::string_view text)
 {
     std::string quoted(1, '"');
     return quoted.append(text).append(1, '"');
+}
+
+// The decimal number that a whole text is, with or without a sign; nothing when it is anything else.
+template <typename Number> std::optional<Number> DecimalNumber(std::string_view text)
+{
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    Number number{};
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const bool whole = error == std::errc() && end == text.data() + text.size();
+    return whole ? std::optional(number) : std::nullopt;
 }
 
 // The value of a hexadecimal digit, or -1.

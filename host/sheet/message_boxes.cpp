@@ -1,6 +1,6 @@
 #include "host/sheet/message_boxes.h"
 
-#include "host/core/wide_text.h"
+#include "host/ppd/wide_text.h"
 #include "platform/function_hook.h"
 #include "platform/win32.h"
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/core/wide_text.h"
+#include "host/ppd/wide_text.h"
 #include "platform/win32.h"
 
 namespace tintwerk {

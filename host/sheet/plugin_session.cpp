@@ -56,10 +56,10 @@ std::string PluginSession::Create()
 // Who are you, which helpers do you want, here they are, shall I hide my own pages.
 std::string PluginSession::Introduce()
 {
-    DWORD needed = 0, helpers = 0;
-    HRESULT result = plugin_->GetInfo(OEMGI_GETSIGNATURE, &signature_, sizeof signature_, &needed);
+    DWORD needed = 0, answer = 0, helpers = 0;
+    HRESULT result = plugin_->GetInfo(OEMGI_GETSIGNATURE, &answer, sizeof answer, &needed);
     if (FAILED(result)) return WithResult("the plug-in tells no signature", result);
-    result = plugin_->GetInfo(OEMGI_GETVERSION, &version_, sizeof version_, &needed);
+    result = plugin_->GetInfo(OEMGI_GETVERSION, &answer, sizeof answer, &needed);
     if (FAILED(result)) return WithResult("the plug-in tells no version", result);
     result = plugin_->GetInfo(OEMGI_GETREQUESTEDHELPERINTERFACES, &helpers, sizeof helpers, &needed);
     if (FAILED(result)) helpers = 0;
@@ -68,7 +68,7 @@ std::string PluginSession::Introduce()
     if (SUCCEEDED(result) && (helpers & OEMPUBLISH_IPRINTCOREHELPER))
         result = plugin_->PublishDriverInterface(core_.Helper());
     if (FAILED(result)) return WithResult("the plug-in takes no helper interface", result);
-    hidesStandardPages_ = plugin_->HideStandardUI(0) == S_OK;
+    plugin_->HideStandardUI(0); // this host has no pages of its own to hide
     return {};
 }
 

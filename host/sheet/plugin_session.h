@@ -31,10 +31,6 @@ public:
     CoreDriver& Core() { return core_; }
     Selections& Chosen() { return selections_; }
 
-    DWORD Signature() const { return signature_; }
-    DWORD Version() const { return version_; }
-    bool HidesStandardPages() const { return hidesStandardPages_; }
-
     // The private part, as the plug-in reads and writes it.
     std::vector<BYTE>& PrivateDevmode() { return privateDevmode_; }
     // The whole DEVMODE of now: public part, the core driver's, the plug-in's.
@@ -52,9 +48,6 @@ private:
     PluginModule module_;
     HeapHandle heap_;
     ComPtr<IPrintOemUI2> plugin_;
-    DWORD signature_ = 0;
-    DWORD version_ = 0;
-    bool hidesStandardPages_ = false;
     std::vector<BYTE> privateDevmode_;
 };
 

@@ -143,7 +143,6 @@ LONG_PTR CALLBACK PropertySheet::SheetFunction(HANDLE sheet, UINT function, LPAR
     case CPSFUNC_ADD_PCOMPROPSHEETUIW:
         return self->AddOptionItems(sheet, lParam1, lParam2);
     case CPSFUNC_SET_RESULT:
-        self->reportedResult_ = lParam2;
         self->applied_();
         break;
     default:

@@ -46,8 +46,6 @@ public:
     std::span<const SheetPage> Pages() const { return pages_; }
     HWND Window() const; // null while there is none
     PluginSession& Session() { return session_; }
-    // What the plug-in reported for its last applied page.
-    std::optional<LPARAM> ReportedResult() const { return reportedResult_; }
 
 private:
     struct Parameters : OEMUIPSPARAM
@@ -74,7 +72,6 @@ private:
     ULONG_PTR pluginData_ = 0;
     std::vector<SheetPage> pages_;
     std::vector<std::unique_ptr<OptionItemsPage>> itemPages_;
-    std::optional<LPARAM> reportedResult_;
     std::string problem_;
 };
 

@@ -2,10 +2,9 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <cstdio>
-#include <cstdlib>
+
+#include "host/ppd/ppd_text.h"
 
 namespace tintwerk {
 
@@ -32,15 +31,6 @@ constexpr std::array<StepOption, 11> kStepOptions{{
     {"cancel", StepKind::Cancel, false},
 }};
 
-std::optional<int> WholeNumber(std::string_view text)
-{
-    if (text.starts_with('+')) text.remove_prefix(1);
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || end != text.data() + text.size() || text.empty()) return std::nullopt;
-    return number;
-}
-
 std::string Tenths(int value, int divisor)
 {
     char text[32];
@@ -51,7 +41,7 @@ std::string Tenths(int value, int divisor)
 // Empty when the slider can stand at the position.
 std::string SliderProblem(const ControlBinding& slider, std::string_view value)
 {
-    const std::optional<int> position = WholeNumber(value);
+    const std::optional<int> position = DecimalNumber<int>(value);
     if (position && *position >= slider.minimum && *position <= slider.maximum) return {};
     std::string text =
         "the slider runs from " + std::to_string(slider.minimum) + " to " + std::to_string(slider.maximum) +
@@ -63,11 +53,8 @@ std::string SliderProblem(const ControlBinding& slider, std::string_view value)
 
 std::string NumberProblem(const NumberFieldBinding& field, std::string_view value)
 {
-    const std::string text(value);
-    char* end = nullptr;
-    const double number = std::strtod(text.c_str(), &end);
-    const bool complete = !text.empty() && *end == '\0' && std::isfinite(number);
-    if (complete && number * field.divisor >= field.minimum && number * field.divisor <= field.maximum)
+    const std::optional<double> number = DecimalNumber<double>(value);
+    if (number && *number * field.divisor >= field.minimum && *number * field.divisor <= field.maximum)
         return {};
     return "the number field takes " + Tenths(field.minimum, field.divisor) + " to " +
            Tenths(field.maximum, field.divisor);

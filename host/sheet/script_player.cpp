@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "host/ppd/ppd_text.h"
 #include "host/sheet/sheet_controls.h"
 #include "host/sheet/standard_texts.h"
 #include "platform/snapshot.h"
@@ -14,11 +15,6 @@ namespace {
 constexpr std::string_view kFormTrayTable = "*UseFormTrayTable"; // an input slot that popups do not offer
 
 ScriptPlayer* player = nullptr;
-
-std::string Quoted(const std::string& text)
-{
-    return '"' + text + '"';
-}
 
 std::string ListOf(const std::vector<ComboItem>& items)
 {
@@ -184,7 +180,7 @@ void ScriptPlayer::Set(const Step& step)
     const PageControl& control = *ControlOfFeature(step.subject);
     const HWND window = UsableControl(control);
     if (control.slider)
-        DragSlider(window, std::atoi(step.value.c_str()));
+        DragSlider(window, DecimalNumber<int>(step.value).value_or(0));
     else
         TypeInto(window, WideFromUtf8(step.value));
     Show(step.subject);
@@ -341,7 +337,7 @@ void ScriptPlayer::TakePicture(const std::filesystem::path& folder)
     if (const std::string problem = SaveWindowPicture(sheet_.Window(), file); !problem.empty())
         throw Failed{problem};
     pictures_.push_back(file);
-    settings_.tell("picture: " + file.generic_string());
+    settings_.tell("picture: " + Utf8FromPath(file));
 }
 
 void ScriptPlayer::Tour(const std::filesystem::path& folder)

@@ -1,7 +1,7 @@
 #include "host/sheet/sheet_controls.h"
 
+#include "host/ppd/ppd_text.h"
 #include <algorithm>
-#include <charconv>
 
 namespace tintwerk {
 
@@ -165,13 +165,11 @@ void Click(HWND button)
 
 HWND FindButton(HWND page, const std::string& textOrNumber)
 {
-    int number = 0;
-    const char* const end = textOrNumber.data() + textOrNumber.size();
-    const bool isNumber = std::from_chars(textOrNumber.data(), end, number).ptr == end;
+    const std::optional<int> number = DecimalNumber<int>(textOrNumber);
     for (const HWND control : ControlsOf(page)) {
         if (KindOfControl(control) != "button") continue;
-        if (isNumber ? GetDlgCtrlID(control) == number
-                     : WithoutMnemonic(TextOfWindow(control)) == textOrNumber)
+        if (number ? GetDlgCtrlID(control) == *number
+                   : WithoutMnemonic(TextOfWindow(control)) == textOrNumber)
             return control;
     }
     return nullptr;

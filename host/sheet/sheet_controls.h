@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "host/core/wide_text.h"
+#include "host/ppd/wide_text.h"
 #include "platform/win32.h"
 
 namespace tintwerk {

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <string>
 
-#include "host/core/wide_text.h"
+#include "host/ppd/wide_text.h"
 
 namespace tintwerk {
 namespace {

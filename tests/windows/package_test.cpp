@@ -5,8 +5,8 @@
 
 #include <filesystem>
 
-#include "host/core/wide_text.h"
 #include "host/ppd/ppd_reader.h"
+#include "host/ppd/wide_text.h"
 #include "platform/win32.h"
 #include "src/config/registry_values.h"
 

@@ -1,7 +1,9 @@
 #include "host/cli/arguments.h"
 
 #include <algorithm>
+#include <ranges>
 
+#include "host/cli/near_names.h"
 #include "host/ppd/ppd_text.h"
 
 namespace tintwerk {
@@ -36,8 +38,9 @@ Arguments::Arguments(std::span<const std::string> words, std::span<const OptionR
         const std::string_view name = word.substr(2, equals == std::string_view::npos ? equals : equals - 2);
         const auto row = std::ranges::find(options, name, &OptionRow::name);
         if (row == options.end())
-            Misused("--" + std::string(name) + ": no such option; tintwerk " + command_ +
-                    " --help lists them");
+            Misused("--" + std::string(name) + ": no such option" +
+                    DidYouMean(name, options | std::views::transform(&OptionRow::name), "--") +
+                    "; tintwerk " + command_ + " --help lists them");
         GivenOption given{std::string(name), ""};
         if (row->value.empty() && equals != std::string_view::npos)
             Misused("--" + given.name + ": takes no value");

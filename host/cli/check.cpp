@@ -211,6 +211,7 @@ int Run(const Arguments& arguments, Output& output)
     const RuleChoice choice = ChosenRules(arguments);
     const std::vector<std::string> files = PpdOperands(arguments, "check");
     if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
+    const DefaultConfigDirectory config(std::filesystem::temp_directory_path());
     CheckReport report(StyleOf(arguments, output));
     output.out << report.Begin();
     {

@@ -6,6 +6,7 @@
 #include "host/cli/json.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
+#include "src/ink/consumption_layout.h"
 #include "src/ink/ink_channels.h"
 #include "src/ink/ink_file.h"
 
@@ -13,15 +14,26 @@ namespace tintwerk {
 
 namespace {
 
+// As the page shows it, with the counter behind it.
+std::string Shown(int shown, int counter)
+{
+    char text[64];
+    std::snprintf(text, sizeof text, "%8d  (%d)", shown, counter);
+    return text;
+}
+
 void Print(std::ostream& out, const SheetContext& context)
 {
-    out << "channel  ink               last job       total\n";
+    char line[160];
+    std::snprintf(line, sizeof line, "%-8s %-15s %-24s %s\n", "channel", "ink", "last job (counter)",
+                  "total (counter)");
+    out << line;
     for (int i = 0; i < kInkChannels; ++i) {
         if (context.inkCounters.shownRank[i] == 0) continue;
-        char line[96];
-        std::snprintf(line, sizeof line, "%-8s %-15s %10d  %10d\n", kInkChannelTable[i].code,
-                      kInkChannelTable[i].name, static_cast<int>(context.inkCounters.lastJob[i]),
-                      static_cast<int>(context.inkCounters.total[i]));
+        const int lastJob = context.inkCounters.lastJob[i], total = context.inkCounters.total[i];
+        std::snprintf(line, sizeof line, "%-8s %-15s %-24s %s\n", kInkChannelTable[i].code,
+                      kInkChannelTable[i].name, Shown(LineNumber(lastJob), lastJob).c_str(),
+                      Shown(LineNumber(TotalValue(total)), total).c_str());
         out << line;
     }
 }
@@ -35,7 +47,9 @@ Json AsJson(const std::string& file, const SheetContext& context)
         json["channels"].push_back({{"code", kInkChannelTable[i].code},
                                     {"name", kInkChannelTable[i].name},
                                     {"last_job", context.inkCounters.lastJob[i]},
-                                    {"total", context.inkCounters.total[i]}});
+                                    {"total", context.inkCounters.total[i]},
+                                    {"last_job_shown", LineNumber(context.inkCounters.lastJob[i])},
+                                    {"total_shown", LineNumber(TotalValue(context.inkCounters.total[i]))}});
     }
     return json;
 }

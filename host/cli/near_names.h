@@ -1,7 +1,8 @@
-// Names that somebody may have meant. Used by the rules of tintwerk check.
+// Names that somebody may have meant. Used by the rules of tintwerk check and by the command line.
 #pragma once
 
 #include <algorithm>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -33,6 +34,22 @@ inline bool IsNearName(std::string_view a, std::string_view b)
     if (EqualIgnoringCase(a, b)) return true;
     const std::size_t longer = std::max(a.size(), b.size()), shorter = std::min(a.size(), b.size());
     return shorter >= 6 && longer - shorter <= 2 && Distance(a, b) <= (shorter >= 9 ? 2u : 1u);
+}
+
+// The name of a list that somebody may have meant by another, with `before` and a question mark around it;
+// empty when none is near.
+template <typename Names>
+std::string DidYouMean(std::string_view given, const Names& names, std::string_view before)
+{
+    std::string_view nearest;
+    std::size_t least = std::min<std::size_t>(given.size() / 2, 2) + 1;
+    for (const std::string_view name : names) {
+        if (const std::size_t distance = Distance(given, name); distance < least) {
+            least = distance;
+            nearest = name;
+        }
+    }
+    return nearest.empty() ? "" : "; did you mean " + std::string(before) + std::string(nearest) + "?";
 }
 
 inline bool IsNearFeature(const Ppd& ppd, std::string_view keyword)

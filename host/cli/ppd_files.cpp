@@ -40,7 +40,7 @@ std::vector<std::string> PpdOperands(const Arguments& arguments, std::string_vie
         }
         std::sort(files.begin() + static_cast<std::ptrdiff_t>(first), files.end());
         if (files.size() == first && arguments.Operands().size() == 1)
-            throw CommandError(kExitUsage, operand + ": there is no .ppd file below this folder");
+            throw CommandError(kExitFailed, operand + ": there is no .ppd file below this folder");
     }
     if (files.empty())
         throw CommandError(kExitUsage,

@@ -5,7 +5,6 @@
 #include <cstring>
 #include <ostream>
 
-#include "host/cli/product_registry.h"
 #include "platform/debug_sink.h"
 #include "platform/environment.h"
 #include "src/records/private_devmode.h"
@@ -51,7 +50,9 @@ std::vector<OptionRow> PrinterOptions()
         {"language", "en|de", "language of the pages, whatever the PPD says"},
         {"gui-mode", "N", "GUI mode from 0 to 99, whatever the PPD says"},
         {"windows-version", "X.Y", "the version of Windows that the driver is told, such as 6.0"},
-        {"config-dir", "DIR", "the driver's configuration directory (ink files, logos)"},
+        {"config-dir", "DIR",
+         "the driver's configuration directory: ink files, logos (default: the\nregistry's, or config in the "
+         "store)"},
         {"trace", "", "shows the driver's diagnostic lines on standard error"},
     };
 }
@@ -69,6 +70,7 @@ PrinterRun::PrinterRun(const Arguments& arguments, Output& output)
 
     storeFile_ = PathFromUtf8(arguments.Value("store", kDefaultStore)) /
                  PathFromUtf8(SelectionsFileName(Utf8FromWide(name_)));
+    configDirectory_.emplace(storeFile_.parent_path() / "config");
     selections_ = Selections::Load(storeFile_);
     for (const PpdMessage& warning : selections_.Warnings())
         output_.err << "tintwerk: " << warning.Full() << "\n";

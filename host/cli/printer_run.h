@@ -4,12 +4,14 @@
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "host/cli/arguments.h"
 #include "host/cli/printer_entry.h"
+#include "host/cli/product_registry.h"
 #include "host/cli/program.h"
 #include "host/core/core_driver.h"
 #include "host/core/selections.h"
@@ -76,6 +78,7 @@ private:
     std::unique_ptr<PluginSession> session_;
     WideString name_;
     std::unique_ptr<SpooledPrinter> printer_;
+    std::optional<DefaultConfigDirectory> configDirectory_;
     bool german_ = false;
     bool kept_ = false;
     std::string keepProblem_;

@@ -47,4 +47,23 @@ void UseConfigDirectory(const std::string& path)
     WriteProductValue("ConfigDir", AbsolutePath(path));
 }
 
+DefaultConfigDirectory::DefaultConfigDirectory(const std::filesystem::path& folder)
+{
+    char known[kRegistryTextBytes];
+    if (ReadConfigDir(known) == 0) return;
+    try {
+        WriteProductValue("ConfigDir", AbsolutePath(Utf8FromPath(folder)));
+        written_ = true;
+    } catch (const CommandError&) { // without the right to write there the pages show no ink and no logo
+    }
+}
+
+DefaultConfigDirectory::~DefaultConfigDirectory()
+{
+    RegistryKey key;
+    if (written_ && RegOpenKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, KEY_SET_VALUE | KEY_WOW64_64KEY,
+                                  key.Receive()) == ERROR_SUCCESS)
+        RegDeleteValueA(key.Get(), "ConfigDir");
+}
+
 } // namespace tintwerk

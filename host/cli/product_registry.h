@@ -2,6 +2,7 @@
 // an installation.
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace tintwerk {
@@ -13,5 +14,18 @@ void WriteProductValue(const char* name, const std::string& value);
 // The driver's configuration directory, given as a path from the current folder or an absolute one; as above
 // when there is none.
 void UseConfigDirectory(const std::string& path);
+
+// While it lives the driver has a configuration directory: this one, where the registry names none.
+class DefaultConfigDirectory
+{
+public:
+    explicit DefaultConfigDirectory(const std::filesystem::path& folder);
+    ~DefaultConfigDirectory();
+    DefaultConfigDirectory(const DefaultConfigDirectory&) = delete;
+    DefaultConfigDirectory& operator=(const DefaultConfigDirectory&) = delete;
+
+private:
+    bool written_ = false;
+};
 
 } // namespace tintwerk

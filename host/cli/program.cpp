@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <ostream>
+#include <ranges>
+
+#include "host/cli/near_names.h"
 
 namespace tintwerk {
 
@@ -35,7 +38,8 @@ void PrintHelp(std::ostream& out, const Command& command)
 
 int RunCommand(const Command& command, std::span<const std::string> words, Output& output)
 {
-    if (std::ranges::find(words, "--help") != words.end()) {
+    if (std::ranges::any_of(words,
+                            [](const std::string& word) { return word == "--help" || word == "-h"; })) {
         PrintHelp(output.out, command);
         return kExitSuccess;
     }
@@ -50,7 +54,7 @@ int Dispatch(std::span<const std::string> arguments, Output& output)
 {
     const std::vector<Command> commands = Commands();
     const std::string_view first = arguments.empty() ? std::string_view() : std::string_view(arguments[0]);
-    if (first == "--help" || first == "help") {
+    if (first == "--help" || first == "-h" || first == "help") {
         PrintOverview(output.out, commands);
         return kExitSuccess;
     }
@@ -64,7 +68,9 @@ int Dispatch(std::span<const std::string> arguments, Output& output)
     }
     const auto command = std::ranges::find(commands, first, &Command::name);
     if (command == commands.end()) {
-        output.err << "tintwerk: " << first << ": no such command; tintwerk --help lists them\n";
+        output.err << "tintwerk: " << first << ": no such command"
+                   << DidYouMean(first, commands | std::views::transform(&Command::name), "")
+                   << "; tintwerk --help lists them\n";
         return kExitUsage;
     }
     try {

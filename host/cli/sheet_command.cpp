@@ -1,5 +1,6 @@
 // tintwerk preferences and tintwerk properties: open a sheet, by hand or from a script, and tell what came of
 // it.
+#include <algorithm>
 #include <ostream>
 
 #include "host/cli/printer_run.h"
@@ -8,12 +9,25 @@
 #include "host/cli/watchdog.h"
 #include "host/sheet/script_player.h"
 #include "platform/console.h"
+#include "platform/snapshot.h"
+#include "src/bindings/advanced_features.h"
 
 namespace tintwerk {
 
 namespace {
 
 constexpr int kScriptSeconds = 60; // how long a script may take by default
+
+void RefusePictures(std::span<const Step> steps)
+{
+    for (const Step& step : steps) {
+        if (step.kind == StepKind::Screenshot || step.kind == StepKind::Tour)
+            throw CommandError(kExitUsage, step.source +
+                                               ": pictures are taken of real windows, which this program "
+                                               "has on Windows only; ./run with the same arguments takes "
+                                               "them under Wine");
+    }
+}
 
 std::vector<Step> StepsOf(const Arguments& arguments)
 {
@@ -25,6 +39,7 @@ std::vector<Step> StepsOf(const Arguments& arguments)
         else if (const std::string& problem = std::get<std::string>(parsed); !problem.empty())
             throw CommandError(kExitUsage, problem);
     }
+    if (!CanTakePictures()) RefusePictures(steps);
     for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
         if (steps[i].kind == StepKind::Ok || steps[i].kind == StepKind::Cancel)
             throw CommandError(kExitUsage, steps[i + 1].source + ": stands behind " + steps[i].source +
@@ -44,7 +59,7 @@ public:
 
     int Run()
     {
-        const std::vector<Step> steps = StepsOf(arguments_);
+        std::vector<Step> steps = StepsOf(arguments_);
         constexpr std::string_view kAnswers[] = {"ok", "cancel"};
         const bool confirms = arguments_.OneOf("answer", "cancel", kAnswers) == "ok";
         const int pace = arguments_.Number("pace", 10, 1, 60000);
@@ -52,11 +67,13 @@ public:
         const bool scripted = !steps.empty() || json_;
         PrinterRun printer(arguments_, output_);
         if (!scripted && !WindowsAreVisible())
-            throw CommandError(kExitUsage,
-                               "there is no display on which you could see the window; give steps "
-                               "(--page, --set, --tour DIR ...) or --json");
+            throw CommandError(
+                kExitUsage,
+                "nobody could see the window: there is no display, or only a virtual one; run it on a "
+                "desktop, or give steps (--page, --set ...) or --json");
         printer.Core().Calls().Record(json_);
         PluginSession& session = printer.StartPlugin();
+        Install(printer, steps);
         PropertySheet sheet(session, kind_, printer.Name(), printer.Printer(), printer.IsGerman(),
                             [&printer] { printer.Keep(); });
         std::string problem;
@@ -72,10 +89,46 @@ public:
         } else {
             problem = sheet.Run();
         }
-        return Finish(printer, problem.empty() ? printer.KeepProblem() : problem);
+        if (problem.empty()) problem = printer.KeepProblem();
+        return Finish(printer, problem.empty() ? RefusedBy(printer.Core()) : problem);
     }
 
 private:
+    // Installable options are the administrator's: they are set before the pages open, and stay.
+    void Install(PrinterRun& printer, std::vector<Step>& steps)
+    {
+        std::erase_if(steps, [&](const Step& step) {
+            const PpdFeature* const feature = printer.Description().Find(step.subject);
+            if (step.kind != StepKind::Choose || !feature || !feature->installable ||
+                ControlOfFeature(step.subject) || AdvancedGroupOf(step.subject))
+                return false;
+            if (!printer.Core().Select(step.subject, step.value)) {
+                std::string offered;
+                for (const PpdOption& option : feature->options)
+                    offered += (offered.empty() ? "" : ", ") + std::string(option.keyword);
+                throw CommandError(kExitFailed, step.source + ": the options are " + offered);
+            }
+            Tell(step.subject + ": installable option at " + step.value);
+            printer.Keep();
+            return true;
+        });
+    }
+
+    // Settings that the pages show but the core driver would not take are lost.
+    static std::string RefusedBy(const CoreDriver& core)
+    {
+        std::vector<std::string> lost;
+        for (const std::string& setting : core.RefusedSettings()) {
+            if (core.Description().Find(setting.substr(0, setting.find('='))) &&
+                !std::ranges::count(lost, setting))
+                lost.push_back(setting);
+        }
+        std::string text;
+        for (const std::string& setting : lost)
+            text += (text.empty() ? "the core driver refused " : ", ") + setting;
+        return text.empty() ? text : text + ": the PPD has no such option; the selection stayed as it was";
+    }
+
     void Tell(const std::string& line)
     {
         if (json_)
@@ -127,12 +180,16 @@ std::vector<OptionRow> SheetOptions()
          "or information"},
         {"set", "FEATURE=N",
          "moves a slider to a position, or types into a number field:\n--set halvBrightness=2"},
-        {"choose", "FEATURE=OPTION", "picks an option of a popup or an option item: --choose PageSize=A4"},
+        {"choose", "FEATURE=OPTION",
+         "selects an option of the PPD on whatever control stands for it:\n--choose PageSize=A4, --choose "
+         "halvBrightness=10 (the PPD value);\ninstallable options are set before the pages open"},
         {"check", "FEATURE[=on|off]", "switches a check box: --check halvPreview"},
         {"press", "TEXT", "presses a button of the page in front, by its text or number"},
         {"show", "FEATURE", "tells what a feature's control shows"},
-        {"screenshot", "DIR", "saves a picture of the page in front as DIR/PAGE.png"},
-        {"tour", "DIR", "saves a picture of every page"},
+        {"screenshot", "DIR",
+         "saves a picture of the page in front as DIR/PAGE.png (real windows\nonly: Windows, or ./run under "
+         "Wine)"},
+        {"tour", "DIR", "saves a picture of every page (real windows only)"},
         {"apply", "", "presses Apply"},
         {"ok", "", "presses OK"},
         {"cancel", "", "presses Cancel; also happens by itself behind the last step"},

@@ -49,6 +49,9 @@ public:
     // Selections of the file that name no feature or option of the PPD: "halvGloss=7: no such option".
     const std::vector<std::string>& Refused() const { return refused_; }
 
+    // What SetOptions would not take, in order: "halvGloss=7".
+    const std::vector<std::string>& RefusedSettings() const { return refusedSettings_; }
+
     // The features as a plug-in sees them: those of the PPD, then the driver's own ("%Orientation").
     std::vector<std::string_view> Features() const;
     std::vector<std::string_view> Options(std::string_view feature) const; // empty: no such feature
@@ -73,6 +76,7 @@ private:
     std::unique_ptr<CoreModel> model_;
     std::vector<std::size_t> selected_; // by feature
     std::vector<std::string> refused_;
+    std::vector<std::string> refusedSettings_;
     CallLog calls_;
     CoreHelper* helper_;
 };

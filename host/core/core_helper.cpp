@@ -249,7 +249,10 @@ HRESULT CoreHelper::Set(DWORD flags, PCSTR pairs, DWORD size, DWORD& result)
     for (std::string_view feature, option; reader.Next(feature);) {
         const auto number = model.FindFeature(feature);
         const auto choice = number && reader.Next(option) ? model.FindOption(*number, option) : std::nullopt;
-        if (!choice) return E_INVALIDARG; // nothing is changed
+        if (!choice) { // nothing is changed
+            driver_->refusedSettings_.push_back(ShownList(pairs, size, true));
+            return E_INVALIDARG;
+        }
         selected[*number] = *choice;
         chosen[*number] = true;
     }

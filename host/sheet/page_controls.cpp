@@ -97,6 +97,14 @@ const PageControl* ControlOfFeature(std::string_view feature)
     });
 }
 
+const NumberFieldBinding* FieldOfRest(std::string_view feature)
+{
+    const auto field = std::ranges::find_if(kNumberFieldTable, [feature](const NumberFieldBinding& row) {
+        return feature == RestFeature(row).name;
+    });
+    return field == kNumberFieldTable.end() ? nullptr : &*field;
+}
+
 const PageControl* ControlOnPage(PageName page, int id)
 {
     return FindControl([=](const PageControl& control) { return control.page == page && control.id == id; });

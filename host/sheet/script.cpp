@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
+#include <vector>
 
 #include "host/ppd/ppd_text.h"
 
@@ -31,13 +33,6 @@ constexpr std::array<StepOption, 11> kStepOptions{{
     {"cancel", StepKind::Cancel, false},
 }};
 
-std::string Tenths(int value, int divisor)
-{
-    char text[32];
-    std::snprintf(text, sizeof text, "%.1f", static_cast<double>(value) / divisor);
-    return text;
-}
-
 // Empty when the slider can stand at the position.
 std::string SliderProblem(const ControlBinding& slider, std::string_view value)
 {
@@ -58,6 +53,53 @@ std::string NumberProblem(const NumberFieldBinding& field, std::string_view valu
         return {};
     return "the number field takes " + Tenths(field.minimum, field.divisor) + " to " +
            Tenths(field.maximum, field.divisor);
+}
+
+// Empty when the value is among these, which ascend; else which they are, and those beside it.
+std::string ValueProblem(const std::vector<int>& values, std::string_view text)
+{
+    const std::optional<int> value = DecimalNumber<int>(text);
+    const auto above = std::ranges::lower_bound(values, value.value_or(values.front()));
+    if (value && above != values.end() && *above == *value) return {};
+    std::string problem =
+        "the PPD values run from " + std::to_string(values.front()) + " to " + std::to_string(values.back());
+    if (!value) return problem;
+    if (above == values.end()) return problem + "; the nearest is " + std::to_string(values.back());
+    if (above == values.begin()) return problem + "; the nearest is " + std::to_string(values.front());
+    return problem + "; the nearest are " + std::to_string(*std::prev(above)) + " and " +
+           std::to_string(*above);
+}
+
+std::vector<int> ValuesFrom(int first, int last, int step)
+{
+    std::vector<int> values;
+    for (int value = first; value <= last; value += step)
+        values.push_back(value);
+    return values;
+}
+
+std::string ChooseProblem(std::string_view feature, std::string_view value)
+{
+    if (value.empty()) return "an option keyword is missing after \"=\"";
+    if (const NumberFieldBinding* const rest = FieldOfRest(feature))
+        return ValueProblem(ValuesFrom(0, rest->coarseStep * rest->divisor - 1, 1), value);
+    const PageControl* const control = ControlOfFeature(feature);
+    if (control && control->slider) {
+        std::vector<int> values = ValuesFrom(control->slider->minimum, control->slider->maximum, 1);
+        for (int& each : values)
+            each = PpdValue(*control->slider, each);
+        return ValueProblem(values, value);
+    }
+    if (control && control->number) {
+        const NumberFieldBinding& field = *control->number;
+        return ValueProblem(
+            ValuesFrom(field.minimum / field.divisor, field.maximum / field.divisor, field.coarseStep),
+            value);
+    }
+    if (!control || !control->checkBox) return {};
+    if (!IsPpdFeature(*control->checkBox))
+        return "no PPD feature has this name (--check works the check box)";
+    return value == "0" || value == "1" ? "" : "a check box has the PPD values 0 and 1";
 }
 
 std::string SetProblem(std::string_view feature, std::string_view value)
@@ -87,7 +129,7 @@ std::string ProblemWith(const Step& step)
     case StepKind::Check:
         return CheckProblem(step);
     case StepKind::Choose:
-        return step.value.empty() ? "an option keyword is missing after \"=\"" : "";
+        return ChooseProblem(step.subject, step.value);
     case StepKind::Press:
     case StepKind::Show:
     case StepKind::Screenshot:
@@ -99,6 +141,13 @@ std::string ProblemWith(const Step& step)
 }
 
 } // namespace
+
+std::string Tenths(int value, int divisor)
+{
+    char text[32];
+    std::snprintf(text, sizeof text, "%.1f", static_cast<double>(value) / divisor);
+    return text;
+}
 
 std::variant<Step, std::string> ParseStep(std::string_view option, std::string_view value)
 {

@@ -33,6 +33,9 @@ struct Step
     std::string source;  // as it was typed: "--set halvBrightness=2"
 };
 
+// The number of a number field's internal units: "45.5".
+std::string Tenths(int value, int divisor);
+
 // The step of a command line option such as ("set", "halvBrightness=2"), or in text what is wrong with it.
 // Options that are no steps give an empty text.
 std::variant<Step, std::string> ParseStep(std::string_view option, std::string_view value);

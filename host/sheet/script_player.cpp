@@ -1,6 +1,7 @@
 #include "host/sheet/script_player.h"
 
 #include <algorithm>
+#include <cmath>
 #include <system_error>
 
 #include "host/ppd/ppd_text.h"
@@ -186,11 +187,29 @@ void ScriptPlayer::Set(const Step& step)
     Show(step.subject);
 }
 
+// Of a slider, number field or check box the value is the PPD's own.
 void ScriptPlayer::Choose(const Step& step)
 {
-    if (!ChooseInPopup(step) && !ChooseOptionItem(step))
-        throw Failed{"no popup and no option item of this sheet stands for " + step.subject};
-    Show(step.subject);
+    const NumberFieldBinding* const rest = FieldOfRest(step.subject);
+    const std::string shown = rest ? rest->keyword : step.subject;
+    const PageControl* const control = ControlOfFeature(shown);
+    const int value = DecimalNumber<int>(step.value).value_or(0);
+    if (control && control->slider) {
+        DragSlider(UsableControl(*control), PositionOf(*control->slider, value));
+    } else if (control && control->number) {
+        const NumberFieldBinding& field = *control->number;
+        const HWND edit = UsableControl(*control);
+        const double typed = DecimalNumber<double>(TextOfWindow(edit)).value_or(0);
+        NumberParts parts = SplitNumber(field, static_cast<int>(std::lround(typed * field.divisor)));
+        (rest ? parts.rest : parts.coarse) = value;
+        TypeInto(edit, WideFromUtf8(Tenths(JoinNumber(field, parts), field.divisor)));
+    } else if (control && control->checkBox) {
+        const HWND box = UsableControl(*control);
+        if (IsBoxChecked(box) != (value == 1)) Click(box);
+    } else if (!ChooseInPopup(step) && !ChooseOptionItem(step)) {
+        throw Failed{"no control of this sheet stands for " + step.subject};
+    }
+    Show(shown);
 }
 
 // The items of a popup carry the number of their option, counted from 1.

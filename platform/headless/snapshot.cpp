@@ -2,9 +2,14 @@
 
 namespace tintwerk {
 
+bool CanTakePictures()
+{
+    return false;
+}
+
 std::string SaveWindowPicture(HWND, const std::filesystem::path&)
 {
-    return "this target has no display to take pictures of (the Windows program has one: ./run)";
+    return "this target has no display to take pictures of";
 }
 
 } // namespace tintwerk

@@ -112,6 +112,11 @@ HRESULT WritePng(const std::filesystem::path& file, int width, int height, Pixel
 
 } // namespace
 
+bool CanTakePictures()
+{
+    return true;
+}
+
 std::string SaveWindowPicture(HWND window, const std::filesystem::path& file)
 {
     RECT place{};

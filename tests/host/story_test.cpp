@@ -115,7 +115,7 @@ TEST_F(Story, AStepThatAUserCouldNotDoEndsTheRun)
         {{"--choose", "PageSize=Napkin"},
          "--choose PageSize=Napkin: the popup does not offer Napkin now; it offers \"A4\""},
         {{"--choose", "Orientation=Upside"}, "--choose Orientation=Upside: the page does not offer Upside"},
-        {{"--choose", "NoSuch=1"}, "no popup and no option item of this sheet stands for NoSuch"},
+        {{"--choose", "NoSuch=1"}, "no control of this sheet stands for NoSuch"},
         {{"--press", "Explode"}, "--press Explode: the page in front has no such button"},
         {{"--page", "information"}, "this sheet has no page \"information\" (it has main, layout, colors"},
         {{"--show", "NoSuch"}, "no control of this sheet stands for this feature"},

@@ -81,11 +81,12 @@ TEST(CommandLine, MistakesNameTheOptionAndWhatIsAccepted)
         int status;
         const char* text;
     } cases[] = {
-        {{"prefs"}, 2, "tintwerk: prefs: no such command"},
+        {{"preferance"}, 2, "tintwerk: preferance: no such command; did you mean preferences?"},
+        {{"x"}, 2, "tintwerk: x: no such command; tintwerk --help"},
         {{}, 2, "Usage: tintwerk COMMAND"},
         {{"preferences"}, 2, "tintwerk: --ppd is missing"},
         {{"preferences", "--ppd"}, 2, "tintwerk: --ppd: its value is missing (FILE)"},
-        {{"preferences", "--sett", "a=b"}, 2, "tintwerk: --sett: no such option"},
+        {{"preferences", "--sett", "a=b"}, 2, "tintwerk: --sett: no such option; did you mean --set?"},
         {{"preferences", "--apply=1"}, 2, "tintwerk: --apply: takes no value"},
         {{"preferences", "-p"}, 2, "tintwerk: -p: options begin with two dashes"},
         {{"preferences", ppd}, 2, "options begin with two dashes (the PPD goes to --ppd)"},
@@ -105,7 +106,7 @@ TEST(CommandLine, MistakesNameTheOptionAndWhatIsAccepted)
          2,
          "there is no such folder"},
         {{"check"}, 2, "no PPD file is given"},
-        {{"check", Sample("config")}, 2, "there is no .ppd file below this folder"},
+        {{"check", Sample("config")}, 1, "there is no .ppd file below this folder"},
         {{"features"}, 2, "no PPD file is given"},
         {{"features", "no-such.ppd"}, 1, "no-such.ppd"},
         {{"ink", "no-such.ink"}, 1, "no-such.ink: the file cannot be read"},

@@ -5,7 +5,7 @@ _tintwerk_options() { # COMMAND
     case $1 in
     preferences | properties)
         echo "$printer --page --set --choose --check --press --show --screenshot --tour --apply --ok --cancel --answer" \
-            "--pace --time-limit"
+            "--script --record --pace --time-limit"
         ;;
     print)
         echo "$printer --document --no-document-name --job --preview --offline --probe-server --install-dir --server" \
@@ -20,6 +20,10 @@ _tintwerk_features() { # PPD: the keywords of its features
     sed -n 's/^\*OpenUI  *\*\([A-Za-z0-9]*\).*/\1/p' -- "$1" 2>/dev/null
 }
 
+_tintwerk_feature_options() { # PPD FEATURE: the options of a feature
+    sed -n "s/^\*$2  *\([^/: ]*\)[/:].*/\1/p" -- "$1" 2>/dev/null
+}
+
 # Answers with the words that may follow; the files among them come from bash itself.
 _tintwerk() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]} words='' ppd='' i
@@ -31,10 +35,26 @@ _tintwerk() {
     fi
     for ((i = 2; i < COMP_CWORD; i++)); do
         [ "${COMP_WORDS[i]}" = --ppd ] && ppd=${COMP_WORDS[i + 1]}
+        [ "$ppd" = = ] && ppd=${COMP_WORDS[i + 2]}
     done
+    # bash takes "--ppd=x" and "Feature=Option" apart at the equals sign.
+    [ "$current" = = ] && current='' previous='='
+    if [ "$previous" = = ]; then
+        i=$((COMP_CWORD - 1))
+        [ "${COMP_WORDS[i]}" = = ] && i=$((i - 1))
+        previous=${COMP_WORDS[i]}
+        if [[ $previous != --* ]]; then
+            mapfile -t COMPREPLY < <(compgen -W "$(_tintwerk_feature_options "$ppd" "$previous")" -- "$current")
+            return
+        fi
+    fi
     case $previous in
     --store | --config-dir | --screenshot | --tour | --install-dir)
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
+        return
+        ;;
+    --script | --record)
+        mapfile -t COMPREPLY < <(compgen -f -- "$current")
         return
         ;;
     --ppd)

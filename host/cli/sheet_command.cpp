@@ -1,15 +1,21 @@
 // tintwerk preferences and tintwerk properties: open a sheet, by hand or from a script, and tell what came of
 // it.
 #include <algorithm>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <optional>
 #include <ostream>
 
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
 #include "host/cli/sheet_report.h"
 #include "host/cli/watchdog.h"
+#include "host/sheet/recorder.h"
 #include "host/sheet/script_player.h"
 #include "platform/console.h"
 #include "platform/snapshot.h"
+#include "platform/whole_file.h"
 #include "src/bindings/advanced_features.h"
 
 namespace tintwerk {
@@ -17,6 +23,16 @@ namespace tintwerk {
 namespace {
 
 constexpr int kScriptSeconds = 60; // how long a script may take by default
+
+// "-" is standard input.
+std::string ScriptText(const std::string& file)
+{
+    if (file == "-") return std::string(std::istreambuf_iterator<char>(std::cin), {});
+    std::string text;
+    if (!std::filesystem::is_regular_file(PathFromUtf8(file)) || !ReadWhole(PathFromUtf8(file), text))
+        throw CommandError(kExitFailed, "--script " + file + ": the file cannot be read");
+    return text;
+}
 
 void RefusePictures(std::span<const Step> steps)
 {
@@ -33,6 +49,12 @@ std::vector<Step> StepsOf(const Arguments& arguments)
 {
     std::vector<Step> steps;
     for (const GivenOption& given : arguments.Options()) {
+        if (given.name == "script") {
+            if (const std::string problem = ParseScript(ScriptText(given.value), given.value, steps);
+                !problem.empty())
+                throw CommandError(kExitUsage, problem);
+            continue;
+        }
         std::variant<Step, std::string> parsed = ParseStep(given.name, given.value);
         if (auto* const step = std::get_if<Step>(&parsed))
             steps.push_back(std::move(*step));
@@ -42,8 +64,8 @@ std::vector<Step> StepsOf(const Arguments& arguments)
     if (!CanTakePictures()) RefusePictures(steps);
     for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
         if (steps[i].kind == StepKind::Ok || steps[i].kind == StepKind::Cancel)
-            throw CommandError(kExitUsage, steps[i + 1].source + ": stands behind " + steps[i].source +
-                                               ", which closes the sheet");
+            throw CommandError(kExitUsage, steps[i + 1].place + steps[i + 1].source + ": stands behind " +
+                                               steps[i].source + ", which closes the sheet");
     }
     return steps;
 }
@@ -64,7 +86,7 @@ public:
         const bool confirms = arguments_.OneOf("answer", "cancel", kAnswers) == "ok";
         const int pace = arguments_.Number("pace", 10, 1, 60000);
         const int limit = arguments_.Number("time-limit", kScriptSeconds, 1, 86400);
-        const bool scripted = !steps.empty() || json_;
+        const bool scripted = !steps.empty() || json_ || arguments_.Has("script");
         PrinterRun printer(arguments_, output_);
         if (!scripted && !WindowsAreVisible())
             throw CommandError(
@@ -73,27 +95,56 @@ public:
                 "desktop, or give steps (--page, --set ...) or --json");
         printer.Core().Calls().Record(json_);
         PluginSession& session = printer.StartPlugin();
+        OpenRecord(printer);
         Install(printer, steps);
         PropertySheet sheet(session, kind_, printer.Name(), printer.Printer(), printer.IsGerman(),
-                            [&printer] { printer.Keep(); });
+                            [this, &printer] {
+                                if (recorder_) recorder_->OnApplied();
+                                printer.Keep();
+                            });
         std::string problem;
         if (scripted) {
             const Watchdog watchdog(limit, "the script took longer than " + std::to_string(limit) +
                                                " s (--time-limit); the run was ended");
-            ScriptSettings settings{steps, static_cast<UINT>(pace), confirms,
-                                    [this](const std::string& line) { Tell(line); }, nullptr};
+            ScriptSettings settings{steps,    static_cast<UINT>(pace),
+                                    confirms, [this](const std::string& line) { Tell(line); },
+                                    {},       {}};
+            settings.afterStep = [this](const Step& step) { Record(step); };
             if (json_) settings.beforeClosing = [this](ScriptPlayer& player) { report_.Describe(player); };
             ScriptPlayer player(sheet, std::move(settings));
             const std::string notShown = sheet.Run();
             problem = player.Problem().empty() ? notShown : player.Problem();
         } else {
+            if (record_.is_open())
+                recorder_.emplace(sheet, [this](const std::string& line) { RecordLine(line); });
             problem = sheet.Run();
+            recorder_.reset();
         }
+        if (record_.is_open() && !record_.flush() && problem.empty())
+            problem = "--record " + arguments_.Value("record") + ": the file could not be written";
         if (problem.empty()) problem = printer.KeepProblem();
         return Finish(printer, problem.empty() ? RefusedBy(printer.Core()) : problem);
     }
 
 private:
+    void OpenRecord(PrinterRun& printer)
+    {
+        if (!arguments_.Has("record")) return;
+        const std::string file = arguments_.Value("record");
+        record_.open(PathFromUtf8(file), std::ios::binary);
+        if (!record_) throw CommandError(kExitFailed, "--record " + file + ": the file cannot be written");
+        RecordLine("# " + Utf8FromWide(printer.Name()) + ", " + printer.Description().FileName());
+    }
+
+    void RecordLine(const std::string& line) { record_ << line << std::endl; }
+
+    void Record(const Step& step)
+    {
+        const bool tellsOnly =
+            step.kind == StepKind::Show || step.kind == StepKind::Screenshot || step.kind == StepKind::Tour;
+        if (record_.is_open() && !tellsOnly) RecordLine(step.source);
+    }
+
     // Installable options are the administrator's: they are set before the pages open, and stay.
     void Install(PrinterRun& printer, std::vector<Step>& steps)
     {
@@ -109,6 +160,7 @@ private:
                 throw CommandError(kExitFailed, step.source + ": the options are " + offered);
             }
             Tell(step.subject + ": installable option at " + step.value);
+            Record(step);
             printer.Keep();
             return true;
         });
@@ -168,6 +220,8 @@ private:
     Output& output_;
     bool json_;
     SheetReport report_;
+    std::ofstream record_;
+    std::optional<Recorder> recorder_;
 };
 
 // The printer's options and those of the script.
@@ -193,6 +247,10 @@ std::vector<OptionRow> SheetOptions()
         {"apply", "", "presses Apply"},
         {"ok", "", "presses OK"},
         {"cancel", "", "presses Cancel; also happens by itself behind the last step"},
+        {"script", "FILE",
+         "plays the steps of a file, one a line as on the command line, \"#\" for\ncomments; - is standard "
+         "input"},
+        {"record", "FILE", "writes what is done in the sheet, by hand or by steps, as such a script"},
         {"answer", "ok|cancel", "how questions that come up are answered (default: cancel)"},
         {"pace", "MS", "milliseconds between two steps (default: 10)"},
         {"time-limit", "S", "seconds that a script may take (default: 60)"},

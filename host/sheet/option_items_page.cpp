@@ -104,6 +104,32 @@ int OptionItemsPage::OptionCount(int item) const
     return IsHeader(Item(item)) ? 0 : Item(item).pOptType->Count;
 }
 
+int OptionItemsPage::FindItem(std::string_view feature, const PpdFeature* known) const
+{
+    for (int i = 0; i < ItemCount(); ++i) {
+        const StandardText* const text = FindStandardText(reinterpret_cast<ULONG_PTR>(Item(i).pName));
+        if (text && (feature == text->keyword ||
+                     (text->keyword.starts_with('%') && feature == text->keyword.substr(1))))
+            return i;
+        if (known && OptionCount(i) > 0 && Utf8FromWide(ItemText(i)) == known->text) return i;
+    }
+    return -1;
+}
+
+int OptionItemsPage::FindOption(int item, std::string_view option, const PpdFeature* known) const
+{
+    std::string_view text = option;
+    for (const PpdOption& each : known ? std::span(known->options) : std::span<const PpdOption>()) {
+        if (each.keyword == option) text = each.text;
+    }
+    for (int i = 0; i < OptionCount(item); ++i) {
+        const StandardText* const standard =
+            FindStandardText(reinterpret_cast<ULONG_PTR>(Item(item).pOptType->pOptParam[i].pData));
+        if (standard ? standard->keyword == option : Utf8FromWide(OptionTextOf(item, i)) == text) return i;
+    }
+    return -1;
+}
+
 WideString OptionItemsPage::OptionTextOf(int item, int option) const
 {
     return OptionText(Item(item).pOptType->pOptParam[option].pData, german_);

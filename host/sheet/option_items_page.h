@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "host/ppd/ppd.h"
 #include "host/ppd/wide_text.h"
 #include "platform/win32.h"
 
@@ -36,6 +37,10 @@ public:
     WideString ItemText(int item) const;
     int OptionCount(int item) const;
     WideString OptionTextOf(int item, int option) const;
+    // By the keywords of feature and option; `known` is the PPD's feature, null for one of the core driver's
+    // own. -1 when there is none.
+    int FindItem(std::string_view feature, const PpdFeature* known) const;
+    int FindOption(int item, std::string_view option, const PpdFeature* known) const;
     // As the keyboard does: sets the control and tells the page. False when there is no such option.
     bool Choose(int item, int option);
 

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "src/records/page_kinds.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
 
@@ -29,6 +30,9 @@ constexpr std::array<PageText, 9> kPageTexts{{
     {PageName::Information, "information", 0},
 }};
 
+// No table has it: with the page size it chooses the borderless twin.
+constexpr CheckBoxBinding kBorderlessBox{kMainPage, "noppd_Borderless", IDC_MAIN_BORDERLESS};
+
 std::vector<PageControl> AllControls()
 {
     std::vector<PageControl> all;
@@ -41,6 +45,10 @@ std::vector<PageControl> AllControls()
     for (const CheckBoxBinding& row : kCheckBoxTable)
         all.push_back(
             {.feature = row.keyword, .page = PageOfTab(row.tabBit), .id = row.controlId, .checkBox = &row});
+    all.push_back({.feature = kBorderlessBox.keyword,
+                   .page = PageName::Main,
+                   .id = kBorderlessBox.controlId,
+                   .checkBox = &kBorderlessBox});
     for (const PopupBinding& row : kPopupTable) {
         if (row.controlId)
             all.push_back({.feature = WithoutAsterisk(row.keyword),

@@ -91,6 +91,12 @@ HWND PropertySheet::Window() const
     return found;
 }
 
+int PropertySheet::CurrentPage() const
+{
+    const HWND tabs = reinterpret_cast<HWND>(SendMessageW(Window(), PSM_GETTABCONTROL, 0, 0));
+    return tabs ? static_cast<int>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0)) : -1;
+}
+
 LONG CALLBACK PropertySheet::Callback(PPROPSHEETUI_INFO info, LPARAM lParam)
 {
     auto* const parameters = reinterpret_cast<Parameters*>(info->lParamInit);

@@ -44,7 +44,8 @@ public:
 
     // While it runs, and what is left of it afterwards.
     std::span<const SheetPage> Pages() const { return pages_; }
-    HWND Window() const; // null while there is none
+    HWND Window() const;     // null while there is none
+    int CurrentPage() const; // -1 for none
     PluginSession& Session() { return session_; }
 
 private:

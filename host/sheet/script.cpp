@@ -154,7 +154,7 @@ std::variant<Step, std::string> ParseStep(std::string_view option, std::string_v
     const auto row = std::ranges::find(kStepOptions, option, &StepOption::option);
     if (row == kStepOptions.end()) return std::string();
 
-    Step step{row->kind, std::string(value), "", "--" + std::string(option)};
+    Step step{row->kind, std::string(value), "", "--" + std::string(option), ""};
     if (!value.empty()) step.source += " " + std::string(value);
     const std::size_t equals = value.find('=');
     if (row->needsEquals && (equals == std::string_view::npos || equals == 0))
@@ -169,6 +169,28 @@ std::variant<Step, std::string> ParseStep(std::string_view option, std::string_v
     if (asFeature && step.subject.starts_with('*')) step.subject.erase(0, 1);
     if (const std::string problem = ProblemWith(step); !problem.empty()) return step.source + ": " + problem;
     return step;
+}
+
+std::string ParseScript(std::string_view text, const std::string& name, std::vector<Step>& steps)
+{
+    for (int number = 1; !text.empty(); ++number) {
+        const std::size_t end = std::min(text.find('\n'), text.size());
+        std::string_view line = Trim(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (line.empty() || line.starts_with('#')) continue;
+        if (line.starts_with("--")) line.remove_prefix(2);
+        const std::string_view word = NextWord(line);
+        std::variant<Step, std::string> parsed = ParseStep(word, Trim(line));
+        const std::string place = name + ":" + std::to_string(number) + ": ";
+        if (auto* const step = std::get_if<Step>(&parsed)) {
+            step->place = place;
+            steps.push_back(std::move(*step));
+            continue;
+        }
+        const std::string& problem = std::get<std::string>(parsed);
+        return place + (problem.empty() ? Quoted(word) + " is no step" : problem);
+    }
+    return {};
 }
 
 } // namespace tintwerk

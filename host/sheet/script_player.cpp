@@ -6,7 +6,6 @@
 
 #include "host/ppd/ppd_text.h"
 #include "host/sheet/sheet_controls.h"
-#include "host/sheet/standard_texts.h"
 #include "platform/snapshot.h"
 
 namespace tintwerk {
@@ -26,6 +25,13 @@ std::string ListOf(const std::vector<ComboItem>& items)
 }
 
 } // namespace
+
+std::vector<std::string_view> OfferedOptions(const PageControl& control, const CoreDriver& core)
+{
+    std::vector<std::string_view> options = core.Options(control.feature);
+    if (control.popup == &kPopupTable[kPopupInputSlot]) std::erase(options, kFormTrayTable);
+    return options;
+}
 
 ScriptPlayer::ScriptPlayer(PropertySheet& sheet, ScriptSettings settings)
     : sheet_(sheet), settings_(std::move(settings)), boxes_(settings_.confirmsQuestions, settings_.tell)
@@ -59,13 +65,16 @@ void ScriptPlayer::Tick()
     busy_ = true;
     try {
         if (next_ < settings_.steps.size()) {
-            Do(settings_.steps[next_++]);
+            const Step& step = settings_.steps[next_++];
+            Do(step);
+            if (settings_.afterStep) settings_.afterStep(step);
         } else {
             if (settings_.beforeClosing) settings_.beforeClosing(*this);
             Close(PSBTN_CANCEL);
         }
     } catch (const Failed& failed) {
-        problem_ = settings_.steps[next_ - 1].source + ": " + failed.reason;
+        problem_ =
+            settings_.steps[next_ - 1].place + settings_.steps[next_ - 1].source + ": " + failed.reason;
         Close(PSBTN_CANCEL);
     } catch (const std::exception& error) {
         problem_ = error.what();
@@ -125,15 +134,9 @@ void ScriptPlayer::Do(const Step& step)
 HWND ScriptPlayer::ShowPage(int index)
 {
     const HWND window = sheet_.Window();
-    if (CurrentPage() != index) SendMessageW(window, PSM_SETCURSEL, index, 0);
-    if (CurrentPage() != index) return nullptr;
+    if (sheet_.CurrentPage() != index) SendMessageW(window, PSM_SETCURSEL, index, 0);
+    if (sheet_.CurrentPage() != index) return nullptr;
     return reinterpret_cast<HWND>(SendMessageW(window, PSM_GETCURRENTPAGEHWND, 0, 0));
-}
-
-int ScriptPlayer::CurrentPage() const
-{
-    const HWND tabs = reinterpret_cast<HWND>(SendMessageW(sheet_.Window(), PSM_GETTABCONTROL, 0, 0));
-    return static_cast<int>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0));
 }
 
 std::string ScriptPlayer::TabText(int index) const
@@ -219,8 +222,7 @@ bool ScriptPlayer::ChooseInPopup(const Step& step)
     if (!control || !control->popup) return false;
     const HWND combo = UsableControl(*control);
     const std::vector<ComboItem> items = ComboItems(combo);
-    std::vector<std::string_view> options = sheet_.Session().Core().Options(step.subject);
-    if (control->popup == &kPopupTable[kPopupInputSlot]) std::erase(options, kFormTrayTable);
+    const std::vector<std::string_view> options = OfferedOptions(*control, sheet_.Session().Core());
     const auto option = std::ranges::find(options, step.value);
     const LPARAM number = option == options.end() ? 0 : option - options.begin() + 1;
     const auto item = std::ranges::find_if(
@@ -235,44 +237,15 @@ bool ScriptPlayer::ChooseInPopup(const Step& step)
     return true;
 }
 
-int ScriptPlayer::FindOptionItem(OptionItemsPage& page, const std::string& feature) const
-{
-    const PpdFeature* const known = sheet_.Session().Core().Description().Find(feature);
-    for (int i = 0; i < page.ItemCount(); ++i) {
-        const StandardText* const text = FindStandardText(reinterpret_cast<ULONG_PTR>(page.Item(i).pName));
-        if (text && (feature == text->keyword ||
-                     (text->keyword.starts_with('%') && feature == text->keyword.substr(1))))
-            return i;
-        if (known && page.OptionCount(i) > 0 && Utf8FromWide(page.ItemText(i)) == known->text) return i;
-    }
-    return -1;
-}
-
-int ScriptPlayer::FindOption(OptionItemsPage& page, int item, const std::string& feature,
-                             const std::string& option) const
-{
-    const PpdFeature* const known = sheet_.Session().Core().Description().Find(feature);
-    std::string text = option;
-    for (const PpdOption& each : known ? known->options : std::vector<PpdOption>()) {
-        if (each.keyword == option) text = each.text;
-    }
-    for (int i = 0; i < page.OptionCount(item); ++i) {
-        const StandardText* const standard =
-            FindStandardText(reinterpret_cast<ULONG_PTR>(page.Item(item).pOptType->pOptParam[i].pData));
-        if (standard ? standard->keyword == option : Utf8FromWide(page.OptionTextOf(item, i)) == text)
-            return i;
-    }
-    return -1;
-}
-
 bool ScriptPlayer::ChooseOptionItem(const Step& step)
 {
     for (int i = 0; i < PageCount(); ++i) {
         OptionItemsPage* const page = sheet_.Pages()[i].items;
-        const int item = page ? FindOptionItem(*page, step.subject) : -1;
+        const PpdFeature* const known = sheet_.Session().Core().Description().Find(step.subject);
+        const int item = page ? page->FindItem(step.subject, known) : -1;
         if (item < 0) continue;
         if (!ShowPage(i)) throw Failed{"the page does not come to the front"};
-        const int option = FindOption(*page, item, step.subject, step.value);
+        const int option = page->FindOption(item, step.value, known);
         if (!page->Choose(item, option)) throw Failed{"the page does not offer " + step.value};
         return true;
     }
@@ -288,7 +261,7 @@ void ScriptPlayer::Check(const Step& step)
 
 void ScriptPlayer::Press(const Step& step)
 {
-    const HWND page = ShowPage(std::max(CurrentPage(), 0));
+    const HWND page = ShowPage(std::max(sheet_.CurrentPage(), 0));
     const HWND button = page ? FindButton(page, step.subject) : nullptr;
     if (!button) throw Failed{"the page in front has no such button"};
     if (!IsWindowEnabled(button)) throw Failed{"the button is disabled"};
@@ -331,7 +304,9 @@ std::string ScriptPlayer::StateOf(const std::string& feature)
 {
     if (const PageControl* const control = ControlOfFeature(feature)) return StateOf(*control);
     for (const SheetPage& each : sheet_.Pages()) {
-        const int item = each.items ? FindOptionItem(*each.items, feature) : -1;
+        const int item =
+            each.items ? each.items->FindItem(feature, sheet_.Session().Core().Description().Find(feature))
+                       : -1;
         if (item < 0) continue;
         const LONG selected = each.items->Item(item).Sel;
         if (selected < 0 || selected >= each.items->OptionCount(item)) return "nothing selected";
@@ -342,7 +317,7 @@ std::string ScriptPlayer::StateOf(const std::string& feature)
 
 void ScriptPlayer::TakePicture(const std::filesystem::path& folder)
 {
-    const int current = CurrentPage();
+    const int current = sheet_.CurrentPage();
     if (current < 0 || current >= PageCount()) throw Failed{"no page is in front"};
     const SheetPage& page = sheet_.Pages()[current];
     std::error_code error;

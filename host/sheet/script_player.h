@@ -20,9 +20,13 @@ struct ScriptSettings
     UINT pace = 10;                               // milliseconds between two steps
     bool confirmsQuestions = false;               // how message boxes with a choice are answered
     std::function<void(const std::string&)> tell; // one line of what happens
+    std::function<void(const Step&)> afterStep;   // called when a step was done
     // Called when the steps are done, before the sheet closes, with the sheet still open.
     std::function<void(class ScriptPlayer&)> beforeClosing;
 };
+
+// The options of a popup's feature in the order in which its items number them, from 1.
+std::vector<std::string_view> OfferedOptions(const PageControl& control, const CoreDriver& core);
 
 class ScriptPlayer
 {
@@ -69,10 +73,6 @@ private:
     std::string StateOf(const PageControl& control);
     void TakePicture(const std::filesystem::path& folder);
     void Tour(const std::filesystem::path& folder);
-    int CurrentPage() const;
-    int FindOptionItem(OptionItemsPage& page, const std::string& feature) const;
-    int FindOption(OptionItemsPage& page, int item, const std::string& feature,
-                   const std::string& option) const;
 
     PropertySheet& sheet_;
     ScriptSettings settings_;

@@ -1,6 +1,4 @@
-#include <gtest/gtest.h>
-
-#include "host/sheet/script.h"
+#include "tests/host/whole_story.h"
 
 namespace tintwerk {
 
@@ -94,6 +92,55 @@ TEST(ScriptSteps, LeaveOtherOptionsAlone)
     const auto parsed = ParseStep("ppd", "x.ppd");
     ASSERT_TRUE(std::holds_alternative<std::string>(parsed));
     EXPECT_TRUE(std::get<std::string>(parsed).empty());
+}
+
+TEST(ScriptFiles, HoldTheWordsOfTheCommandLine)
+{
+    std::vector<Step> steps;
+    EXPECT_EQ(ParseScript("# a comment\n\n--set halvBrightness=2\r\n  press Reset counters\nok", "a", steps),
+              "");
+    ASSERT_EQ(steps.size(), 3u);
+    EXPECT_EQ(steps[0].source, "--set halvBrightness=2");
+    EXPECT_EQ(steps[1].subject, "Reset counters");
+    EXPECT_EQ(steps[2].place, "a:5: ");
+    EXPECT_EQ(ParseScript("ok\nset halvBrightness=99\n", "a", steps).substr(0, 29),
+              "a:2: --set halvBrightness=99:");
+    EXPECT_EQ(ParseScript("--ppd x.ppd", "a", steps), "a:1: \"ppd\" is no step");
+}
+
+// What a hand does between two looks of the recorder comes back as steps, and these do the same.
+TEST_F(WholeStory, IsRecordedAndPlayedAgain)
+{
+    records_ = true;
+    Play({{"page", "main"},
+          {"set", "halvBrightness=2"},
+          {"choose", "PageSize=A3"},
+          {"check", "noppd_Borderless"},
+          {"check", "halvPreview"},
+          {"page", "colors"},
+          {"set", "halvGamut=-3"},
+          {"page", "layout"},
+          {"choose", "Duplex=DuplexTumble"},
+          {"apply", ""},
+          {"page", "screen"},
+          {"check", "noppd_Screenprinting_"},
+          {"set", "halvScreenLPI=51.5"},
+          {"page", "advanced"},
+          {"choose", "halvSettingCutter=Job"},
+          {"ok", ""}});
+    ASSERT_EQ(problem_, "");
+    EXPECT_EQ(recorded_, "--set halvBrightness=2\n--choose PageSize=A3\n--check noppd_Borderless=on\n"
+                         "--check halvPreview=on\n--set halvGamut=-3\n--choose Duplex=DuplexTumble\n--apply\n"
+                         "--check noppd_Screenprinting_=on\n--set halvScreenLPI=51.5\n"
+                         "--choose halvSettingCutter=Job\n--ok\n");
+    const std::string kept = Stored(), script = config_.Text() + "/recorded";
+    std::ofstream(script) << recorded_;
+    std::filesystem::remove(StoreFile());
+    const ProgramResult again =
+        RunTintwerk({"preferences", "--ppd", Sample("tintwerk-x12.ppd"), "--store", store_.Text(),
+                     "--config-dir", config_.Text(), "--script", script});
+    EXPECT_EQ(again.status, 0) << again.err;
+    EXPECT_EQ(Stored(), kept);
 }
 
 } // namespace tintwerk

@@ -13,6 +13,7 @@
 
 #include "host/cli/printer_run.h"
 #include "host/cli/watchdog.h"
+#include "host/sheet/recorder.h"
 #include "host/sheet/script_player.h"
 #include "platform/plugin_module.h"
 #include "src/records/process_values.h"
@@ -49,16 +50,23 @@ protected:
             PrinterRun printer(Arguments(words, PrinterOptions(), "preferences"), output);
             if (prepare) prepare(printer);
             PropertySheet sheet(printer.StartPlugin(), SheetKind::Preferences, printer.Name(),
-                                printer.Printer(), printer.IsGerman(), [&printer] { printer.Keep(); });
+                                printer.Printer(), printer.IsGerman(), [&] {
+                                    if (recorder_) recorder_->OnApplied();
+                                    printer.Keep();
+                                });
+            if (records_)
+                recorder_.emplace(
+                    sheet, [this](auto& line) { recorded_ += line + "\n"; }, 1);
             ScriptSettings settings;
             for (const auto& [name, value] : given)
                 settings.steps.push_back(std::get<Step>(ParseStep(name, value)));
-            settings.pace = 1;
+            settings.pace = records_ ? 40 : 1;
             settings.confirmsQuestions = true;
             settings.tell = [](const std::string&) {};
             settings.beforeClosing = atEnd;
             ScriptPlayer player(sheet, std::move(settings));
             problem_ = sheet.Run();
+            recorder_.reset();
             problem_ += player.Problem() + printer.KeepProblem();
             refused_ = printer.Core().Calls().Refused();
             if (printer.Kept())
@@ -81,6 +89,9 @@ protected:
     TemporaryFolder store_, config_;
     std::string problem_;
     bool refused_ = false;
+    bool records_ = false; // what the steps do, as if a hand did it
+    std::string recorded_;
+    std::optional<Recorder> recorder_;
     std::optional<std::map<std::string, std::string>> kept_;
 };
 

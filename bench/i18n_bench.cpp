@@ -13,7 +13,7 @@ void FindByKey(benchmark::State& state, const char* key)
 {
     InitStringTable("de");
     for (auto _ : state)
-        benchmark::DoNotOptimize(FindDefaultString(key, 0));
+        benchmark::DoNotOptimize(FindDefaultString(key, 0).Get());
 }
 BENCHMARK_CAPTURE(FindByKey, first, "to_ink_black");
 BENCHMARK_CAPTURE(FindByKey, last, "label_sp_angle");

@@ -101,6 +101,19 @@ private:
     HGDIOBJ previous_;
 };
 
+// Holds a lock that needs neither set-up nor end.
+class HeldLock
+{
+public:
+    explicit HeldLock(SRWLOCK& lock) : lock_(lock) { AcquireSRWLockExclusive(&lock_); }
+    ~HeldLock() { ReleaseSRWLockExclusive(&lock_); }
+    HeldLock(const HeldLock&) = delete;
+    HeldLock& operator=(const HeldLock&) = delete;
+
+private:
+    SRWLOCK& lock_;
+};
+
 // A zero-filled block of a heap, given back to that heap.
 template <typename T> class HeapBlock
 {

@@ -82,6 +82,13 @@ LONG InterlockedDecrement(LONG volatile* value);
 LONG InterlockedExchange(LONG volatile* target, LONG value);
 LONG InterlockedCompareExchange(LONG volatile* target, LONG value, LONG comparand);
 
+struct SRWLOCK
+{
+    PVOID Ptr;
+};
+void AcquireSRWLockExclusive(SRWLOCK* lock);
+void ReleaseSRWLockExclusive(SRWLOCK* lock);
+
 // --- Text
 
 constexpr UINT CP_ACP = 0;

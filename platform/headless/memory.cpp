@@ -120,6 +120,11 @@ std::atomic_ref<LONG> Atomic(LONG volatile* value)
     return std::atomic_ref(const_cast<LONG&>(*value));
 }
 
+std::atomic_ref<PVOID> Holder(SRWLOCK* lock)
+{
+    return std::atomic_ref(lock->Ptr);
+}
+
 } // namespace
 
 DWORD GetLastError()
@@ -168,4 +173,15 @@ LONG InterlockedIncrement(LONG volatile* value)
 LONG InterlockedDecrement(LONG volatile* value)
 {
     return Atomic(value).fetch_sub(1) - 1;
+}
+
+void AcquireSRWLockExclusive(SRWLOCK* lock)
+{
+    while (Holder(lock).exchange(lock)) // its own address: taken
+        Holder(lock).wait(lock);
+}
+void ReleaseSRWLockExclusive(SRWLOCK* lock)
+{
+    Holder(lock).store(nullptr);
+    Holder(lock).notify_one();
 }

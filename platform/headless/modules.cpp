@@ -115,3 +115,5 @@ HANDLE CreateActCtxW(PCACTCTXW context)
 {
     return createActivationContext(context);
 }
+
+void ReleaseActCtx(HANDLE) {}

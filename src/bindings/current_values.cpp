@@ -1,24 +1,25 @@
 #include "src/bindings/current_values.h"
 
-namespace tintwerk {
+#include <utility>
 
-constexpr CurrentValues FreshValues()
-{
-    CurrentValues values{};
-    for (size_t row = 0; row < kSliderTable.size(); ++row)
-        values.sliders[row] = kSliderTable[row].initialValue;
-    return values;
-}
+namespace tintwerk {
 
 namespace {
 
-constinit CurrentValues values = FreshValues();
-
+template <size_t... row> constexpr CurrentValues FreshValues(std::index_sequence<row...>)
+{
+    return {{kSliderTable[row].initialValue...}, {}};
 }
+
+constexpr std::make_index_sequence<kSliderRows> kRows;
+
+constinit CurrentValues values = FreshValues(kRows);
+
+} // namespace
 
 CurrentValues InitialValues()
 {
-    return FreshValues();
+    return FreshValues(kRows);
 }
 
 CurrentValues& Current()

@@ -1,12 +1,12 @@
 // The values of the binding tables' rows that change at run time. They belong to the process, not to a sheet:
-// two sheets open at once share them, and the last one read or applied decides. Used on user interface
-// threads only.
+// two sheets open at once share them, on whatever threads, and the last one read or applied decides.
 #pragma once
 
 #include <array>
 
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/sliders.h"
+#include "src/records/shared_value.h"
 
 namespace tintwerk {
 
@@ -14,8 +14,9 @@ inline constexpr int kCheckBoxMissing = -1; // the feature is not in the PPD: th
 
 struct CurrentValues
 {
-    std::array<int, kSliderRows> sliders;      // value of each slider feature's selected option, as last read
-    std::array<int, kCheckBoxRows> checkBoxes; // kCheckBoxMissing, 0 off, any other value on
+    std::array<SharedValue<int>, kSliderRows>
+        sliders; // of each slider feature's selected option, as last read
+    std::array<SharedValue<int>, kCheckBoxRows> checkBoxes; // kCheckBoxMissing, 0 off, any other value on
 };
 
 CurrentValues& Current();

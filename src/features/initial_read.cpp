@@ -15,10 +15,13 @@ void ReadSliders(SheetContext& context)
 {
     for (size_t row = 0; row < kSliderTable.size(); ++row) {
         const ControlBinding& slider = kSliderTable[row];
-        int& current = Current().sliders[row];
+        SharedValue<int>& current = Current().sliders[row];
         int value = 0;
-        if (getPPDOptionSV(context, slider.keyword, &value, nullptr, 0) == S_OK) current = value;
-        context.sliders.initialPositions[row] = PositionOf(slider, current);
+        if (getPPDOptionSV(context, slider.keyword, &value, nullptr, 0) == S_OK)
+            current = value;
+        else
+            value = current;
+        context.sliders.initialPositions[row] = PositionOf(slider, value);
     }
 }
 

@@ -3,7 +3,7 @@
 namespace tintwerk {
 
 // clang-format off
-const StringRow kStringTable[kStringRows] = {
+constinit const StringRow kStringTable[kStringRows] = {
     {"to_ink_black", "Black", "Schwarz:"},
     {"to_ink_cyan", "Cyan", "Cyan:"},
     {"to_ink_magenta", "Magenta", "Magenta:"},

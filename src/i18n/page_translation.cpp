@@ -40,7 +40,7 @@ void RemoveMarkup(char* text)
 void TranslateControl(HWND control, const char* key)
 {
     char label[kLabelBytes];
-    CopyLabel(label, FindDefaultString(key, 0));
+    CopyLabel(label, FindDefaultString(key, 0).Get());
     RemoveMarkup(label);
     const WideText text = CopyWideFromUtf8(label);
     if (!text) return;

@@ -93,7 +93,8 @@ WideText CFCopyLocalizedString(const WCHAR* text, const WCHAR*)
         Trace(TEXT("Error creating cstring\n"));
         return CopyWideString(text);
     }
-    const char* const translation = FindDefaultString(query, 1);
+    const FoundText found = FindDefaultString(query, 1);
+    const char* const translation = found.Get();
     Trace(TEXT("Translation = %S\n"), translation);
     // A miss gives the query back, which is ISO 8859-1 and not UTF-8 like the table's texts.
     return translation == query ? CopyWideString(text) : CopyWideFromUtf8(translation);

@@ -53,4 +53,10 @@ void InitialiseInformationPage(HWND page, const SheetRecord& record)
     ShowVersions(page, record.printer);
 }
 
+void EndInformationPage(HWND page)
+{
+    for (const InformationPicture& picture : kPictures)
+        ReleasePicture(GetDlgItem(page, picture.controlId));
+}
+
 } // namespace tintwerk

@@ -7,4 +7,7 @@ namespace tintwerk {
 
 void InitialiseInformationPage(HWND page, const SheetRecord& record);
 
+// Gives the pictures back when the page is destroyed.
+void EndInformationPage(HWND page);
+
 } // namespace tintwerk

@@ -56,12 +56,12 @@ struct DocumentPage
 // The logo that an OEM supplies beside the configuration, for a GUI that is not the full one.
 void ShowOemLogo(HWND page)
 {
-    const ProcessValues& process = Process();
+    const GuiChoice gui = Process().gui.Get();
     char directory[kRegistryTextBytes];
-    if (process.guiMode == 0 || (process.guiMode & kGuiModeFull) || ReadConfigDir(directory) != 0) return;
-    if (std::strlen(directory) + std::strlen(process.oemLogoFileName) >= kLogoNames) return;
+    if (gui.mode == 0 || (gui.mode & kGuiModeFull) || ReadConfigDir(directory) != 0) return;
+    if (std::strlen(directory) + std::strlen(gui.oemLogoFileName) >= kLogoNames) return;
     char path[kLogoPathBytes];
-    const int length = std::snprintf(path, sizeof path, "%s\\oem\\%s", directory, process.oemLogoFileName);
+    const int length = std::snprintf(path, sizeof path, "%s\\oem\\%s", directory, gui.oemLogoFileName);
     if (length < 0 || length >= static_cast<int>(sizeof path)) return;
     Trace(TEXT("UI:  Load OEMlogo path= %S\r\n"), path);
     ShowPicture(PictureSlot::A, GetDlgItem(page, IDC_MAIN_OEM_LOGO),
@@ -103,7 +103,10 @@ void OnDestroy(const DocumentPage& page)
 {
     ForgetControls(page.TabBit(), page.Context(), page.Content());
     ReleaseTabs(page.window);
-    if (page.TabBit() == kMainPage) ReleasePictureSlots();
+    if (page.TabBit() == kMainPage) {
+        ReleasePicture(GetDlgItem(page.window, IDC_MAIN_OEM_LOGO));
+        ReleasePictureSlots();
+    }
     SetWindowLongPtrW(page.window, GWLP_USERDATA, 0); // what the controls still send has nobody to reach
 }
 
@@ -210,7 +213,10 @@ INT_PTR DevicePropPageProc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
         Initialise(window, lParam, devicePage);
         return 0;
     }
-    if (devicePage) return 0;
+    if (devicePage) {
+        if (message == WM_DESTROY) EndInformationPage(window);
+        return 0;
+    }
     const DocumentPage page{window,
                             reinterpret_cast<const PageEntry*>(GetWindowLongPtrW(window, GWLP_USERDATA))};
     return page ? HandleDocumentMessage(page, message, wParam, lParam) : 0;

@@ -9,7 +9,16 @@ namespace tintwerk {
 
 namespace {
 
-std::array<HBITMAP, 3> slots; // what is left in them goes with the process, not with the module
+// A picture of the process and the control that shows it: a picture belongs to its slot, and when the slot
+// has let it go while the control still lives, to the control's page.
+struct Slot
+{
+    HBITMAP picture;
+    HWND control; // null once its page has ended
+};
+
+std::array<Slot, 3> slots; // what is left in them goes with the process, not with the module
+SRWLOCK slotsLock;         // held for a look, never while a message is sent
 
 HBITMAP SetImage(HWND control, HBITMAP bitmap)
 {
@@ -17,17 +26,32 @@ HBITMAP SetImage(HWND control, HBITMAP bitmap)
         SendMessageW(control, STM_SETIMAGE, IMAGE_BITMAP, reinterpret_cast<LPARAM>(bitmap)));
 }
 
-bool InSlot(HBITMAP bitmap)
+// A picture that its control no longer shows: a slot's stays there, any other goes.
+void Retire(BitmapHandle picture)
 {
-    return std::ranges::find(slots, bitmap) != slots.end();
+    const HeldLock held(slotsLock);
+    const auto slot = std::ranges::find(slots, picture.Get(), &Slot::picture);
+    if (slot == slots.end()) return;
+    slot->control = nullptr;
+    picture.Release();
+}
+
+// Puts another picture into a slot. The former one goes, unless it is still shown.
+void Exchange(Slot& slot, Slot next)
+{
+    Slot former;
+    {
+        const HeldLock held(slotsLock);
+        former = std::exchange(slot, next);
+    }
+    if (!former.control) BitmapHandle(former.picture).Reset();
 }
 
 // Returns the picture that the control shows: the bitmap itself, or a copy that the control made of it (one
 // with an alpha channel, under the common controls' version 6), in which case the bitmap is released.
 BitmapHandle Put(HWND control, BitmapHandle bitmap)
 {
-    BitmapHandle previous(SetImage(control, bitmap.Get()));
-    if (InSlot(previous.Get())) previous.Release();
+    if (const HBITMAP previous = SetImage(control, bitmap.Get())) Retire(BitmapHandle(previous));
     const auto shown = reinterpret_cast<HBITMAP>(SendMessageW(control, STM_GETIMAGE, IMAGE_BITMAP, 0));
     return shown == bitmap.Get() ? std::move(bitmap) : BitmapHandle(shown);
 }
@@ -41,21 +65,20 @@ void ShowPicture(HWND control, HBITMAP bitmap)
 
 void ReleasePicture(HWND control)
 {
-    BitmapHandle picture(SetImage(control, nullptr));
-    if (InSlot(picture.Get())) picture.Release();
+    if (const HBITMAP picture = SetImage(control, nullptr)) Retire(BitmapHandle(picture));
 }
 
 void ShowPicture(PictureSlot slot, HWND control, HBITMAP bitmap)
 {
     if (!bitmap) return;
-    BitmapHandle shown = Put(control, BitmapHandle(bitmap));
-    const BitmapHandle former(std::exchange(slots[static_cast<size_t>(slot)], shown.Release()));
+    const HBITMAP shown = Put(control, BitmapHandle(bitmap)).Release();
+    Exchange(slots[static_cast<size_t>(slot)], {shown, shown ? control : nullptr});
 }
 
 void ReleasePictureSlots()
 {
-    for (HBITMAP& slot : slots)
-        BitmapHandle(std::exchange(slot, nullptr));
+    for (Slot& slot : slots)
+        Exchange(slot, {});
 }
 
 } // namespace tintwerk

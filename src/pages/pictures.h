@@ -7,11 +7,12 @@
 
 namespace tintwerk {
 
-// The control keeps the picture until ReleasePicture.
+// The control keeps the picture until ReleasePicture, which leaves a slot's picture to its slot.
 void ShowPicture(HWND control, HBITMAP bitmap);
 void ReleasePicture(HWND control);
 
-// Slots of the process: the next picture for a slot, of whatever sheet, releases the former one.
+// Slots of the process: the next picture for a slot, of whatever sheet, releases the former one, and so does
+// the end of the slots. One that a page still shows stays until that page gives it back with ReleasePicture.
 enum class PictureSlot
 {
     A, // the OEM logo of the main page, or the second logo of the information page

@@ -42,10 +42,7 @@ HRESULT OemUIClassFactory::CreateInstance(IUnknown* outer, REFIID interfaceId, v
 
 HRESULT OemUIClassFactory::LockServer(BOOL lock)
 {
-    if (lock)
-        InterlockedIncrement(&moduleCounters.locks);
-    else
-        InterlockedDecrement(&moduleCounters.locks);
+    moduleCounters.locks += lock ? 1 : -1;
     return S_OK;
 }
 

@@ -1,14 +1,16 @@
 // The two counts that keep the module loaded: plug-in objects alive, and locks held by the core driver.
 #pragma once
 
+#include <atomic>
+
 #include "platform/win32.h"
 
 namespace tintwerk {
 
 struct ModuleCounters
 {
-    LONG volatile liveObjects = 0; // changed atomically only
-    LONG volatile locks = 0;       // changed atomically only
+    std::atomic<LONG> liveObjects{0};
+    std::atomic<LONG> locks{0};
 };
 
 inline ModuleCounters moduleCounters;

@@ -46,11 +46,11 @@ HRESULT Adopt(ComPtr<Interface>& helper, IUnknown* published, REFIID interfaceId
 
 IOemUI::IOemUI()
 {
-    InterlockedIncrement(&moduleCounters.liveObjects);
+    ++moduleCounters.liveObjects;
 }
 IOemUI::~IOemUI()
 {
-    InterlockedDecrement(&moduleCounters.liveObjects);
+    --moduleCounters.liveObjects;
 }
 
 HRESULT IOemUI::QueryInterface(REFIID interfaceId, void** object)

@@ -25,27 +25,37 @@ HeapBlock<WCHAR> ModulePath()
     return path;
 }
 
-std::optional<HANDLE> CreateContext()
+HANDLE CreateContext()
 {
     const HeapBlock<WCHAR> path = ModulePath();
-    if (!path) return std::nullopt;
+    if (!path) return INVALID_HANDLE_VALUE;
     ACTCTXW context{};
     context.cbSize = sizeof(context);
     context.dwFlags = ACTCTX_FLAG_RESOURCE_NAME_VALID;
     context.lpSource = path.Get();
     context.lpResourceName = MAKEINTRESOURCEW(kManifestResource);
-    const HANDLE made = CreateActCtxW(&context);
-    return made == INVALID_HANDLE_VALUE ? std::nullopt : std::optional(made);
+    return CreateActCtxW(&context);
+}
+
+// The process's context. Of two threads that make it at the same moment one is too late.
+HANDLE ProcessContext()
+{
+    SharedValue<LONG_PTR>& kept = Process().activationContext;
+    if (kept != kNoActivationContext) return reinterpret_cast<HANDLE>(LONG_PTR{kept});
+    const HANDLE made = CreateContext();
+    if (made == INVALID_HANDLE_VALUE || kept.Replace(kNoActivationContext, reinterpret_cast<LONG_PTR>(made)))
+        return made;
+    ReleaseActCtx(made);
+    return reinterpret_cast<HANDLE>(LONG_PTR{kept});
 }
 
 } // namespace
 
 void UseActivationContext(PropertySheetPage& page)
 {
-    std::optional<HANDLE>& context = Process().activationContext;
-    if (!context) context = CreateContext();
-    if (!context.value_or(nullptr)) return;
-    page.hActCtx = *context;
+    const HANDLE context = ProcessContext();
+    if (!context || context == INVALID_HANDLE_VALUE) return;
+    page.hActCtx = context;
     page.dwFlags |= PSP_USEFUSIONCONTEXT;
 }
 

@@ -25,7 +25,8 @@ bool Append(AdvancedKeywords& keywords, const char* text)
 void AppendHeader(AdvancedKeywords& keywords, const AdvancedGroup& group)
 {
     char header[64];
-    std::snprintf(header, sizeof(header), "+%.*s", group.titleLength, FindDefaultString(group.title, 1));
+    std::snprintf(header, sizeof(header), "+%.*s", group.titleLength,
+                  FindDefaultString(group.title, 1).Get());
     Append(keywords, header);
 }
 

@@ -49,8 +49,9 @@ void PublishGuiFeatures(const GuiFeatures& gui)
 {
     Trace(TEXT("UI:  halvGUIMODE= %d\n"), gui.mode);
     Trace(TEXT("UI:  halvOemLogoFilename= %S\n"), gui.logoFileName);
-    Process().guiMode = gui.mode;
-    lstrcpynA(Process().oemLogoFileName, gui.logoFileName, kLogoFileNameBytes);
+    GuiChoice choice{gui.mode, {}};
+    lstrcpynA(choice.oemLogoFileName, gui.logoFileName, sizeof(choice.oemLogoFileName));
+    Process().gui.Set(choice);
 }
 
 void AddTabPage(SheetRecord& record, const PROPSHEETUI_INFO& info, DWORD position, WORD dialog,
@@ -80,7 +81,7 @@ void AddTabPages(SheetRecord& record, const PROPSHEETUI_INFO& info, const GuiFea
     for (DWORD position = 0; pages[position]; ++position) {
         if (pages[position] == IDD_SCREEN_PRINTING && !gui.screenPrinting) continue;
         const PageKind& kind = kPageKindTable[position];
-        const WideText title = CopyWideFromUtf8(FindDefaultString(kind.titleKey, 0));
+        const WideText title = CopyWideFromUtf8(FindDefaultString(kind.titleKey, 0).Get());
         if (kind.tabBit == kColorPage) AddLayoutPage(record, info);
         if (ShowsPage(kind, gui.mode)) AddTabPage(record, info, position, pages[position], title.get());
     }

@@ -56,17 +56,16 @@ int ReadPrinterNumber(const SheetRecord& record)
     return kUnknownPrinterNumber;
 }
 
-// The process keeps the first directory that it could read; empty while there is none.
-const char* ConfigDirectory()
+// The process keeps the directory once it could be read; empty while there is none.
+ConfigDirectoryText ConfigDirectory()
 {
-    char(&directory)[kRegistryTextBytes] = Process().configDirectory;
-    if (directory[0]) return directory;
-    char read[kRegistryTextBytes];
-    if (ReadRegistryString("ConfigDir", read) != 0) {
+    ConfigDirectoryText directory = Process().configDirectory.Get();
+    if (directory.path[0]) return directory;
+    if (ReadRegistryString("ConfigDir", directory.path) != 0) {
         std::fprintf(stderr, "get_settings_directory failed\n");
-        return "";
+        return {};
     }
-    lstrcpynA(directory, read, kRegistryTextBytes);
+    Process().configDirectory.Set(directory);
     return directory;
 }
 
@@ -100,7 +99,7 @@ void IdentifyPrinter(SheetRecord& record)
         Trace(TEXT("GetPrinter failed\n"));
         record.printerNumber = 0;
     }
-    lstrcpynA(context.inkFilePath, ConfigDirectory(), kInkFilePathBytes);
+    lstrcpynA(context.inkFilePath, ConfigDirectory().path, kInkFilePathBytes);
     record.printerNumber %= kPrinterNumberLimit;
     AppendInkFile(context.inkFilePath, record.printerNumber);
     if (const WCHAR* const name = record.parameters->pPrinterName)

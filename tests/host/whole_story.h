@@ -27,11 +27,11 @@ class WholeStory : public testing::Test
 protected:
     WholeStory()
     {
-        Process().configDirectory[0] = 0; // where earlier sheets of this process kept their ink
+        Process().configDirectory.Set({}); // where earlier sheets of this process kept their ink
         std::filesystem::copy(Sample("config"), config_.Path(), std::filesystem::copy_options::recursive);
     }
 
-    ~WholeStory() override { Process().configDirectory[0] = 0; }
+    ~WholeStory() override { Process().configDirectory.Set({}); }
 
     // One run; `prepare` gets it before the sheet opens, `atEnd` works the sheet behind the last step.
     void Play(const GivenSteps& given, const std::function<void(PrinterRun&)>& prepare = {},

@@ -42,7 +42,7 @@ public:
 class PageTranslation : public testing::Test
 {
 protected:
-    ~PageTranslation() override { BuildStringTable({}, "en"); }
+    ~PageTranslation() override { UseStringTable(nullptr); }
 
     DebugLines trace;
 };
@@ -106,7 +106,8 @@ TEST_F(PageTranslation, CleansAndCutsTheTexts)
     };
     for (const auto& row : cases) {
         const StringRow rows[] = {{"wlabel_consume_reset", row.text.c_str(), ""}};
-        BuildStringTable(rows, "en");
+        const StringTable table{rows, false};
+        UseStringTable(&table);
         const Page page{1214};
         TranslateDialogPage(kConsumptionPage, page.window);
         EXPECT_EQ(row.shown, page[1214]) << row.what;

@@ -39,7 +39,7 @@ class LocalizedText : public testing::Test
 {
 protected:
     LocalizedText() { InitStringTable("de"); }
-    ~LocalizedText() override { BuildStringTable({}, "en"); }
+    ~LocalizedText() override { UseStringTable(nullptr); }
 
     Text Of(const Text& english)
     {

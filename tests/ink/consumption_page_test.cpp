@@ -45,7 +45,7 @@ protected:
     ~ConsumptionPage() override
     {
         DestroyWindow(pane);
-        BuildStringTable({}, "en");
+        UseStringTable(nullptr);
     }
 
     static HWND Create(HWND parent, DWORD style, int x, int y, int width, int height)

@@ -130,7 +130,7 @@ protected:
         context.owner = reinterpret_cast<HWND>(static_cast<INT_PTR>(0x1234));
         Read(kContent);
     }
-    ~InkReset() override { BuildStringTable({}, "en"); }
+    ~InkReset() override { UseStringTable(nullptr); }
 
     static constexpr char kContent[] = "TotalInk_KP=1500\nTotalInk_K=7\nLastInk_C=5\nLastInk_M=4\n";
     MessageBoxes boxes;

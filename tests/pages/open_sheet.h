@@ -89,7 +89,7 @@ public:
     {
         DestroyWindow(sheet);
         HeapDestroy(heap);
-        BuildStringTable({}, "en");
+        UseStringTable(nullptr);
         Current() = InitialValues();
         Process() = {};
     }

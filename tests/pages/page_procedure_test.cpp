@@ -398,9 +398,9 @@ TEST_F(PageProcedure, ShowsAnOemLogoInAReducedGui)
         {1, std::string(250 - config.size(), 'x'), false, false},
     };
     for (const auto& row : cases) {
-        Process().guiMode = row.guiMode;
-        row.file.copy(Process().oemLogoFileName, 255);
-        Process().oemLogoFileName[row.file.size()] = 0;
+        GuiChoice gui{row.guiMode, {}};
+        row.file.copy(gui.oemLogoFileName, 255);
+        Process().gui.Set(gui);
         trace.Take();
         sheet.Open(kMain);
         const std::string line = "UI:  Load OEMlogo path= " + config + "\\oem\\" + row.file + "\r\n";

@@ -294,10 +294,10 @@ Text Wide(const char* text)
     return CopyWideFromUtf8(text).get();
 }
 
-const StringRow& Row(const char* key)
+const StringRow& Row(std::string_view key)
 {
     return *std::find_if(std::begin(kStringTable), std::end(kStringTable),
-                         [key](const StringRow& row) { return std::string_view(row.key) == key; });
+                         [key](const StringRow& row) { return row.key == key; });
 }
 
 Text Formatted(const char* format, int value)
@@ -311,14 +311,14 @@ Text Formatted(const char* format, int value)
 std::vector<Text> RuntimeTexts(int position, int id)
 {
     std::vector<Text> texts;
-    const auto both = [&texts](const char* key) {
-        texts.push_back(Wide(Row(key).english));
+    const auto both = [&texts](std::string_view key) {
+        texts.push_back(Wide(Row(key).english.data()));
         texts.push_back(Wide(Row(key).german));
     };
     if (position == kPane) {
         if (std::ranges::count(kPaneLineTable, id, &PaneLine::nameId))
             for (const StringRow& row : kStringTable)
-                if (std::string_view(row.key).starts_with("to_ink_")) both(row.key);
+                if (row.key.starts_with("to_ink_")) both(row.key);
         if (id == IDC_PANE_SUM_CAPTION) both("wtxt_counter_total");
         if (id == IDC_PANE_SUM) texts.push_back(TEXT("999999"));
         if (std::ranges::count(kPaneLineTable, id, &PaneLine::numberId)) texts.push_back(TEXT("99999"));

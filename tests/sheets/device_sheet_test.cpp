@@ -55,7 +55,7 @@ struct TestModule
 class DeviceSheet : public SheetTest
 {
 protected:
-    DeviceSheet() { Process().activationContext.reset(); }
+    DeviceSheet() { Process().activationContext = kNoActivationContext; }
 
     HRESULT Call(int reason, LPARAM lParam = 0)
     {
@@ -159,7 +159,7 @@ TEST_F(DeviceSheet, TriesAgainForAnActivationContextThatCouldNotBeMade)
     TestModule::context = reinterpret_cast<HANDLE>(0x99);
     EXPECT_EQ(reinterpret_cast<HANDLE>(0x99), Open().page.hActCtx);
     EXPECT_EQ(2u, TestModule::sources.size());
-    Process().activationContext = nullptr;
+    Process().activationContext = LONG_PTR{0};
     EXPECT_EQ(0u, Open().page.dwFlags);
     EXPECT_EQ(2u, TestModule::sources.size());
 }
@@ -178,7 +178,7 @@ TEST_F(DeviceSheet, FindsRoomForALongModulePath)
     for (const auto& row : cases) {
         TestModule::pathLength = row.path;
         TestModule::pathSizes.clear();
-        Process().activationContext.reset();
+        Process().activationContext = kNoActivationContext;
         Open();
         EXPECT_EQ(row.sizes, TestModule::pathSizes) << row.path;
         EXPECT_EQ(row.source, TestModule::sources.back().size());
@@ -196,7 +196,7 @@ TEST_F(DeviceSheet, DoesWithoutAnActivationContextWhenTheModuleHasNoPath)
         EXPECT_EQ(0u, Open().page.dwFlags);
     }
     EXPECT_TRUE(TestModule::sources.empty());
-    EXPECT_FALSE(Process().activationContext);
+    EXPECT_EQ(kNoActivationContext, Process().activationContext);
 }
 
 } // namespace

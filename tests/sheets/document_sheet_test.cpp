@@ -182,12 +182,12 @@ TEST_F(DocumentSheet, GoesOnWhenThePageIsRefused)
 
 TEST_F(DocumentSheet, WorksWithoutACoreHelper)
 {
-    Process().guiMode = 4;
+    Process().gui.Set({4, ""});
     TestSheet sheet(nullptr, core.object);
     EXPECT_EQ(1, sheet.Open());
     EXPECT_EQ("193 layout 189 192 191 190", sheet.Pages());
     EXPECT_EQ(0, sheet.Find("layout")->items.cOptItem);
-    EXPECT_EQ(0, Process().guiMode);
+    EXPECT_EQ(0, Process().gui.Get().mode);
 }
 
 TEST_F(DocumentSheet, TellsItsStepsInOrder)
@@ -225,8 +225,8 @@ TEST_F(DocumentSheet, TellsItsStepsInOrder)
                                 TEXT("*** extr"), TEXT("Got "), TEXT("UI:  set"), TEXT("UI:  Reply"),
                                 TEXT("UI:  **F"), TEXT("UI:  halv"), TEXT("Dokument"), TEXT("Add Page"),
                                 TEXT("*** *** C"), TEXT("*** optionspage")}));
-    EXPECT_EQ(2, Process().guiMode);
-    EXPECT_STREQ("logos\\acme.bmp", Process().oemLogoFileName);
+    EXPECT_EQ(2, Process().gui.Get().mode);
+    EXPECT_STREQ("logos\\acme.bmp", Process().gui.Get().oemLogoFileName);
 }
 
 TEST_F(DocumentSheet, ForgetsGuiModeAndLogoOfTheSheetBefore)
@@ -237,8 +237,8 @@ TEST_F(DocumentSheet, ForgetsGuiModeAndLogoOfTheSheetBefore)
     TestSheet sheet(&core, core.object);
     sheet.Open();
     EXPECT_EQ("193 layout 189 192 191 190 advanced", sheet.Pages());
-    EXPECT_EQ(0, Process().guiMode);
-    EXPECT_STREQ("", Process().oemLogoFileName);
+    EXPECT_EQ(0, Process().gui.Get().mode);
+    EXPECT_STREQ("", Process().gui.Get().oemLogoFileName);
     EXPECT_TRUE(trace.Contains(TEXT("UI:  GetOptions failed with result = 8000ffff\n")));
 }
 
@@ -263,7 +263,7 @@ TEST_F(DocumentSheet, ComesUpWhateverTheGuiReplyHolds)
         core.reportedSizes["GetOptions halvGuiMode"] = row.reported;
         TestSheet sheet(&core, core.object);
         EXPECT_EQ(1, sheet.Open());
-        EXPECT_EQ(row.mode, Process().guiMode) << row.reply.substr(0, 40);
+        EXPECT_EQ(row.mode, Process().gui.Get().mode) << row.reply.substr(0, 40);
     }
 }
 
@@ -329,7 +329,7 @@ TEST_F(DocumentSheet, AsksTheRegistryForTheConfigurationDirectoryUntilItIsKnown)
                         ++opened;
                         return ERROR_FILE_NOT_FOUND;
                     }));
-    Process().configDirectory[0] = 0;
+    Process().configDirectory.Set({});
     testing::internal::CaptureStderr();
     for (const int sheets : {1, 2}) {
         TestSheet sheet(&core, core.object);
@@ -339,7 +339,7 @@ TEST_F(DocumentSheet, AsksTheRegistryForTheConfigurationDirectoryUntilItIsKnown)
     }
     EXPECT_EQ("get_settings_directory failed\nget_settings_directory failed\n",
               testing::internal::GetCapturedStderr());
-    lstrcpyA(Process().configDirectory, "D:\\t");
+    Process().configDirectory.Set({"D:\\t"});
     TestSheet sheet(&core, core.object);
     sheet.Open();
     EXPECT_EQ(2, opened);
@@ -349,7 +349,7 @@ TEST_F(DocumentSheet, AsksTheRegistryForTheConfigurationDirectoryUntilItIsKnown)
 
 TEST_F(DocumentSheet, KeepsTheConfigurationDirectoryOfTheRegistry)
 {
-    Process().configDirectory[0] = 0;
+    Process().configDirectory.Set({});
     for (const char* const directory : {"D:\\tint", "E:\\later"}) {
         const ConfigDirValue value(directory);
         TestSheet sheet(&core, core.object);

@@ -147,8 +147,8 @@ protected:
     SheetTest()
     {
         Process() = {};
-        Process().activationContext = reinterpret_cast<HANDLE>(0x51); // of another page
-        lstrcpynA(Process().configDirectory, "C:\\conf", sizeof(Process().configDirectory));
+        Process().activationContext = LONG_PTR{0x51}; // of another page
+        Process().configDirectory.Set({"C:\\conf"});
         TestSpooler::driverName = TEXT("Tintwerk 0042");
         TestSpooler::sizeOnly = false;
         SetWindowsVersion(10, 0);

@@ -2,7 +2,7 @@
 """Draws the bitmaps of the plug-in into ../bitmaps. They are committed, so a build never runs this; run it by hand
 after a change of the artwork. Needs ImageMagick and the URW base fonts.
 
-Every picture is an 8-bit BMP of 256 colours. What lies outside a picture's outline is palette entry 0, the only use of
+Every picture is a BMP of as few bits a pixel as its colours need, with no palette entry unused. What lies outside a picture's outline is palette entry 0, the only use of
 that colour: a loader that makes the first pixel's colour transparent changes the outside and nothing else, and the greys
 that the system maps to its own (128, 192, 223) do not occur."""
 import pathlib
@@ -73,15 +73,23 @@ def write(number, width, height, commands):
     palette = [OUTSIDE] + sorted(set(pixels) - {None})
     index = {color: i for i, color in enumerate(palette)}
     index[None] = 0
-    palette += [(0, 0, 0)] * (256 - len(palette))
-    rows = [bytes(index[p] for p in pixels[y * width:(y + 1) * width]) + bytes(-width % 4) for y in range(height)]
+    depth = 4 if len(palette) <= 16 else 8
+    rows = [row_bytes([index[p] for p in pixels[y * width:(y + 1) * width]], depth) for y in range(height)]
     body = b"".join(reversed(rows))
     colors = b"".join(struct.pack("4B", b, g, r, 0) for r, g, b in palette)
     offset = 14 + 40 + len(colors)
     header = struct.pack("<2sIHHI", b"BM", offset + len(body), 0, 0, offset)
-    info = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 8, 0, len(body), 2835, 2835, 256, 0)
+    info = struct.pack("<IiiHHIIiiII", 40, width, height, 1, depth, 0, len(body), 2835, 2835, len(palette), 0)
     target = pathlib.Path(__file__).resolve().parent.parent / "bitmaps" / f"{number}.bmp"
     target.write_bytes(header + info + colors + body)
+
+
+def row_bytes(indices, depth):
+    """One row of the picture, filled up to whole words of 32 bits."""
+    if depth == 4:
+        indices = indices + [0] * (len(indices) % 2)
+        indices = [left << 4 | right for left, right in zip(indices[::2], indices[1::2])]
+    return bytes(indices) + bytes(-len(indices) % 4)
 
 
 def fill(color):

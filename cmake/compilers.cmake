@@ -22,7 +22,15 @@ else()
     target_link_options(tintwerk_flags INTERFACE -Wl,--gc-sections)
 endif()
 
-function(tintwerk_without_exceptions target)
+# tintwerk_product_code(<target>): the library ends up in the DLL, in other people's processes.
+function(tintwerk_product_code target)
     set_target_properties(${target} PROPERTIES TINTWERK_NO_EXCEPTIONS ON)
     target_compile_options(${target} PRIVATE ${no_exceptions})
+    if(MSVC) # which guards the stack by itself
+        target_compile_options(${target} PRIVATE /Zi /guard:cf /Brepro)
+    elseif(WIN32)
+        target_compile_options(${target} PRIVATE -fstack-protector-strong -g -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.
+                               -ffile-prefix-map=${CMAKE_BINARY_DIR}=build)
+        target_link_libraries(${target} PUBLIC ssp)
+    endif()
 endfunction()

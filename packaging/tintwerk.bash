@@ -1,7 +1,7 @@
 # Completes the command line of tintwerk in bash. A test compares the options with the program's own help.
 
 _tintwerk_options() { # COMMAND
-    local printer='--ppd --printer --driver --store --language --gui-mode --windows-version --config-dir --trace --json'
+    local printer='--ppd --printer --driver --store --language --gui-mode --windows-version --config-dir --custom-size --trace --json'
     case $1 in
     preferences | properties)
         echo "$printer --page --set --choose --check --press --show --screenshot --tour --apply --ok --cancel --answer" \
@@ -12,7 +12,7 @@ _tintwerk_options() { # COMMAND
             "--all-events"
         ;;
     check) echo '--notes --quiet --rules --only --ignore --pages --config-dir --strict --json --format' ;;
-    features | ink | devmode) echo '--json' ;;
+    features | ink | devmode | diff) echo '--json' ;;
     esac
 }
 
@@ -29,7 +29,7 @@ _tintwerk() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]} words='' ppd='' i
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        words='preferences properties print features ink devmode check --help --version'
+        words='preferences properties print features ink devmode check diff --help --version'
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
         return
     fi
@@ -65,7 +65,7 @@ _tintwerk() {
     --answer) words='ok cancel' ;;
     --page) words='main layout colors correction consumption ink screen advanced information' ;;
     --set | --choose | --check | --show) words=$(_tintwerk_features "$ppd") ;;
-    --printer | --driver | --gui-mode | --windows-version | --press | --pace | --time-limit | --document | --job | --server)
+    --printer | --driver | --gui-mode | --windows-version | --custom-size | --press | --pace | --time-limit | --document | --job | --server)
         return
         ;;
     *)

@@ -64,7 +64,7 @@ public:
     int Run()
     {
         const DWORD job = static_cast<DWORD>(arguments_.Number("job", 1, 1, 0x7FFFFFFF));
-        PrinterRun printer(arguments_, output_);
+        PrinterRun printer(arguments_, output_, false);
         PluginSession& session = printer.StartPlugin();
         if (arguments_.Has("preview")) SelectPreview(printer.Core());
         QueueJob(printer, session, job);

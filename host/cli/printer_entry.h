@@ -10,12 +10,18 @@
 
 namespace tintwerk {
 
+struct PaperSize
+{
+    int width = 0, height = 0; // thousandths of a millimetre
+};
+
 struct PrinterEntry
 {
     WideString name;
     WideString driver;
     std::string ppdFile;
     bool offline = false;
+    PaperSize custom = {}; // of the option CustomPageSize; nothing while the user gave none
 };
 
 // Lets the spooler speak of this printer, its driver and its forms, and of nothing else; opens the printer.

@@ -1,12 +1,16 @@
 #include "host/cli/printer_run.h"
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <ostream>
 
+#include "host/ppd/ppd_text.h"
+#include "host/sheet/script.h"
 #include "platform/debug_sink.h"
 #include "platform/environment.h"
+#include "platform/whole_file.h"
 #include "src/records/private_devmode.h"
 
 namespace tintwerk {
@@ -37,6 +41,27 @@ void PretendWindowsVersion(const std::string& text)
     SetWindowsVersion(major, minor, build);
 }
 
+// "610x2000mm", "24x80in", "1728x5184pt"
+std::optional<PaperSize> PaperSizeFrom(std::string_view text)
+{
+    const std::size_t x = text.find('x');
+    if (x == std::string_view::npos || text.size() < x + 3) return std::nullopt;
+    const std::string_view unit = text.substr(text.size() - 2);
+    const double scale = unit == "mm" ? 1000 : unit == "in" ? 25400 : unit == "pt" ? 25400.0 / 72 : 0;
+    text.remove_suffix(2);
+    const double width = DecimalNumber<double>(text.substr(0, x)).value_or(0) * scale;
+    const double height = DecimalNumber<double>(text.substr(x + 1)).value_or(0) * scale;
+    const auto usable = [](double length) { return length >= 1 && length < 1e9; };
+    if (!usable(width) || !usable(height)) return std::nullopt;
+    return PaperSize{static_cast<int>(std::lround(width)), static_cast<int>(std::lround(height))};
+}
+
+// "50.8 to 609.6", of thousandths of a millimetre.
+std::string Range(int least, int most)
+{
+    return Tenths((least + 99) / 100, 10) + " to " + Tenths(most / 100, 10);
+}
+
 } // namespace
 
 std::vector<OptionRow> PrinterOptions()
@@ -53,11 +78,14 @@ std::vector<OptionRow> PrinterOptions()
         {"config-dir", "DIR",
          "the driver's configuration directory: ink files, logos (default: the\nregistry's, or config in the "
          "store)"},
+        {"custom-size", "WxH",
+         "the measures of the page size CustomPageSize in mm, in or pt:\n--choose PageSize=CustomPageSize "
+         "--custom-size 610x2000mm"},
         {"trace", "", "shows the driver's diagnostic lines on standard error"},
     };
 }
 
-PrinterRun::PrinterRun(const Arguments& arguments, Output& output)
+PrinterRun::PrinterRun(const Arguments& arguments, Output& output, bool keeps)
     : output_(output), traces_(arguments.Has("trace"))
 {
     if (!arguments.Operands().empty())
@@ -71,9 +99,9 @@ PrinterRun::PrinterRun(const Arguments& arguments, Output& output)
     storeFile_ = PathFromUtf8(arguments.Value("store", kDefaultStore)) /
                  PathFromUtf8(SelectionsFileName(Utf8FromWide(name_)));
     configDirectory_.emplace(storeFile_.parent_path() / "config");
-    selections_ = Selections::Load(storeFile_);
-    for (const PpdMessage& warning : selections_.Warnings())
-        output_.err << "tintwerk: " << warning.Full() << "\n";
+    if (keeps) LockStore();
+    LoadSelections();
+    const PaperSize custom = CustomSize(arguments);
     for (const auto& [feature, option] : readOptions_.pretended) {
         if (const std::string* kept = selections_.Find(feature)) setAside_.emplace_back(feature, *kept);
         selections_.Remove(feature);
@@ -86,7 +114,7 @@ PrinterRun::PrinterRun(const Arguments& arguments, Output& output)
     firstSelections_ = keptSelections_ = AllSelections();
     printer_ = std::make_unique<SpooledPrinter>(
         *ppd_, PrinterEntry{name_, WideFromUtf8(arguments.Value("driver", ppd_->PrinterName())), ppdFile_,
-                            arguments.Has("offline")});
+                            arguments.Has("offline"), custom});
     if (traces_) SetDebugSink(TraceLine, &output_.err);
 }
 
@@ -112,6 +140,54 @@ void PrinterRun::Read(const Arguments& arguments)
     PpdResult result = ReadPpd(PathFromUtf8(ppdFile_), options);
     if (!result) throw CommandError(kExitFailed, result.error.Full());
     ppd_ = std::move(result.ppd);
+}
+
+// Two runs that load, change and save the same selections would lose what one of them chose.
+void PrinterRun::LockStore()
+{
+    constexpr unsigned kWait = 5000; // milliseconds
+    std::filesystem::path file = storeFile_;
+    file += ".lock";
+    std::error_code ignored; // a store that cannot be written is told of when there is something to keep
+    std::filesystem::create_directories(file.parent_path(), ignored);
+    const std::string self = "process " + std::to_string(GetCurrentProcessId());
+    if (lock_.Take(file, self, kWait) != FileLock::Outcome::Held) return;
+    std::string holder;
+    ReadWhole(file, holder);
+    throw CommandError(kExitFailed, Utf8FromPath(storeFile_) + ": " +
+                                        (holder.empty() ? "another process" : holder) +
+                                        " has these selections open; close it, or take another --store");
+}
+
+// What makes no sense to this program is not written over.
+void PrinterRun::LoadSelections()
+{
+    selections_ = Selections::Load(storeFile_);
+    std::string problems;
+    for (const PpdMessage& warning : selections_.Warnings())
+        problems += (problems.empty() ? "" : "\ntintwerk: ") + warning.Full();
+    if (!problems.empty()) throw CommandError(kExitFailed, problems);
+}
+
+// The size of --custom-size goes among the selections; without it the kept one counts.
+PaperSize PrinterRun::CustomSize(const Arguments& arguments)
+{
+    if (arguments.Has("custom-size")) {
+        const std::string text = arguments.Value("custom-size");
+        const auto& limits = ppd_->CustomSize();
+        if (!limits) throw CommandError(kExitFailed, "--custom-size: the PPD has no *CustomPageSize");
+        const std::optional<PaperSize> size = PaperSizeFrom(text);
+        const auto within = [](int length, int least, int most) { return length >= least && length <= most; };
+        if (!size || !within(size->width, limits->minWidth, limits->maxWidth) ||
+            !within(size->height, limits->minHeight, limits->maxHeight))
+            throw CommandError(kExitUsage, "--custom-size " + text +
+                                               ": WIDTHxHEIGHT in mm, in or pt is expected, " +
+                                               Range(limits->minWidth, limits->maxWidth) + " by " +
+                                               Range(limits->minHeight, limits->maxHeight) + " mm");
+        selections_.Set(kCustomPageSize, text);
+    }
+    const std::string* const kept = selections_.Find(kCustomPageSize);
+    return kept ? PaperSizeFrom(*kept).value_or(PaperSize{}) : PaperSize{};
 }
 
 void PrinterRun::SetSurroundings(const Arguments& arguments)

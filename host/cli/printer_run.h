@@ -18,6 +18,7 @@
 #include "host/ppd/ppd_reader.h"
 #include "host/ppd/wide_text.h"
 #include "host/sheet/plugin_session.h"
+#include "platform/file_lock.h"
 
 namespace tintwerk {
 
@@ -32,8 +33,9 @@ struct SelectionChange
 class PrinterRun
 {
 public:
-    // Throws a CommandError when the PPD or the selections cannot be used.
-    PrinterRun(const Arguments& arguments, Output& output);
+    // Throws a CommandError when the PPD or the selections cannot be used, or when another process may change
+    // the selections too. A run that `keeps` nothing needs not wait for others.
+    PrinterRun(const Arguments& arguments, Output& output, bool keeps = true);
     ~PrinterRun();
     PrinterRun(const PrinterRun&) = delete;
     PrinterRun& operator=(const PrinterRun&) = delete;
@@ -62,6 +64,9 @@ public:
 private:
     void Read(const Arguments& arguments);
     void SetSurroundings(const Arguments& arguments);
+    void LockStore();
+    void LoadSelections();
+    PaperSize CustomSize(const Arguments& arguments);
     std::vector<std::pair<std::string, std::string>> AllSelections() const;
     DWORD ApplyCount() const;
 
@@ -71,6 +76,7 @@ private:
     std::string ppdFile_;
     PpdReadOptions readOptions_;
     std::filesystem::path storeFile_;
+    FileLock lock_;
     Selections selections_;
     std::vector<std::pair<std::string, std::string>>
         setAside_; // kept selections that this run pretends otherwise

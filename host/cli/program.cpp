@@ -13,7 +13,7 @@ namespace {
 std::vector<Command> Commands()
 {
     return {PreferencesCommand(), PropertiesCommand(), PrintCommand(), FeaturesCommand(),
-            InkCommand(),         DevmodeCommand(),    CheckCommand()};
+            InkCommand(),         DevmodeCommand(),    CheckCommand(), DiffCommand()};
 }
 
 void PrintOverview(std::ostream& out, std::span<const Command> commands)

@@ -39,5 +39,6 @@ Command FeaturesCommand();
 Command InkCommand();
 Command DevmodeCommand();
 Command CheckCommand();
+Command DiffCommand();
 
 } // namespace tintwerk

@@ -11,6 +11,7 @@ CoreDriver::CoreDriver(const Ppd& ppd, Selections& selections)
     for (const CoreModel::Feature& feature : model_->features)
         selected_.push_back(feature.defaultOption);
     for (const auto& [feature, option] : selections_.Chosen()) {
+        if (feature == kCustomPageSize) continue; // the measures of that option, no feature
         const auto number = model_->FindFeature(feature);
         const auto choice = number ? model_->FindOption(*number, option) : std::nullopt;
         if (choice)

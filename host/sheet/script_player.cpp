@@ -7,6 +7,7 @@
 #include "host/ppd/ppd_text.h"
 #include "host/sheet/sheet_controls.h"
 #include "platform/snapshot.h"
+#include "src/resources/control_ids.h"
 
 namespace tintwerk {
 
@@ -297,7 +298,11 @@ std::string ScriptPlayer::StateOf(const PageControl& control)
     }
     if (!window) return "no popup on this page";
     const int selection = ComboSelection(window);
-    return selection < 0 ? "nothing selected" : "popup at " + Quoted(ComboItems(window)[selection].text);
+    if (selection < 0) return "nothing selected";
+    const bool isSize = control.popup == &kPopupTable[kPopupPageSize];
+    const HWND label = isSize ? GetDlgItem(page, IDC_MAIN_SIZE_LABEL) : nullptr;
+    return "popup at " + Quoted(ComboItems(window)[selection].text) +
+           (label ? ", label " + Quoted(TextOfWindow(label)) : "");
 }
 
 std::string ScriptPlayer::StateOf(const std::string& feature)

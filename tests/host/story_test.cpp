@@ -130,6 +130,46 @@ TEST_F(Story, AStepThatAUserCouldNotDoEndsTheRun)
     EXPECT_EQ(StoredSelections(), "");
 }
 
+TEST_F(Story, ASettingThatTheCoreDriverRefusesFailsTheRun)
+{
+    std::ifstream sample(Sample("tintwerk-x12.ppd"));
+    std::string ppd;
+    for (std::string line; std::getline(sample, line);)
+        if (!line.starts_with("*halvBrightness 10/")) ppd += line + "\n";
+    const std::string file = folder_.Text() + "/lacks.ppd";
+    std::ofstream(file) << ppd;
+    const ProgramResult result = RunTintwerk({"preferences", "--ppd", file, "--store", folder_.Text(),
+                                              "--choose", "halvBrightness=10", "--apply"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr("the core driver refused halvBrightness=10: "));
+
+    const ProgramResult diff = RunTintwerk({"diff", Sample("tintwerk-x12.ppd"), file});
+    EXPECT_EQ(diff.status, 1);
+    EXPECT_EQ(diff.out, "- halvBrightness 10: 120 percent\n");
+    EXPECT_EQ(RunTintwerk({"diff", file, file}).status, 0);
+}
+
+TEST_F(Story, WhatThePagesCannotChooseIsKeptBesideThem)
+{
+    const ProgramResult first =
+        Preferences({"--choose", "OptionRoll2=False", "--choose", "PageSize=CustomPageSize", "--custom-size",
+                     "20x60in", "--apply"});
+    EXPECT_EQ(first.status, 0) << first.err;
+    EXPECT_THAT(StoredSelections(),
+                AllOf(HasSubstr("OptionRoll2=False\n"), HasSubstr("CustomPageSize=20x60in\n")));
+    EXPECT_THAT(Preferences({"--show", "PageSize"}).out, HasSubstr("label \"(508 x 1524 mm)\""));
+}
+
+TEST_F(Story, SelectionsThatMakeNoSenseEndTheRunAndStay)
+{
+    const std::string file = folder_.Text() + "/Tintwerk X12 0012.selections";
+    std::ofstream(file) << "nonsense\n";
+    const ProgramResult result = Preferences({"--set", "halvBrightness=2", "--ok"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_THAT(result.err, HasSubstr(".selections:1: "));
+    EXPECT_EQ(StoredSelections(), "nonsense\n");
+}
+
 TEST_F(Story, LanguageAndGuiModeCanBePretended)
 {
     const ProgramResult german = Preferences({"--language", "de", "--json"});

@@ -105,6 +105,15 @@ TEST(CommandLine, MistakesNameTheOptionAndWhatIsAccepted)
         {{"preferences", "--ppd", ppd, "--page", "main", "--config-dir", "nowhere"},
          2,
          "there is no such folder"},
+        {{"preferences", "--ppd", ppd, "--custom-size", "700x900mm"},
+         2,
+         "50.8 to 609.6 by 50.8 to 1828.8 mm"},
+        {{"preferences", "--ppd", ppd, "--script", "no-such.steps"},
+         1,
+         "no-such.steps: the file cannot be read"},
+        {{"diff", ppd}, 2, "two files are expected"},
+        {{"diff", ppd, "no-such.ppd"}, 2, "no-such.ppd"},
+        {{"diff", ppd, "x.selections"}, 2, "not one of each"},
         {{"check"}, 2, "no PPD file is given"},
         {{"check", Sample("config")}, 1, "there is no .ppd file below this folder"},
         {{"features"}, 2, "no PPD file is given"},
@@ -127,7 +136,7 @@ TEST(CommandLine, EveryCommandExplainsItself)
     const ProgramResult overview = RunTintwerk({"--help"});
     EXPECT_EQ(overview.status, 0);
     for (const char* command :
-         {"preferences", "properties", "print", "features", "ink", "devmode", "check"}) {
+         {"preferences", "properties", "print", "features", "ink", "devmode", "check", "diff"}) {
         EXPECT_THAT(overview.out, HasSubstr("\n  " + std::string(command) + " "));
         const ProgramResult help = RunTintwerk({command, "--help"});
         EXPECT_EQ(help.status, 0);

@@ -86,6 +86,7 @@ TEST(House, TheHostTakesTablesRecordsAndNamesFromThePlugin)
     const std::string_view allowed[] = {
         "src/bindings/",
         "src/config/registry_values.h",
+        "src/ink/consumption_layout.h",
         "src/ink/ink_channels.h",
         "src/ink/ink_file.h",
         "src/records/options.h",

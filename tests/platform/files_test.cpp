@@ -1,9 +1,12 @@
 // Files by 8-bit paths with backslashes: what opens, what is written, what is refused.
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
+#include "platform/file_lock.h"
 #include "platform/owners.h"
+#include "platform/whole_file.h"
 #include "platform/win32.h"
 
 namespace tintwerk {
@@ -110,6 +113,23 @@ TEST_F(FilesTest, TellWhatWasReadOrWritten)
     EXPECT_TRUE(ReadFile(reader.Get(), &byte, 1, &count, nullptr));
     EXPECT_TRUE(ReadFile(reader.Get(), &byte, 1, &count, nullptr)); // the end is no error
     EXPECT_EQ(0u, count);
+}
+
+TEST_F(FilesTest, AreLockedForOneAtATime)
+{
+    const std::filesystem::path file = std::filesystem::path(directory) / "a.lock";
+    {
+        FileLock first, second, third;
+        EXPECT_EQ(FileLock::Outcome::Taken, first.Take(file, "first", 0));
+        EXPECT_EQ(FileLock::Outcome::Held, second.Take(file, "second", 30));
+        std::string holder;
+        EXPECT_TRUE(ReadWhole(file, holder));
+        EXPECT_EQ("first", holder);
+        EXPECT_EQ(FileLock::Outcome::Impossible, third.Take(file / "below", "third", 0));
+    }
+    EXPECT_FALSE(std::filesystem::exists(file));
+    FileLock again;
+    EXPECT_EQ(FileLock::Outcome::Taken, again.Take(file, "again", 0));
 }
 
 } // namespace

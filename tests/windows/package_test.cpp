@@ -3,10 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
 #include <filesystem>
 
 #include "host/ppd/ppd_reader.h"
 #include "host/ppd/wide_text.h"
+#include "platform/pe_image.h"
 #include "platform/win32.h"
 #include "src/config/registry_values.h"
 
@@ -15,15 +18,39 @@
 namespace tintwerk {
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
+using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::SizeIs;
+using testing::StartsWith;
 
 const std::filesystem::path kPackage = TINTWERK_PACKAGE;
 
 std::string FullPath(const char* name)
 {
     return (kPackage / name).make_preferred().string();
+}
+
+// A value of the DLL's version resource; null when there is none.
+const void* VersionValue(const std::string& path)
+{
+    static std::vector<BYTE> version;
+    DWORD ignored = 0;
+    version.resize(GetFileVersionInfoSizeA(FullPath("PSTWUI.DLL").c_str(), &ignored));
+    void* value = nullptr;
+    UINT length = 0;
+    if (!GetFileVersionInfoA(FullPath("PSTWUI.DLL").c_str(), 0, static_cast<DWORD>(version.size()), version.data()) ||
+        !VerQueryValueA(version.data(), path.c_str(), &value, &length) || length == 0)
+        return nullptr;
+    return value;
+}
+
+std::string VersionText(const std::string& name)
+{
+    const auto* const text = static_cast<const char*>(VersionValue("\\StringFileInfo\\040904b0\\" + name));
+    return text ? text : "no " + name;
 }
 
 class InstallationScript : public testing::Test
@@ -99,15 +126,30 @@ private:
 
 TEST_F(InstallationScript, IsOfAPrinterDriverFor64BitWindows)
 {
-    EXPECT_EQ(Values("Version", "Signature")[0], "$Windows NT$");
-    EXPECT_EQ(Values("Version", "Class")[0], "Printer");
-    EXPECT_EQ(Values("Version", "Provider")[0], "Halvaro") << "the text behind %Provider%";
-    EXPECT_THAT(Values("Manufacturer", "Halvaro"), Contains("NTamd64"));
+    const std::string core = "{D20EA372-DD35-4950-9ED8-A6335AFE79F1}";
+    struct
+    {
+        const char* section;
+        const char* key;
+        const std::string value;
+    } cases[] = {
+        {"Version", "Signature", "$Windows NT$"},
+        {"Version", "Class", "Printer"},
+        {"Version", "Provider", "Halvaro"}, // the text behind %Provider%
+        {"Version", "PnpLockdown", "1"},
+        {"Version", "DriverIsolation", "2"},
+        {"PrinterPackageInstallation.amd64", "PackageAware", "TRUE"},
+        {"PrinterPackageInstallation.amd64", "CoreDriverDependencies", core},
+        {"DestinationDirs", "DefaultDestDir", "66000"}, // the printer driver directory
+    };
+    for (const auto& row : cases) EXPECT_EQ(row.value, Values(row.section, row.key)[0]) << row.key;
+    EXPECT_EQ(VersionText("FileVersion"), Values("Version", "DriverVer")[1]);
 }
 
 TEST_F(InstallationScript, InstallsEveryModelFromFilesThatThePackageHas)
 {
     const Line manufacturer = Values("Manufacturer", "Halvaro");
+    EXPECT_THAT(manufacturer[1], StartsWith("NTamd64"));
     for (const Line& model : Section(manufacturer[0] + "." + manufacturer[1])) {
         const std::string& install = model[1];
         const Line copied = CopiedFiles(install);
@@ -124,12 +166,22 @@ TEST_F(InstallationScript, InstallsEveryModelFromFilesThatThePackageHas)
         const PpdResult read = ReadPpd(kPackage / ppd);
         ASSERT_TRUE(read) << read.error.Full();
         EXPECT_EQ(model[0], read.ppd->PrinterName()) << "its last four characters are the printer's number";
+
+        EXPECT_EQ("{D20EA372-DD35-4950-9ED8-A6335AFE79F1},PSCRIPT.OEM,PSCRIPT_DATA",
+                  Values(install, "CoreDriverSections")[0]);
+        // Maker and model without the printer's number, cut at 20 characters, and a checksum.
+        std::string named = "Halvaro" + model[0].substr(0, model[0].size() - 5);
+        std::ranges::replace(named, ' ', '_');
+        named = named.substr(0, 20);
+        EXPECT_THAT(model[2], AllOf(StartsWith("USBPRINT\\" + named), SizeIs(9 + named.size() + 4)));
+        EXPECT_EQ(model[2].substr(9), model[3]);
     }
-    EXPECT_EQ(Values("DestinationDirs", "DefaultDestDir")[0], "66000") << "the printer driver directory";
 }
 
 TEST(Package, ItsConfigurationFilesSayWhatTheDriverReads)
 {
+    const std::vector<BYTE> configuration = ReadWholeFile(FullPath("tintwerk-x12.ini").c_str());
+    EXPECT_EQ('#', configuration[0]) << "how the core driver's comments begin";
     char plugin[MAX_PATH] = {};
     GetPrivateProfileStringA("OEMFiles", "OEMConfigFile1", "", plugin, sizeof plugin,
                              FullPath("tintwerk-x12.ini").c_str());
@@ -141,8 +193,57 @@ TEST(Package, ItsConfigurationFilesSayWhatTheDriverReads)
         GetPrivateProfileStringA(key.c_str(), name, "", value, sizeof value,
                                  FullPath("tintwerk.reg").c_str());
         EXPECT_STRNE(value, "") << name;
+        EXPECT_EQ(nullptr, std::strchr(value, ' ')) << name << ": the print server's command line has no quotes";
     }
     EXPECT_TRUE(std::filesystem::exists(kPackage / "config/ink/printer0012.ink"));
+}
+
+TEST(Package, ListsTheHashesOfItsFiles)
+{
+    const std::vector<BYTE> bytes = ReadWholeFile(FullPath("SHA256SUMS").c_str());
+    const std::string hashes(bytes.begin(), bytes.end());
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(kPackage)) {
+        const std::string name = entry.path().lexically_relative(kPackage).generic_string();
+        if (entry.is_directory() || name == "SHA256SUMS") continue;
+        EXPECT_THAT(hashes, HasSubstr("  " + name + "\n"));
+    }
+    EXPECT_THAT(hashes, HasSubstr("  symbols/PSTWUI."));
+    EXPECT_TRUE(std::filesystem::exists(kPackage.string() + ".zip"));
+}
+
+TEST(ShippedModule, TellsThatItIsAPrinterDriver)
+{
+    const auto* const fixed = static_cast<const VS_FIXEDFILEINFO*>(VersionValue("\\"));
+    ASSERT_TRUE(fixed);
+    EXPECT_EQ(0x3fu, fixed->dwFileFlagsMask);
+    EXPECT_EQ(static_cast<DWORD>(VFT_DRV), fixed->dwFileType);
+    EXPECT_EQ(static_cast<DWORD>(VFT2_DRV_PRINTER), fixed->dwFileSubtype);
+    EXPECT_THAT(VersionText("LegalCopyright"), HasSubstr(VersionText("CompanyName")));
+}
+
+TEST(ShippedModule, IsSmallAndLeadsToItsSymbols)
+{
+    const std::vector<BYTE> bytes = ReadWholeFile(FullPath("PSTWUI.DLL").c_str());
+    EXPECT_LE(bytes.size(), 204800u);
+    ASSERT_GT(bytes.size(), sizeof(IMAGE_DOS_HEADER));
+    const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(bytes.data());
+    const auto& header = *reinterpret_cast<const IMAGE_NT_HEADERS64*>(bytes.data() + dos->e_lfanew);
+    EXPECT_EQ(IMAGE_SUBSYSTEM_WINDOWS_GUI, header.OptionalHeader.Subsystem);
+    EXPECT_EQ(601, 100 * header.OptionalHeader.MajorSubsystemVersion + header.OptionalHeader.MinorSubsystemVersion);
+#ifndef _MSC_VER
+    EXPECT_EQ(601, 100 * header.OptionalHeader.MajorOperatingSystemVersion +
+                       header.OptionalHeader.MinorOperatingSystemVersion);
+    EXPECT_TRUE(std::filesystem::exists(kPackage / "symbols/PSTWUI.DLL.debug"));
+    EXPECT_THAT(std::string(bytes.begin(), bytes.end()), HasSubstr("PSTWUI.DLL.debug"));
+#endif
+}
+
+// The second one was linked later and in another folder.
+TEST(ShippedModule, IsTheSameHoweverOftenItIsLinked)
+{
+    const std::vector<BYTE> bytes = ReadWholeFile(FullPath("PSTWUI.DLL").c_str());
+    EXPECT_FALSE(bytes.empty());
+    EXPECT_TRUE(bytes == ReadWholeFile(TINTWERK_LINKED_AGAIN));
 }
 
 } // namespace

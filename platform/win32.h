@@ -1,8 +1,6 @@
-// The one door to the platform: the system's own headers on Windows, the headless layer elsewhere. The plug-in and the
-// host include this file and never a system header, so the same lines compile for both targets.
+// The one door to the platform: the system's own headers, the same on both targets. The plug-in and the host include this
+// file and never a system header, so the same lines compile for both.
 #pragma once
-
-#ifdef _WIN32
 
 #ifndef UNICODE
 #define UNICODE
@@ -16,8 +14,15 @@
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
 #ifndef _WIN32_WINNT
 #define _WIN32_WINNT 0x0601
+#endif
+
+#ifndef _WIN32
+#include "platform/headless/dialect.h"
 #endif
 
 #include <windows.h>
@@ -31,9 +36,3 @@
 #include <winddiui.h>
 
 #include <wchar.h>
-
-#else
-
-#include "platform/headless/windows.h"
-
-#endif

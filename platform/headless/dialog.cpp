@@ -94,10 +94,10 @@ HWND WINAPI CreateDialogIndirectParamW(HINSTANCE module, LPCDLGTEMPLATEW data, H
                : nullptr;
 }
 
-LONG WINAPI GetDialogBaseUnits()
+DWORD WINAPI GetDialogBaseUnits()
 {
     const SIZE units = DialogTemplate().Units();
-    return MAKELONG(units.cx, units.cy);
+    return static_cast<DWORD>(MAKELONG(units.cx, units.cy));
 }
 
 BOOL WINAPI MapDialogRect(HWND handle, LPRECT rectangle)

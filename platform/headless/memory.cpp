@@ -115,11 +115,6 @@ Hookable<AllocateBlock> heapAlloc{"HeapAlloc"};
 Hookable<FreeBlock> heapFree{"HeapFree"};
 Hookable<DestroyHeap> heapDestroy{"HeapDestroy"};
 
-std::atomic_ref<LONG> Atomic(LONG volatile* value)
-{
-    return std::atomic_ref(const_cast<LONG&>(*value));
-}
-
 std::atomic_ref<PVOID> Holder(SRWLOCK* lock)
 {
     return std::atomic_ref(lock->Ptr);
@@ -164,15 +159,6 @@ HLOCAL LocalFree(HLOCAL block)
 {
     std::free(block);
     return nullptr;
-}
-
-LONG InterlockedIncrement(LONG volatile* value)
-{
-    return Atomic(value).fetch_add(1) + 1;
-}
-LONG InterlockedDecrement(LONG volatile* value)
-{
-    return Atomic(value).fetch_sub(1) - 1;
 }
 
 void AcquireSRWLockExclusive(SRWLOCK* lock)

@@ -117,3 +117,8 @@ HANDLE CreateActCtxW(PCACTCTXW context)
 }
 
 void ReleaseActCtx(HANDLE) {}
+
+extern "C" {
+const IID IID_IUnknown{0x00000000, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+const IID IID_IClassFactory{0x00000001, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};
+}

@@ -168,10 +168,10 @@ TEST_F(CoreDriverTest, GivesWholeListsAndRefusesOneByteLess)
         EXPECT_EQ(E_OUTOFMEMORY, row.query(nullptr, 0, &needed));
         EXPECT_EQ(expected.size(), needed);
         needed = 0;
-        std::string small(expected.size() - 1, '?');
-        EXPECT_EQ(E_OUTOFMEMORY, row.query(small.data(), static_cast<DWORD>(small.size()), &needed));
+        std::string tooSmall(expected.size() - 1, '?');
+        EXPECT_EQ(E_OUTOFMEMORY, row.query(tooSmall.data(), static_cast<DWORD>(tooSmall.size()), &needed));
         EXPECT_EQ(expected.size(), needed);
-        EXPECT_EQ(std::string(small.size(), '?'), small);
+        EXPECT_EQ(std::string(tooSmall.size(), '?'), tooSmall);
         std::string exact(expected.size(), '?');
         EXPECT_EQ(S_OK, row.query(exact.data(), static_cast<DWORD>(exact.size()), &needed));
         EXPECT_EQ(expected, exact);

@@ -1,5 +1,5 @@
 // The control families are always there; asking for them changes nothing.
-#include "platform/headless/controls.h"
+#include "platform/win32.h"
 
 BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX* families)
 {

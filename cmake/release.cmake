@@ -9,7 +9,5 @@ foreach(file IN LISTS files)
     file(APPEND ${folder}/SHA256SUMS "${hash}  ${file}\n")
 endforeach()
 
-# The same time for every file: equal files make equal packages.
-execute_process(COMMAND ${CMAKE_COMMAND} -E tar cf ${folder}.zip --format=zip "--mtime=1980-01-02 00:00:00 UTC"
-                        SHA256SUMS ${files}
+execute_process(COMMAND ${CMAKE_COMMAND} -E tar cf ${folder}.zip --format=zip SHA256SUMS ${files}
                 WORKING_DIRECTORY ${folder} COMMAND_ERROR_IS_FATAL ANY)

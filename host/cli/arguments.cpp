@@ -100,10 +100,7 @@ std::string Arguments::OneOf(std::string_view option, std::string_view fallback,
 {
     std::string value = Value(option, fallback);
     if (!Has(option) || std::ranges::find(values, value) != values.end()) return value;
-    std::string accepted;
-    for (const std::string_view text : values)
-        accepted += (accepted.empty() ? "" : ", ") + std::string(text);
-    Misused("--" + std::string(option) + " " + value + ": accepted are " + accepted);
+    Misused("--" + std::string(option) + " " + value + ": accepted are " + Joined(values));
 }
 
 std::string OptionLines(std::span<const OptionRow> options)

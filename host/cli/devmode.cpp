@@ -1,12 +1,11 @@
 // tintwerk devmode: shows the driver's private part of a DEVMODE, from a selections file or from raw bytes.
 #include <cstring>
-#include <fstream>
-#include <iterator>
 #include <ostream>
 
 #include "host/cli/json.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
+#include "platform/whole_file.h"
 #include "src/records/private_devmode.h"
 
 namespace tintwerk {
@@ -27,17 +26,12 @@ const unsigned char* FindRecord(const Bytes& bytes)
                                                      : nullptr; // another plug-in's, or a damaged one
 }
 
-Bytes ReadBytes(const std::string& file)
-{
-    std::ifstream in(PathFromUtf8(file), std::ios::binary);
-    if (!in || std::filesystem::is_directory(PathFromUtf8(file)))
-        throw CommandError(kExitFailed, file + ": the file cannot be read");
-    return Bytes(std::istreambuf_iterator<char>(in), {});
-}
-
 Bytes FromFile(const std::string& file)
 {
-    Bytes bytes = ReadBytes(file);
+    std::string text;
+    if (!std::filesystem::is_regular_file(PathFromUtf8(file)) || !ReadWhole(PathFromUtf8(file), text))
+        throw CommandError(kExitFailed, file + ": the file cannot be read");
+    Bytes bytes(text.begin(), text.end());
     if (FindRecord(bytes)) return bytes;
     const Selections selections = Selections::Load(PathFromUtf8(file));
     return selections.PrivateDevmode();

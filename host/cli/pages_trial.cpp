@@ -10,23 +10,6 @@ namespace {
 
 constexpr int kTrialSeconds = 60;
 
-using Choices = std::vector<std::pair<std::string, std::string>>;
-
-Choices SelectionsOf(const CoreDriver& core)
-{
-    Choices all;
-    for (const std::string_view feature : core.Features())
-        all.emplace_back(feature, core.Selected(feature));
-    return all;
-}
-
-void AddChanges(const Choices& before, const Choices& after, std::vector<SelectionChange>& changes)
-{
-    for (std::size_t i = 0; i < before.size(); ++i) {
-        if (before[i] != after[i]) changes.push_back({before[i].first, before[i].second, after[i].second});
-    }
-}
-
 void ShowAndApply(ScriptPlayer& player, PagesTrial& trial)
 {
     for (int page = 0; page < player.PageCount(); ++page) {
@@ -44,7 +27,7 @@ PagesTrial TryWith(const Ppd& ppd, std::string_view described, Selections select
     PagesTrial trial;
     trial.selections = described;
     CoreDriver core(ppd, selections);
-    const Choices before = SelectionsOf(core);
+    const SelectedOptions before = core.AllSelected();
     const WideString name = WideFromUtf8(ppd.PrinterName());
     const SpooledPrinter printer(ppd, {name, name, ppd.FileName()});
     {
@@ -64,10 +47,11 @@ PagesTrial TryWith(const Ppd& ppd, std::string_view described, Selections select
         if (trial.problem.empty() && applied == 0) trial.problem = "no page was applied";
         session.KeepPrivateDevmode();
     }
-    AddChanges(before, SelectionsOf(core), trial.changes);
+    trial.changes = ChangesBetween(before, core.AllSelected());
     // What the next opening would read.
     Selections kept = Selections::FromText("selections", selections.Text());
-    AddChanges(SelectionsOf(core), SelectionsOf(CoreDriver(ppd, kept)), trial.changes);
+    for (SelectionChange& lost : ChangesBetween(core.AllSelected(), CoreDriver(ppd, kept).AllSelected()))
+        trial.changes.push_back(std::move(lost));
     return trial;
 }
 

@@ -10,6 +10,7 @@
 #include "host/cli/printer_run.h"
 #include "host/cli/product_registry.h"
 #include "host/cli/program.h"
+#include "host/ppd/ppd_text.h"
 #include "host/sheet/message_boxes.h"
 #include "platform/console.h"
 #include "platform/memory_spooler.h"
@@ -135,9 +136,7 @@ private:
         const UINT count = std::min(filter.record.cElementsReturned, filter.record.cElementsAllocated);
         std::vector<DWORD> wanted(count);
         std::memcpy(wanted.data(), filter.record.aDocEventCall, count * sizeof(DWORD));
-        std::string text;
-        for (const DWORD event : wanted)
-            text += (text.empty() ? "" : ", ") + std::to_string(event);
+        const std::string text = Joined(wanted, [](DWORD event) { return std::to_string(event); });
         Tell("query filter: the driver wants " + (text.empty() ? "every event" : "the events " + text));
         return wanted;
     }

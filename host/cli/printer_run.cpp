@@ -111,7 +111,7 @@ PrinterRun::PrinterRun(const Arguments& arguments, Output& output, bool keeps)
         output_.err << "tintwerk: " << Utf8FromPath(storeFile_) << ": " << refused << "\n";
     const auto languages = core_->Options("halvLanguage");
     german_ = !languages.empty() && languages[0].starts_with("de");
-    firstSelections_ = keptSelections_ = AllSelections();
+    firstSelections_ = keptSelections_ = core_->AllSelected();
     printer_ = std::make_unique<SpooledPrinter>(
         *ppd_, PrinterEntry{name_, WideFromUtf8(arguments.Value("driver", ppd_->PrinterName())), ppdFile_,
                             arguments.Has("offline"), custom});
@@ -214,14 +214,6 @@ DWORD PrinterRun::ApplyCount() const
     return count;
 }
 
-std::vector<std::pair<std::string, std::string>> PrinterRun::AllSelections() const
-{
-    std::vector<std::pair<std::string, std::string>> all;
-    for (const std::string_view feature : core_->Features())
-        all.emplace_back(feature, core_->Selected(feature));
-    return all;
-}
-
 void PrinterRun::Keep()
 {
     session_->KeepPrivateDevmode();
@@ -234,18 +226,7 @@ void PrinterRun::Keep()
     keepProblem_.clear();
     kept_ = true;
     keptApplyCount_ = ApplyCount();
-    keptSelections_ = AllSelections();
-}
-
-std::vector<SelectionChange> PrinterRun::Changes() const
-{
-    std::vector<SelectionChange> changes;
-    for (std::size_t i = 0; i < firstSelections_.size() && i < keptSelections_.size(); ++i) {
-        if (firstSelections_[i].second != keptSelections_[i].second)
-            changes.push_back(
-                {firstSelections_[i].first, firstSelections_[i].second, keptSelections_[i].second});
-    }
-    return changes;
+    keptSelections_ = core_->AllSelected();
 }
 
 } // namespace tintwerk

@@ -25,11 +25,6 @@ namespace tintwerk {
 // The options that all these commands share, for their option tables.
 std::vector<OptionRow> PrinterOptions();
 
-struct SelectionChange
-{
-    std::string feature, before, after;
-};
-
 class PrinterRun
 {
 public:
@@ -56,10 +51,10 @@ public:
     const std::string& KeepProblem() const { return keepProblem_; }
     const std::filesystem::path& StoreFile() const { return storeFile_; }
     // What the kept selections changed since the start; with the private DEVMODE's apply counts.
-    std::vector<SelectionChange> Changes() const;
+    std::vector<SelectionChange> Changes() const { return ChangesBetween(firstSelections_, keptSelections_); }
     std::pair<DWORD, DWORD> ApplyCounts() const { return {firstApplyCount_, keptApplyCount_}; }
     // Selections as kept last, or of the start.
-    const std::vector<std::pair<std::string, std::string>>& KeptSelections() const { return keptSelections_; }
+    const SelectedOptions& KeptSelections() const { return keptSelections_; }
 
 private:
     void Read(const Arguments& arguments);
@@ -67,7 +62,6 @@ private:
     void LockStore();
     void LoadSelections();
     PaperSize CustomSize(const Arguments& arguments);
-    std::vector<std::pair<std::string, std::string>> AllSelections() const;
     DWORD ApplyCount() const;
 
     Output& output_;
@@ -90,8 +84,7 @@ private:
     std::string keepProblem_;
     DWORD firstApplyCount_ = 0;
     DWORD keptApplyCount_ = 0;
-    std::vector<std::pair<std::string, std::string>> firstSelections_;
-    std::vector<std::pair<std::string, std::string>> keptSelections_;
+    SelectedOptions firstSelections_, keptSelections_;
 };
 
 } // namespace tintwerk

@@ -11,6 +11,7 @@
 #include "host/cli/program.h"
 #include "host/cli/sheet_report.h"
 #include "host/cli/watchdog.h"
+#include "host/ppd/ppd_text.h"
 #include "host/sheet/recorder.h"
 #include "host/sheet/script_player.h"
 #include "platform/console.h"
@@ -34,17 +35,6 @@ std::string ScriptText(const std::string& file)
     return text;
 }
 
-void RefusePictures(std::span<const Step> steps)
-{
-    for (const Step& step : steps) {
-        if (step.kind == StepKind::Screenshot || step.kind == StepKind::Tour)
-            throw CommandError(kExitUsage, step.source +
-                                               ": pictures are taken of real windows, which this program "
-                                               "has on Windows only; ./run with the same arguments takes "
-                                               "them under Wine");
-    }
-}
-
 std::vector<Step> StepsOf(const Arguments& arguments)
 {
     std::vector<Step> steps;
@@ -61,7 +51,13 @@ std::vector<Step> StepsOf(const Arguments& arguments)
         else if (const std::string& problem = std::get<std::string>(parsed); !problem.empty())
             throw CommandError(kExitUsage, problem);
     }
-    if (!CanTakePictures()) RefusePictures(steps);
+    for (const Step& step : steps) {
+        if (!CanTakePictures() && (step.kind == StepKind::Screenshot || step.kind == StepKind::Tour))
+            throw CommandError(kExitUsage,
+                               step.place + step.source +
+                                   ": pictures are taken of real windows, which this program has on "
+                                   "Windows only; ./run with the same arguments takes them under Wine");
+    }
     for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
         if (steps[i].kind == StepKind::Ok || steps[i].kind == StepKind::Cancel)
             throw CommandError(kExitUsage, steps[i + 1].place + steps[i + 1].source + ": stands behind " +
@@ -154,10 +150,8 @@ private:
                 ControlOfFeature(step.subject) || AdvancedGroupOf(step.subject))
                 return false;
             if (!printer.Core().Select(step.subject, step.value)) {
-                std::string offered;
-                for (const PpdOption& option : feature->options)
-                    offered += (offered.empty() ? "" : ", ") + std::string(option.keyword);
-                throw CommandError(kExitFailed, step.source + ": the options are " + offered);
+                throw CommandError(kExitFailed, step.source + ": the options are " +
+                                                    Joined(feature->options, &PpdOption::keyword));
             }
             Tell(step.subject + ": installable option at " + step.value);
             Record(step);
@@ -175,10 +169,9 @@ private:
                 !std::ranges::count(lost, setting))
                 lost.push_back(setting);
         }
-        std::string text;
-        for (const std::string& setting : lost)
-            text += (text.empty() ? "the core driver refused " : ", ") + setting;
-        return text.empty() ? text : text + ": the PPD has no such option; the selection stayed as it was";
+        if (lost.empty()) return {};
+        return "the core driver refused " + Joined(lost) +
+               ": the PPD has no such option; the selection stayed as it was";
     }
 
     void Tell(const std::string& line)

@@ -68,6 +68,23 @@ std::string_view CoreDriver::Selected(std::string_view feature) const
     return number ? model_->features[*number].keywords[selected_[*number]] : std::string_view{};
 }
 
+SelectedOptions CoreDriver::AllSelected() const
+{
+    SelectedOptions all;
+    for (const std::string_view feature : Features())
+        all.emplace_back(feature, Selected(feature));
+    return all;
+}
+
+std::vector<SelectionChange> ChangesBetween(const SelectedOptions& before, const SelectedOptions& after)
+{
+    std::vector<SelectionChange> changes;
+    for (std::size_t i = 0; i < before.size() && i < after.size(); ++i) {
+        if (before[i] != after[i]) changes.push_back({before[i].first, before[i].second, after[i].second});
+    }
+    return changes;
+}
+
 bool CoreDriver::Select(std::string_view feature, std::string_view option)
 {
     const auto number = model_->FindFeature(feature);

@@ -26,6 +26,16 @@ namespace tintwerk {
 struct CoreModel; // the PPD's lists as they are handed out (core_model.h)
 class CoreHelper; // the COM object behind both interfaces (core_helper.h)
 
+// Every feature with its selected option.
+using SelectedOptions = std::vector<std::pair<std::string, std::string>>;
+
+struct SelectionChange
+{
+    std::string feature, before, after;
+};
+// Of the same printer at two times.
+std::vector<SelectionChange> ChangesBetween(const SelectedOptions& before, const SelectedOptions& after);
+
 class CoreDriver
 {
 public:
@@ -57,6 +67,7 @@ public:
     std::vector<std::string_view> Options(std::string_view feature) const; // empty: no such feature
     // The selected option; empty when there is no such feature.
     std::string_view Selected(std::string_view feature) const;
+    SelectedOptions AllSelected() const;
     // Selects as SetOptions with KEEP_CONFLICT does; false when there is no such feature or option.
     bool Select(std::string_view feature, std::string_view option);
     // Selections that exclude each other now, as "Feature Option" texts.

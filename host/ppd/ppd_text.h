@@ -2,6 +2,7 @@
 #pragma once
 
 #include <charconv>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -54,6 +55,16 @@ template <typename Number> std::optional<Number> DecimalNumber(std::string_view 
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     const bool whole = error == std::errc() && end == text.data() + text.size();
     return whole ? std::optional(number) : std::nullopt;
+}
+
+// "a, b, c" of a list, each made a text by `text`.
+template <typename List, typename Text = std::identity>
+std::string Joined(const List& list, const Text& text = {})
+{
+    std::string joined;
+    for (const auto& each : list)
+        joined.append(joined.empty() ? "" : ", ").append(std::invoke(text, each));
+    return joined;
 }
 
 // The value of a hexadecimal digit, or -1.

@@ -4,6 +4,7 @@
 #include <array>
 #include <vector>
 
+#include "host/ppd/ppd_text.h"
 #include "src/records/page_kinds.h"
 #include "src/resources/control_ids.h"
 
@@ -81,10 +82,7 @@ std::optional<PageName> PageFromText(std::string_view text)
 
 std::string PageNamesForPeople()
 {
-    std::string text;
-    for (const PageText& row : kPageTexts)
-        text += (text.empty() ? "" : ", ") + std::string(row.text);
-    return text;
+    return Joined(kPageTexts, &PageText::text);
 }
 
 PageName PageOfTab(DWORD tabBit)

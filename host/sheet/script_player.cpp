@@ -17,14 +17,6 @@ constexpr std::string_view kFormTrayTable = "*UseFormTrayTable"; // an input slo
 
 ScriptPlayer* player = nullptr;
 
-std::string ListOf(const std::vector<ComboItem>& items)
-{
-    std::string text;
-    for (const ComboItem& item : items)
-        text += (text.empty() ? "" : ", ") + Quoted(item.text);
-    return text.empty() ? "nothing" : text;
-}
-
 } // namespace
 
 std::vector<std::string_view> OfferedOptions(const PageControl& control, const CoreDriver& core)
@@ -229,7 +221,8 @@ bool ScriptPlayer::ChooseInPopup(const Step& step)
     const auto item = std::ranges::find_if(
         items, [&](const ComboItem& each) { return number ? each.data == number : each.text == step.value; });
     if (item == items.end())
-        throw Failed{"the popup does not offer " + step.value + " now; it offers " + ListOf(items)};
+        throw Failed{"the popup does not offer " + step.value + " now; it offers " +
+                     Joined(items, [](const ComboItem& each) { return Quoted(each.text); })};
     const int index = static_cast<int>(item - items.begin());
     PickComboItem(combo, index);
     const int shown = ComboSelection(combo);

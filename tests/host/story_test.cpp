@@ -163,7 +163,7 @@ TEST_F(Story, WhatThePagesCannotChooseIsKeptBesideThem)
 TEST_F(Story, SelectionsThatMakeNoSenseEndTheRunAndStay)
 {
     const std::string file = folder_.Text() + "/Tintwerk X12 0012.selections";
-    std::ofstream(file) << "nonsense\n";
+    std::ofstream(file, std::ios::binary) << "nonsense\n";
     const ProgramResult result = Preferences({"--set", "halvBrightness=2", "--ok"});
     EXPECT_EQ(result.status, 1);
     EXPECT_THAT(result.err, HasSubstr(".selections:1: "));

@@ -1,10 +1,8 @@
-// The wide printf dialect of the system's runtime, as the diagnostic trace and the page texts speak it: "%s"
-// takes 16-bit and
-// "%S" 8-bit text, pointers are sixteen upper-case digits, a null text reads "(null)", numbers round half
-// away from zero. Nothing is allocated, and never is more written than the buffer holds.
+// The wide printf dialect of the system's runtime, as far as the diagnostic trace and the page texts speak it: "%s" takes
+// 16-bit and "%S" 8-bit text, pointers are sixteen upper-case digits, a null text reads "(null)". There are no floating
+// point numbers, octal numbers and widths from an argument. Nothing is allocated, and never is more written than the
+// buffer holds.
 #include <algorithm>
-#include <cmath>
-#include <cstdio>
 #include <cstring>
 #include <string>
 
@@ -120,17 +118,10 @@ private:
             }
             break;
         }
-        if (*at_ == u'*') {
-            ++at_;
-            spec.width = va_arg(arguments_, int);
-            spec.left |= spec.width < 0;
-            spec.width = std::abs(spec.width);
-        } else {
-            spec.width = ReadNumber();
-        }
+        spec.width = ReadNumber();
         if (*at_ == u'.') {
             ++at_;
-            spec.precision = *at_ == u'*' ? (++at_, va_arg(arguments_, int)) : ReadNumber();
+            spec.precision = ReadNumber();
         }
         ReadSize(spec);
         spec.conversion = *at_;
@@ -147,13 +138,7 @@ private:
                 spec.size = spec.size == Spec::Size::Long ? Spec::Size::Wide64 : Spec::Size::Long;
             } else if (*at_ == u'w') {
                 spec.size = Spec::Size::Long;
-            } else if (*at_ == u'z') {
-                spec.size = Spec::Size::Wide64;
-            } else if (*at_ == u'I') {
-                const bool narrow = at_[1] == u'3' && at_[2] == u'2';
-                spec.size = narrow ? Spec::Size::Long : Spec::Size::Wide64;
-                at_ += narrow || (at_[1] == u'6' && at_[2] == u'4') ? 2 : 0;
-            } else if (*at_ != u'L') {
+            } else {
                 return;
             }
         }
@@ -181,18 +166,10 @@ private:
         case u'u':
         case u'x':
         case u'X':
-        case u'o':
             Integer(spec, Unsigned(spec), false);
             return;
         case u'p':
             Pointer(spec);
-            return;
-        case u'f':
-        case u'e':
-        case u'E':
-        case u'g':
-        case u'G':
-            Real(spec, va_arg(arguments_, double));
             return;
         case u'%':
             return;
@@ -208,7 +185,7 @@ private:
         int length = 0;
         while ((spec.precision < 0 || length < spec.precision) && text[length])
             ++length;
-        Padded(spec, spec.zero ? u'0' : u' ', "", text, length);
+        Padded(spec, text, length);
     }
 
     void Character(const Spec& spec)
@@ -217,7 +194,7 @@ private:
         const bool narrow =
             spec.conversion == u'c' ? spec.size == Spec::Size::Short : spec.size != Spec::Size::Long;
         const WCHAR c = static_cast<WCHAR>(narrow ? argument & 0xFF : argument);
-        Padded(spec, spec.zero ? u'0' : u' ', "", &c, 1);
+        Padded(spec, &c, 1);
     }
 
     ULONGLONG Unsigned(const Spec& spec)
@@ -251,14 +228,13 @@ private:
     {
         const WCHAR conversion = spec.conversion;
         const bool isSigned = conversion == u'd' || conversion == u'i';
-        const unsigned base = conversion == u'o' ? 8 : conversion == u'x' || conversion == u'X' ? 16 : 10;
+        const unsigned base = conversion == u'x' || conversion == u'X' ? 16 : 10;
         const char* const prefix = negative                 ? "-"
                                    : isSigned && spec.plus  ? "+"
                                    : isSigned && spec.blank ? " "
                                    : spec.alternate && value && base == 16
                                        ? (conversion == u'X' ? "0X" : "0x")
-                                   : spec.alternate && value && base == 8 ? "0"
-                                                                          : "";
+                                       : "";
         const char* const alphabet = conversion == u'X' ? "0123456789ABCDEF" : "0123456789abcdef";
         char digits[24];
         int length = 0;
@@ -280,80 +256,11 @@ private:
         if (spec.left) sink_.Fill(u' ', spec.width - used);
     }
 
-    // The longest number of "%f" has 309 digits before the point; more than 80 behind it are not kept.
-    void Real(const Spec& spec, double value)
-    {
-        char text[420];
-        const int precision = std::min(spec.precision < 0 ? 6 : spec.precision, 80);
-        const double size = std::fabs(value);
-        if (!std::isfinite(value))
-            std::snprintf(text, sizeof text, "1.#%-*s", spec.conversion == u'f' ? precision - 1 : 3,
-                          std::isinf(value) ? "INF" : "IND");
-        else if (spec.conversion == u'f')
-            FixedPoint(text, sizeof text, size, precision, spec.alternate);
-        else
-            Exponential(text, sizeof text, size, precision, spec);
-        if (!std::isfinite(value)) std::replace(text, text + std::strlen(text), ' ', '0');
-        const char* const prefix = std::signbit(value) ? "-" : spec.plus ? "+" : spec.blank ? " " : "";
-        Padded(spec, spec.zero && !spec.left ? u'0' : u' ', prefix, text,
-               static_cast<int>(std::strlen(text)));
-    }
-
-    static void FixedPoint(char* text, std::size_t room, double value, int precision, bool alternate)
-    {
-        // Half-way cases, which the C library rounds to even: exactly one binary digit too many.
-        const double scaled = std::ldexp(value, precision + 1);
-        std::snprintf(text, room, "%.*f", precision + 1, value);
-        char* const last = text + std::strlen(text) - 1;
-        const bool halfWay = *last == '5' && scaled == std::floor(scaled);
-        if (!halfWay) {
-            std::snprintf(text, room, alternate ? "%#.*f" : "%.*f", precision, value);
-            return;
-        }
-        *last = 0;
-        if (precision == 0 && !alternate) *(last - 1) = 0;
-        RaiseLastDigit(text);
-    }
-
-    static void RaiseLastDigit(char* text)
-    {
-        for (char* digit = text + std::strlen(text); digit-- != text;) {
-            if (*digit == '.') continue;
-            if (*digit != '9') {
-                ++*digit;
-                return;
-            }
-            *digit = '0';
-        }
-        std::memmove(text + 1, text, std::strlen(text) + 1);
-        *text = '1';
-    }
-
-    // The runtime writes at least three digits of exponent.
-    static void Exponential(char* text, std::size_t room, double value, int precision, const Spec& spec)
-    {
-        const char format[] = {'%',
-                               spec.alternate ? '#' : '.',
-                               spec.alternate ? '.' : '*',
-                               spec.alternate ? '*' : static_cast<char>(spec.conversion),
-                               spec.alternate ? static_cast<char>(spec.conversion) : '\0',
-                               '\0'};
-        std::snprintf(text, room - 1, format, precision, value);
-        char* const exponent = std::strpbrk(text, "eE");
-        if (exponent && std::strlen(exponent) == 4) {
-            std::memmove(exponent + 3, exponent + 2, 3);
-            exponent[2] = '0';
-        }
-    }
-
     template <typename Char>
-    void Padded(const Spec& spec, WCHAR fill, const char* prefix, const Char* text, int length)
+    void Padded(const Spec& spec, const Char* text, int length)
     {
-        const int padding = spec.width - length - static_cast<int>(std::strlen(prefix));
-        if (!spec.left && fill == u' ') sink_.Fill(fill, padding);
-        for (; *prefix; ++prefix)
-            sink_.Put(static_cast<WCHAR>(*prefix));
-        if (!spec.left && fill != u' ') sink_.Fill(fill, padding);
+        const int padding = spec.width - length;
+        if (!spec.left) sink_.Fill(spec.zero ? u'0' : u' ', padding);
         for (int i = 0; i < length; ++i)
             sink_.Put(static_cast<WCHAR>(
                 static_cast<std::make_unsigned_t<std::conditional_t<sizeof(Char) == 1, char, SHORT>>>(

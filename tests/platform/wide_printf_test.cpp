@@ -49,9 +49,8 @@ TEST(WidePrintf, TakesWideAndNarrowTexts)
     Expect(TEXT("w|n|l|h|ws|hS|lS"), TEXT("%s|%S|%ls|%hs|%ws|%hS|%lS"), TEXT("w"), "n", TEXT("l"), "h",
            TEXT("ws"), "hS", TEXT("lS"));
     Expect(TEXT("w|n"), TEXT("%#s|%#S"), TEXT("w"), "n");
-    Expect(TEXT("       abc|abc       |ab|        ab|ab        |   abc|abc   |ab"),
-           TEXT("%10s|%-10s|%.2s|%10.2s|%-10.2S|%*s|%-*s|%.*s"), TEXT("abc"), TEXT("abc"), TEXT("abc"),
-           TEXT("abc"), "abc", 6, TEXT("abc"), 6, TEXT("abc"), 2, TEXT("abc"));
+    Expect(TEXT("       abc|abc       |ab|        ab|ab        |"),
+           TEXT("%10s|%-10s|%.2s|%10.2s|%-10.2S|"), TEXT("abc"), TEXT("abc"), TEXT("abc"), TEXT("abc"), "abc");
     Expect(TEXT("0000000abc|000ab|0000x"), TEXT("%010s|%05S|%05c"), TEXT("abc"), "ab", 'x');
     Expect(TEXT("\u00fc\u0080\u00e4|\u00c3\u00bc"), TEXT("%S|%.2S"), "\xfc\x80\xe4", "\xc3\xbc\xe4");
     Expect(TEXT("\u263a|A|\u263a|B|    x|y    |z"), TEXT("%c|%C|%lc|%hc|%5c|%-5c|%wc"), 0x263a, 0x41, 0x263a,
@@ -68,9 +67,8 @@ TEST(WidePrintf, ShowsNullTextsAsAWord)
 
 TEST(WidePrintf, WritesIntegers)
 {
-    Expect(TEXT("-5|6|7|ab|AB|10"), TEXT("%d|%i|%u|%x|%X|%o"), -5, 6, 7u, 0xabu, 0xabu, 8);
-    Expect(TEXT("0xff|0XFF|010|0|0|0|0x10|5"), TEXT("%#x|%#X|%#o|%#x|%#o|%#X|%#lx|%#d"), 255, 255, 8, 0, 0, 0,
-           16u, 5);
+    Expect(TEXT("-5|6|7|ab|AB"), TEXT("%d|%i|%u|%x|%X"), -5, 6, 7u, 0xabu, 0xabu);
+    Expect(TEXT("0xff|0XFF|0|0|0x10|5"), TEXT("%#x|%#X|%#x|%#X|%#lx|%#d"), 255, 255, 0, 0, 16u, 5);
     Expect(TEXT("    1|1    |00001|+1| 1|   +1|+1   | 0001|+0001"),
            TEXT("%5d|%-5d|%05d|%+d|% d|%+5d|%-+5d|% 05d|%+05d"), 1, 1, 1, 1, 1, 1, 1, 1, 1);
     Expect(TEXT("007|  007|00007|007  ||7|+007|0007|-007"),
@@ -78,10 +76,9 @@ TEST(WidePrintf, WritesIntegers)
     Expect(TEXT("000000ab|0x00ab|  0x00ab|0x0000ab|0xab    |"), TEXT("%08.3x|%#.4x|%#8.4x|%#08x|%-#8x|"),
            0xab, 0xab, 0xab, 0xab, 0xab);
     Expect(TEXT("-5|4294967291|4464|-4464"), TEXT("%ld|%lu|%hu|%hd"), -5, 4294967291u, 70000, -70000);
-    Expect(TEXT("-5000000000|5000000000|abcdef0123|-7|7|-9|11"),
-           TEXT("%I64d|%I64u|%I64x|%lld|%llu|%I32d|%Id"), -5000000000ll, 5000000000ull, 0xabcdef0123ull, -7ll,
-           7ull, -9, 11ll);
-    Expect(TEXT("-2147483648|-9223372036854775808"), TEXT("%d|%I64d"), static_cast<int>(0x80000000),
+    Expect(TEXT("-5000000000|5000000000|abcdef0123"), TEXT("%lld|%llu|%llx"), -5000000000ll, 5000000000ull,
+           0xabcdef0123ull);
+    Expect(TEXT("-2147483648|-9223372036854775808"), TEXT("%d|%lld"), static_cast<int>(0x80000000),
            static_cast<long long>(0x8000000000000000));
 }
 
@@ -90,20 +87,6 @@ TEST(WidePrintf, WritesPointersWithSixteenDigits)
     void* const pointer = reinterpret_cast<void*>(0x1234ABCD);
     Expect(TEXT("000000001234ABCD|    000000001234ABCD|000000001234ABCD    |0000000000000000"),
            TEXT("%p|%20p|%-20p|%p"), pointer, pointer, pointer, static_cast<void*>(nullptr));
-}
-
-TEST(WidePrintf, RoundsHalfAwayFromZero)
-{
-    Expect(TEXT("1.500000|2.3|3|  3.1|3.14    |00003.14|+3.1| 3.1|2."),
-           TEXT("%f|%1.1f|%.0f|%5.1f|%-8.2f|%08.2f|%+.1f|% .1f|%#.0f"), 1.5, 2.25, 2.5, 3.14159, 3.14159,
-           3.14159, 3.14159, 3.14159, 2.0);
-    Expect(TEXT("0.3 0.8 0.3 0.13 1 2 3 -0.0 100.0 -0.1"),
-           TEXT("%.1f %.1f %.1f %.2f %.0f %.0f %.0f %.1f %.1f %.1f"), 0.25, 0.75, 0.35, 0.125, 0.5, 1.5, 2.5,
-           -0.04, 99.95, -0.05);
-    Expect(TEXT("10.0|100|1.00|-00001.500|10000000000000000000000.0"), TEXT("%.1f|%.0f|%.2f|%010.3f|%.1f"),
-           9.95001, 99.5, 0.9951, -1.5, 1e22);
-    Expect(TEXT("1.234568e+004|1.200000E-004|0.0001|1E+020|1e+006|1e-005|1.00000|0"),
-           TEXT("%e|%E|%g|%G|%g|%g|%#g|%g"), 12345.678, 0.00012, 0.0001, 1e20, 1e6, 1e-5, 1.0, 0.0);
 }
 
 TEST(WidePrintf, PassesOverWhatItDoesNotKnow)
@@ -136,7 +119,6 @@ TEST(WidePrintf, LeavesAFullBufferUnterminated)
     }
     // A conversion is cut in its middle.
     EXPECT_EQ(TEXT("ab   "), Format(5, TEXT("ab%10d"), 1).text);
-    EXPECT_EQ(TEXT("1234"), Format(4, TEXT("%.1f"), 1234.5).text);
     EXPECT_EQ(4, _snwprintf(nullptr, 0, TEXT("abc%d"), 5));
 }
 

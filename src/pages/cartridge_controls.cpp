@@ -42,6 +42,8 @@ void EmbedCartridge(const CartridgeControls& controls, int value, std::basic_str
     code.copy(text, kCartridgeColorUnits - 1);
     CheckControl(controls.checkBox, value != 0);
     SetWindowTextW(controls.name, text);
+    // The box is too narrow to show a text; a screen reader says it.
+    SetWindowTextW(controls.checkBox, text);
     ShowCartridgeColor(controls.icon, text);
     for (const HWND control : all) {
         ShowControl(control, true);

@@ -453,36 +453,66 @@ TEST_F(PageProcedure, CentresAPageInAWiderSheet)
     CentrePage(page, 4711);
 }
 
-TEST_F(PageProcedure, ShowsPicturesAndVersionsInThePrinterProperties)
+class InformationPages : public PageProcedure
 {
-    SheetRecord device{};
-    PROPSHEETPAGEW page{};
-    page.lParam = reinterpret_cast<LPARAM>(&device);
-    int objects[2];
-    for (int& left : objects) {
-        const HWND window = CreateDialogParamW(Process().module, MAKEINTRESOURCEW(106), sheet.sheet,
-                                               &DevicePageProc, reinterpret_cast<LPARAM>(&page));
-        ASSERT_TRUE(window);
+protected:
+    InformationPages() { page_.lParam = reinterpret_cast<LPARAM>(&device_); }
+
+    HWND OpenPage()
+    {
+        return CreateDialogParamW(Process().module, MAKEINTRESOURCEW(IDD_INFORMATION), sheet.sheet,
+                                  &DevicePageProc, reinterpret_cast<LPARAM>(&page_));
+    }
+    static void ExpectPictures(HWND window, const char* when)
+    {
         for (const auto& [id, width, height] :
              {std::array{1062, 116, 23}, {1063, 180, 38}, {1066, 128, 64}}) {
             BITMAP picture{};
             GetObjectW(Picture(GetDlgItem(window, id)), sizeof picture, &picture);
-            EXPECT_EQ(width, picture.bmWidth) << id;
-            EXPECT_EQ(height, picture.bmHeight) << id;
+            EXPECT_EQ(width, picture.bmWidth) << when << id;
+            EXPECT_EQ(height, picture.bmHeight) << when << id;
         }
-        EXPECT_EQ(TEXT("Version: unknown"), TextOf(GetDlgItem(window, 1070)));
-        EXPECT_EQ(TEXT("[ drv: unknown / pscript: unknown / psui: unknown ]"),
-                  TextOf(GetDlgItem(window, 1071)));
-        NMHDR apply{window, 0, PSN_APPLY};
-        EXPECT_EQ(0, DevicePageProc(window, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&apply)));
-        EXPECT_EQ(0, DevicePageProc(window, WM_NULL, 1214, 0));
+    }
+
+private:
+    SheetRecord device_{};
+    PROPSHEETPAGEW page_{};
+};
+
+TEST_F(InformationPages, ShowPicturesAndVersions)
+{
+    const HWND window = OpenPage();
+    ExpectPictures(window, "alone ");
+    EXPECT_EQ(TEXT("Version: unknown"), TextOf(GetDlgItem(window, 1070)));
+    EXPECT_EQ(TEXT("[ drv: unknown / pscript: unknown / psui: unknown ]"), TextOf(GetDlgItem(window, 1071)));
+    NMHDR apply{window, 0, PSN_APPLY};
+    EXPECT_EQ(0, DevicePageProc(window, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&apply)));
+    EXPECT_EQ(0, DevicePageProc(window, WM_NULL, 1214, 0));
+    EXPECT_TRUE(trace.Contains(TEXT("UI:  INIT device\r\n")));
+    DestroyWindow(window);
+}
+
+TEST_F(InformationPages, KeepTheirPicturesWhileOthersComeAndGo)
+{
+    int objects[2];
+    for (int& left : objects) {
+        const HWND first = OpenPage(), second = OpenPage();
+        ExpectPictures(first, "a second page opened ");
         sheet.Open(kMain);
-        DestroyWindow(sheet.Page(kMain)); // takes the pictures of the process with it
-        DestroyWindow(window);
+        DestroyWindow(sheet.Page(kMain)); // the slots of the process are released
+        ExpectPictures(first, "a main page ended ");
+        ExpectPictures(second, "a main page ended ");
+        const HWND third = OpenPage();
+        DestroyWindow(second);
+        ExpectPictures(first, "the second page ended ");
+        DestroyWindow(first);
+        ExpectPictures(third, "the first page ended ");
+        DestroyWindow(third);
+        sheet.Open(kMain);
+        DestroyWindow(sheet.Page(kMain));
         left = UseOfProcess().gdiObjects;
     }
     EXPECT_EQ(objects[0], objects[1]);
-    EXPECT_TRUE(trace.Contains(TEXT("UI:  INIT device\r\n")));
 }
 
 } // namespace

@@ -82,8 +82,11 @@ std::string KindOf(const TemplateControl& control)
     if (control.kind == "combobox" && (style & 3) == CBS_DROPDOWNLIST && !(style & CBS_SORT) &&
         style & WS_VSCROLL && control.area.bottom - control.area.top >= 5 * kPopupHeight)
         return "popup";
-    // The page writes the number itself: arrows that write into a buddy would undo that.
-    if (control.kind == "msctls_updown32" && !(style & (UDS_SETBUDDYINT | UDS_AUTOBUDDY))) return "spin";
+    // Arrow keys in the buddy move the arrows; the page writes the number itself, and a buddy's text that the
+    // arrows write would undo that.
+    if (control.kind == "msctls_updown32" && style & UDS_ARROWKEYS && style & UDS_AUTOBUDDY &&
+        !(style & UDS_SETBUDDYINT))
+        return "spin";
     return control.kind == "msctls_trackbar32" ? "slider"
            : control.kind == "systabcontrol32" ? "tabs"
                                                : control.kind;
@@ -169,6 +172,56 @@ TEST(DialogTemplates, HoldEveryControlThatThePagesLookUp)
     }
 }
 
+// Controls of which the pages show one at a time.
+bool ShareAPlace(int position, int a, int b)
+{
+    const std::set<int> pair{a, b};
+    return (position == 1 && pair == std::set{IDC_COLOR_CMYK_SPACE, IDC_COLOR_SPACE}) ||
+           (position == 4 && pair == std::set{IDC_INK_BRIGHT_C_PICTURE, IDC_INK_BRIGHT_INKS_PICTURE});
+}
+
+// Captions of a scale's ends name a position of a slider, not the slider.
+bool NamesAControl(const Page& page, const TemplateControl& label)
+{
+    if (page.position < 0) return true;
+    for (const PageLabel& row : PageLabels(page.position))
+        if (row.controlId == label.id) return !std::string_view(row.key).starts_with("label_scale_");
+    return page.position == 4 && label.id == IDC_INK_BRIGHT_C_CAPTION; // its text depends on the media
+}
+
+// A screen reader calls a control by its own text, or by the label before it.
+TEST(DialogTemplates, NameEveryControlForAScreenReader)
+{
+    for (const Page& page : AllPages()) {
+        const DialogPage dialog = ReadDialogPage(page.number);
+        const TemplateControl* before = nullptr;
+        std::string kindBefore;
+        for (const TemplateControl& control : dialog.controls) {
+            const std::string kind = KindOf(control);
+            SCOPED_TRACE(std::to_string(page.number) + " " + kind + " " + std::to_string(control.id));
+            if (kind == "button" || kind == "check box") {
+                const bool namedByItsCartridge =
+                    std::ranges::count(kCheckBoxTable.begin() + kCheckCartridge0, kCheckBoxTable.end(),
+                                       control.id, &CheckBoxBinding::controlId) == 1;
+                EXPECT_NE(namedByItsCartridge, !control.text.empty());
+            } else if (kind == "spin") {
+                EXPECT_EQ("edit", kindBefore); // its buddy
+            } else if (kind == "popup" || kind == "slider" || kind == "edit" || kind == "tabs") {
+                const bool sharesTheLabel = before && ShareAPlace(page.position, before->id, control.id);
+                EXPECT_TRUE(sharesTheLabel || kindBefore == "label");
+                if (kindBefore == "label") {
+                    EXPECT_FALSE(before->text.empty());
+                    EXPECT_TRUE(NamesAControl(page, *before));
+                }
+            } else if (kind == "picture" || kind == "rule") {
+                continue; // says nothing
+            }
+            before = &control;
+            kindBefore = kind;
+        }
+    }
+}
+
 TEST(DialogTemplates, HaveTheSizesAndFontsOfTheirKind)
 {
     struct
@@ -239,14 +292,6 @@ bool Frames(const TemplateControl& group, const RECT& inside)
     const RECT& frame = group.area;
     return KindOf(group) == "group" && inside.left >= frame.left + 4 && inside.right <= frame.right - 4 &&
            inside.top >= frame.top + 8 && inside.bottom <= frame.bottom - 3;
-}
-
-// Controls of which the pages show one at a time.
-bool ShareAPlace(int position, int a, int b)
-{
-    const std::set<int> pair{a, b};
-    return (position == 1 && pair == std::set{IDC_COLOR_CMYK_SPACE, IDC_COLOR_SPACE}) ||
-           (position == 4 && pair == std::set{IDC_INK_BRIGHT_C_PICTURE, IDC_INK_BRIGHT_INKS_PICTURE});
 }
 
 TEST(DialogTemplates, KeepControlsApartAndInsideThePage)

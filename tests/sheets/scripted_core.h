@@ -33,7 +33,7 @@ struct ScriptedFeature
     std::map<std::string, Text> names = {}; // display names by option; the feature's own under ""
 };
 
-class ScriptedCore final : public RefusingCore
+class ScriptedCore : public RefusingCore
 {
 public:
     std::vector<ScriptedFeature> features;

@@ -15,9 +15,10 @@
 // The top of a vertical slider is its maximum.
 #define VERTICAL_SLIDER TBS_VERT | TBS_AUTOTICKS | WS_TABSTOP
 
-// Number fields: the page writes the text itself, so the arrows have no buddy.
+// Number fields: the edit before it is the buddy of the arrows, which takes arrow keys for them; its text is written
+// by the page alone.
 #define NUMBER_FIELD ES_AUTOHSCROLL | ES_RIGHT
-#define SPIN UDS_ARROWKEYS
+#define SPIN UDS_ARROWKEYS | UDS_AUTOBUDDY
 
 #define TABS WS_TABSTOP | WS_CLIPSIBLINGS
 

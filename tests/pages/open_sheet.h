@@ -18,6 +18,7 @@
 #include "src/records/process_values.h"
 #include "src/records/sheet_record.h"
 #include "tests/support/fake_core.h"
+#include "tests/support/recording_dialog.h"
 #include "tests/support/testing.h"
 
 namespace tintwerk {
@@ -35,12 +36,6 @@ enum Position
     kScreenPrinting,
 };
 
-inline Text TextOf(HWND control)
-{
-    WCHAR text[256] = {};
-    GetWindowTextW(control, text, 256);
-    return text;
-}
 inline bool Shown(HWND control)
 {
     return (GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0;

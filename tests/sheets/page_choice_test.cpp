@@ -51,7 +51,7 @@ TEST(PrinterNumber, IsReadLikeADecimalConversion)
     }
 }
 
-TEST(InkFile, IsAppendedWhileThereIsRoom)
+TEST(InkFileName, IsAppendedWhileThereIsRoom)
 {
     const struct
     {

@@ -522,18 +522,32 @@ struct Picture
 {
     BITMAPINFOHEADER header{};
     RGBQUAD palette[256]{};
-    std::vector<BYTE> pixels;
+    std::vector<BYTE> pixels; // palette entries from the lowest row up; empty when there is no whole picture
 
     explicit Picture(int number)
     {
         const HMODULE module = GetModuleHandleW(nullptr);
         const HRSRC resource =
             FindResourceW(module, MAKEINTRESOURCEW(number), MAKEINTRESOURCEW(2)); // RT_BITMAP
-        if (!resource || SizeofResource(module, resource) < sizeof header + sizeof palette) return;
-        const BYTE* data = static_cast<const BYTE*>(LockResource(LoadResource(module, resource)));
+        const size_t size = resource ? SizeofResource(module, resource) : 0;
+        if (size < sizeof header) return;
+        const BYTE* const data = static_cast<const BYTE*>(LockResource(LoadResource(module, resource)));
         std::memcpy(&header, data, sizeof header);
-        std::memcpy(palette, data + sizeof header, sizeof palette);
-        pixels.assign(data + sizeof header + sizeof palette, data + SizeofResource(module, resource));
+        const size_t bits = header.biBitCount;
+        const size_t colors = header.biClrUsed ? header.biClrUsed : size_t{1} << bits;
+        const size_t width = static_cast<size_t>(header.biWidth), rowBytes = (width * bits + 31) / 32 * 4;
+        const size_t rows = static_cast<size_t>(header.biHeight);
+        if ((bits != 4 && bits != 8) || colors > std::size(palette) ||
+            size != sizeof header + colors * sizeof palette[0] + rows * rowBytes)
+            return;
+        std::memcpy(palette, data + sizeof header, colors * sizeof palette[0]);
+        const BYTE* const packed = data + sizeof header + colors * sizeof palette[0];
+        for (size_t row = 0; row < rows; ++row)
+            for (size_t x = 0; x < width; ++x) {
+                const BYTE byte = packed[row * rowBytes + x * bits / 8];
+                const int entry = bits == 8 ? byte : x % 2 == 0 ? byte >> 4 : byte & 15;
+                pixels.push_back(static_cast<BYTE>(entry));
+            }
     }
 };
 
@@ -573,12 +587,11 @@ TEST(Pictures, HaveTheirSizesAndLeaveTheirOutsideToTheSystem)
         const Picture picture(shown.number);
         EXPECT_EQ(shown.size.cx, picture.header.biWidth);
         EXPECT_EQ(shown.size.cy, picture.header.biHeight);
-        EXPECT_EQ(8, picture.header.biBitCount);
         EXPECT_EQ(DWORD{BI_RGB}, DWORD{picture.header.biCompression});
         // The control is wide enough even where a dialog unit is smallest.
         EXPECT_LE(shown.size.cx, (shown.control->area.right - shown.control->area.left) * 6 / 4);
         EXPECT_LE(shown.size.cy, (shown.control->area.bottom - shown.control->area.top) * 13 / 8);
-        ASSERT_EQ(static_cast<size_t>((shown.size.cx + 3) & ~3) * shown.size.cy, picture.pixels.size());
+        ASSERT_EQ(static_cast<size_t>(shown.size.cx) * shown.size.cy, picture.pixels.size());
         // The first pixel's colour becomes the system's; no other greys that the system maps may occur.
         const BYTE outside = picture.pixels[0];
         const std::set<COLORREF> mapped{RGB(128, 128, 128), RGB(192, 192, 192), RGB(223, 223, 223),

@@ -85,7 +85,7 @@ std::vector<Difference> Compare(const Facts& before, const Facts& after)
                               const std::string* second) {
         const auto& [feature, option, what] = key;
         const bool whole = what == "text" && (!first || !second);
-        found.push_back({feature, option,
+        found.push_back({feature, feature.empty() ? "" : option,
                          !whole           ? what
                          : option.empty() ? "feature"
                                           : "option",

@@ -147,6 +147,10 @@ TEST_F(Story, ASettingThatTheCoreDriverRefusesFailsTheRun)
     EXPECT_EQ(diff.status, 1);
     EXPECT_EQ(diff.out, "- halvBrightness 10: 120 percent\n");
     EXPECT_EQ(RunTintwerk({"diff", file, file}).status, 0);
+    EXPECT_THAT(RunTintwerk({"diff", file, Sample("tintwerk-s8.ppd")}).out,
+                AllOf(HasSubstr("- feature Duplex: Two-Sided\n"), Not(HasSubstr("- Duplex ")),
+                      HasSubstr("- constraint: Duplex * / MediaType Film9\n"),
+                      HasSubstr("  PageSize: text Page Size -> ")));
 }
 
 TEST_F(Story, WhatThePagesCannotChooseIsKeptBesideThem)

@@ -105,7 +105,7 @@ public:
         ppd_->optionTable_.Reserve(text.size() / 128);
         ReadFile(ppd_->fileName_, std::move(text));
         const std::string_view whole = ppd_->files_.front().Text();
-        const char* const end = whole.data() + whole.find_last_not_of(" \t\r\n") + 1;
+        const char* const end = whole.data() + (whole.find_last_not_of(" \t\r\n") + 1); // none: 0
         if (!begun_) Fail(end, "\"*PPD-Adobe: \"4.3\"\" expected; the file is empty");
         if (open_) SlipOpen(end, "the end of the file");
         CloseGroupsAbove(0);

@@ -42,8 +42,10 @@ void EmbedCartridge(const CartridgeControls& controls, int value, std::basic_str
     code.copy(text, kCartridgeColorUnits - 1);
     CheckControl(controls.checkBox, value != 0);
     SetWindowTextW(controls.name, text);
-    // The box is too narrow to show a text; a screen reader says it.
-    SetWindowTextW(controls.checkBox, text);
+    // Behind its blanks the text begins where the box ends: nobody sees it, a screen reader says it.
+    WCHAR spoken[2 + kCartridgeColorUnits] = {' ', ' '};
+    code.copy(spoken + 2, kCartridgeColorUnits - 1);
+    SetWindowTextW(controls.checkBox, spoken);
     ShowCartridgeColor(controls.icon, text);
     for (const HWND control : all) {
         ShowControl(control, true);

@@ -48,7 +48,6 @@ HWND EmbedCheckBox(SheetContext& context, HWND window, CheckBoxRow row, bool che
 void StoreWindows(DWORD pageBits, SheetContext& context, HWND window)
 {
     if (const HWND root = GetAncestor(window, GA_ROOT)) context.owner = root;
-    context.currentPage = window;
     for (size_t position = 0; position < kPageKinds; ++position) {
         if (pageBits & kPageKindTable[position].tabBit) context.pages[position] = window;
     }
@@ -263,7 +262,6 @@ void ForgetControls(DWORD pageBits, SheetContext& context, HWND window)
     const auto position = static_cast<size_t>(std::countr_zero(pageBits));
     if (position >= kPageKinds || context.pages[position] != window) return;
     context.pages[position] = nullptr;
-    if (context.currentPage == window) context.currentPage = nullptr;
     Forget(kPopupTable, context.popups.windows, pageBits);
     Forget(kSliderTable, context.sliders.windows, pageBits);
     Forget(kSliderTable, context.sliders.labels, pageBits);

@@ -121,7 +121,6 @@ struct SheetContext
     WCHAR printerName[kPrinterNameUnits];
     OptionItemsArea optionItems;
     CoreArea core;
-    HWND currentPage;
     HWND pages[kPageKinds]; // by position; the pane for the consumption page
     InkControlArea inkControl;
     BOOL postScriptInterpreterFound;

@@ -13,6 +13,7 @@
 #include "src/records/sheet_context.h"
 #include "tests/support/fake_core.h"
 #include "tests/support/testing.h"
+#include "tests/support/trace_order.h"
 
 namespace tintwerk {
 
@@ -39,14 +40,8 @@ protected:
         HeapDestroy(heap);
     }
 
-    // The trace lines since the last call, in 8 bits.
-    Strings Lines()
-    {
-        Strings lines;
-        for (const WideString& line : trace.Take())
-            lines.push_back(Narrow(line));
-        return lines;
-    }
+    // The first of these lines that the trace lacks since the last call.
+    std::string Missing(const Strings& expected) { return MissingLine(trace.Take(), expected); }
 
     // An option list as the initial read leaves it.
     void Fill(int row, const std::string& keywords, int selection)
@@ -83,6 +78,7 @@ protected:
         SendMessageW(window, TBM_SETRANGEMAX, TRUE, slider.maximum);
         return context.sliders.windows[row] = window;
     }
+    static bool Visible(HWND window) { return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0; }
     HWND CheckBox(int row, bool checked)
     {
         const HWND box =

@@ -1,4 +1,5 @@
-// The consumption page's lines in real controls: names, numbers, bars, the sum, and what is hidden.
+// The consumption page's lines: where they stand, and in real controls names, numbers, bars, the sum, and
+// what is hidden.
 #include "src/ink/consumption_page.h"
 
 #include <gtest/gtest.h>
@@ -7,13 +8,59 @@
 #include <vector>
 
 #include "src/i18n/string_table.h"
+#include "src/ink/bar_value.h"
+#include "src/ink/consumption_layout.h"
 #include "src/ink/ink_channels.h"
+#include "tests/support/recording_dialog.h"
 #include "tests/support/testing.h"
+#include "tests/support/trace_order.h"
 
 namespace tintwerk {
 namespace {
 
 using Text = std::basic_string<WCHAR>;
+
+constexpr int kLowest = -2147483647 - 1;
+constexpr int kHighest = 2147483647;
+
+TEST(ConsumptionLayout, PlacesTheLines)
+{
+    // clang-format off
+    const struct { const char* what; LineBand band; int shown, block, start, spacing; } cases[] = {
+        {"no channel", {10, 15, 208}, 0, 0, 116, 15},
+        {"one channel in the middle, without gap", {10, 15, 208}, 1, 15, 109, 15},
+        {"few channels, at most 8 apart", {10, 15, 208}, 2, 38, 97, 23},
+        {"all twelve", {10, 15, 208}, 12, 202, 15, 17},
+        {"more than there are lines", {10, 15, 208}, 20, 224, 5, 11},
+        {"too small a band, at most 8 into each other", {10, 30, 50}, 12, 272, -91, 22},
+        {"no controls were found", {0, 1, 0}, 12, 12, -5, 1},
+        {"the ends of 32 bits", {kLowest, kHighest, kLowest}, 20, kHighest, kLowest, kHighest - 8},
+    };
+    // clang-format on
+    for (const auto& row : cases) {
+        const LineLayout lines = LayOutLines(row.band, row.shown);
+        EXPECT_EQ(row.block, lines.blockHeight) << row.what;
+        EXPECT_EQ(row.start, lines.startLine) << row.what;
+        EXPECT_EQ(row.spacing, lines.spacing) << row.what;
+    }
+}
+
+TEST(ConsumptionLayout, RoundsValuesHalfUpWithinTheirBits)
+{
+    EXPECT_EQ(1, LineNumber(149));
+    EXPECT_EQ(2, LineNumber(150));
+    EXPECT_EQ(0, LineNumber(-149)) << "truncates toward zero";
+    EXPECT_EQ(-1, LineNumber(-150));
+    EXPECT_EQ(kHighest / 100, LineNumber(kHighest - 50));
+    EXPECT_EQ(1, TotalPercent(TotalValue(14994)));
+    EXPECT_EQ(2, TotalPercent(TotalValue(14995)));
+    EXPECT_EQ(214748365, TotalValue(kHighest));
+    EXPECT_EQ(33, LastJobPercent(1, 3));
+    EXPECT_EQ(100, LastJobPercent(kHighest, kHighest));
+    EXPECT_EQ(kLowest, LastJobPercent(kLowest, 1));
+    EXPECT_EQ(0x2C000000u, PackBarValue({300, 0, 0, 0})) << "the low byte of the percentage";
+    EXPECT_EQ(0x30000000u, PackBarValue({-2000, 0, 0, 0}));
+}
 
 // The names of the channels in the order of the lines.
 constexpr const WCHAR* kNames[] = {
@@ -22,7 +69,6 @@ constexpr const WCHAR* kNames[] = {
     TEXT("Yellow"),      TEXT("Bright Yellow"), TEXT("Magenta"),       TEXT("Bright Magenta"),
     TEXT("Cyan"),        TEXT("Bright Cyan"),   TEXT("Red"),           TEXT("Green"),
     TEXT("Blue"),        TEXT("Optimizer"),     TEXT("Orange"),        TEXT("Violet")};
-constexpr int kChannels[] = {0, 1, 16, 17, 18, 2, 3, 19, 4, 9, 5, 7, 6, 8, 10, 11, 12, 13, 14, 15};
 
 class ConsumptionPage : public testing::Test
 {
@@ -53,11 +99,10 @@ protected:
         return CreateWindowExW(0, TEXT("Static"), TEXT("template"), style, x, y, width, height, parent,
                                nullptr, GetModuleHandleW(nullptr), nullptr);
     }
-    static Text TextOf(HWND control)
+    static Text Number(int number)
     {
-        WCHAR text[128] = {};
-        GetWindowTextW(control, text, 128);
-        return text;
+        const std::string text = std::to_string(number);
+        return {text.begin(), text.end()};
     }
     static bool Shown(HWND control) { return (GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0; }
     static DWORD Bar(HWND control) { return static_cast<DWORD>(GetWindowLongPtrW(control, GWLP_USERDATA)); }
@@ -88,46 +133,39 @@ TEST_F(ConsumptionPage, GivesOneLineToEachOfTheFirstTwelveShownChannels)
         context.consumption.displayMode = mode;
         context.inkCounters = {};
         for (int shown = 1; shown <= kInkChannels; ++shown) {
-            Show(kChannels[shown - 1], 100 * shown, 1000 * shown);
+            Show(kDisplayOrder[static_cast<size_t>(shown - 1)], 100 * shown, 1000 * shown);
             DrawConsumptionPage(context);
             for (int slot = 0; slot < kConsumptionSlots; ++slot) {
                 const bool used = slot < shown;
-                EXPECT_EQ(used, Shown(view.names[slot])) << shown << '/' << slot;
-                EXPECT_EQ(used, Shown(view.bars[slot])) << shown << '/' << slot;
-                EXPECT_EQ(used, Shown(view.numbers[slot])) << shown << '/' << slot;
-                const std::string number = std::to_string(slot + 1);
-                EXPECT_EQ(used ? Text(number.begin(), number.end()) : TEXT(" "), TextOf(view.numbers[slot]));
+                for (const HWND control : {view.names[slot], view.bars[slot], view.numbers[slot]})
+                    EXPECT_EQ(used, Shown(control)) << shown << '/' << slot;
+                EXPECT_EQ(used ? Number(slot + 1) : TEXT(" "), TextOf(view.numbers[slot]));
                 EXPECT_EQ(used ? kNames[slot] : TEXT(""), TextOf(view.names[slot]));
                 EXPECT_EQ(Place(view.names[slot]).top, Place(view.numbers[slot]).top);
                 EXPECT_EQ(Place(view.names[slot]).top + 1, Place(view.bars[slot]).top);
                 EXPECT_GT(Place(view.names[slot]).top, slot ? Place(view.names[slot - 1]).top : 0);
             }
-            const std::string sum = std::to_string(shown * (shown + 1) / 2);
-            EXPECT_EQ(Text(sum.begin(), sum.end()), TextOf(view.numbers[12]));
+            EXPECT_EQ(Number(shown * (shown + 1) / 2), TextOf(view.numbers[12]));
         }
     }
 }
 
-TEST_F(ConsumptionPage, FillsBarsRelativeToTheLargestLastJob)
+TEST_F(ConsumptionPage, FillsBarsRelativeToTheLargestLastJobOrByTheConsumption)
 {
-    Show(0, 0, 0);
-    Show(4, 50, 0);
+    Show(0, 0, 500000);
+    Show(4, 50, 1800000);
     Show(6, 200, 0);
-    DrawConsumptionPage(context);
-    EXPECT_EQ(0x00000000u, Bar(view.bars[0])) << "an empty bar is shown";
-    EXPECT_TRUE(Shown(view.bars[0]));
-    EXPECT_EQ(0x19FFFF00u, Bar(view.bars[1])) << "25 % yellow";
-    EXPECT_EQ(0x6400FFFFu, Bar(view.bars[2])) << "100 % cyan";
-}
-
-TEST_F(ConsumptionPage, FillsTotalBarsByTheConsumption)
-{
-    context.consumption.displayMode = 1;
-    Show(14, 0, 500000);
-    Show(15, 0, 1800000);
-    DrawConsumptionPage(context);
-    EXPECT_EQ(0x32FF8000u, Bar(view.bars[0])) << "50 % orange";
-    EXPECT_EQ(0xB4FF0080u, Bar(view.bars[1])) << "180 % violet";
+    const DWORD bars[2][3] = {
+        {0x00000000, 0x19FFFF00, 0x6400FFFF},  // an empty bar is shown, 25 % yellow, 100 % cyan
+        {0x32000000, 0xB4FFFF00, 0x0000FFFF}}; // 50 % black, 180 % yellow
+    for (const int mode : {0, 1}) {
+        context.consumption.displayMode = mode;
+        DrawConsumptionPage(context);
+        for (int slot = 0; slot < 3; ++slot) {
+            EXPECT_EQ(bars[mode][slot], Bar(view.bars[slot])) << mode << slot;
+            EXPECT_TRUE(Shown(view.bars[slot])) << mode << slot;
+        }
+    }
     EXPECT_EQ(TEXT("500"), TextOf(view.numbers[0]));
     EXPECT_EQ(TEXT("2300"), TextOf(view.numbers[12]));
 }
@@ -143,16 +181,13 @@ TEST_F(ConsumptionPage, KeepsSizeAndLeftEdgeOfWhatItMoves)
     EXPECT_EQ(before.right, after.right);
     EXPECT_EQ(109 + 1, after.top);
     EXPECT_EQ(before.bottom - before.top, after.bottom - after.top);
-    EXPECT_EQ(10, context.consumption.firstLine);
-    EXPECT_EQ(15, context.consumption.lineHeight);
-    EXPECT_EQ(208, context.consumption.lastLine);
 }
 
 TEST_F(ConsumptionPage, SurvivesExtremeCounters)
 {
     for (const int mode : {0, 1}) {
         context.consumption.displayMode = mode;
-        for (const int value : {-2147483647 - 1, -1, 0, 2147483647}) {
+        for (const int value : {kLowest, -1, 0, kHighest}) {
             context.inkCounters = {};
             for (int channel = 0; channel < kInkChannels; ++channel)
                 Show(channel, value, value);
@@ -175,40 +210,15 @@ TEST_F(ConsumptionPage, TracesWhatItShows)
     context.consumption.lastJob.names[2] = nullptr;
     context.consumption.lastJob.bars[2] = nullptr;
     DrawConsumptionPage(context);
-    const std::vector<Text> lines = trace.Take();
-    const std::vector<Text> head{
-        TEXT("Setting inkChannels (curInkDisplay=0)\n"),
-        TEXT("UI:  firstline=10\n"),
-        TEXT("UI:  lastline=208\n"),
-        TEXT("UI:  allheight=15\n"),
-        TEXT("UI:  height=15\n"),
-        TEXT("UI:  startline=109\n"),
-        TEXT("UI:  spacing=15\n"),
-        TEXT("Zeile #0 mit Kanal #17\n"),
-        TEXT("Control missing!\n"),
-        TEXT("Zeile #1 mit Kanal #17\n"),
-        TEXT("UI:  Set bar to 100%\n"),
-        TEXT("UI:  Set barcounter to 250\n"),
-        TEXT("CFCopyLocalizedString: Matte Black\n"),
-        TEXT("defaultstring found #15: Matte Black\n"),
-        TEXT("Translation = Matte Black\n"),
-        TEXT("UI:  Textstring = Matte Black\n"),
-        TEXT("Zeile #2 mit Kanal #20\n"),
-        TEXT("empty channel-!_!_!_!!_!_!_!\n"),
-        TEXT("Namecontrol not found!\n"),
-        TEXT("Zeile #3 mit Kanal #20\n"),
-        TEXT("empty channel-!_!_!_!!_!_!_!\n"),
-        TEXT("UI:  Set bar to -800%\n"),
-        TEXT("UI:  Set barcounter to -2000\n"),
-        TEXT("CFCopyLocalizedString: \n"),
-        TEXT("defaultstring not found: \n"),
-        TEXT("Translation = \n"),
-        TEXT("UI:  Textstring = \n"),
-        TEXT("Zeile #4 mit Kanal #20\n"),
-    };
-    ASSERT_GE(lines.size(), head.size());
-    EXPECT_EQ(head,
-              std::vector<Text>(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(head.size())));
+    EXPECT_EQ("", MissingLine(trace.Take(),
+                              {"Setting inkChannels (curInkDisplay=0)\n", "UI:  firstline=10\n",
+                               "UI:  lastline=208\n", "UI:  allheight=15\n", "UI:  height=15\n",
+                               "UI:  startline=109\n", "UI:  spacing=15\n", "Zeile #0 mit Kanal #17\n",
+                               "Control missing!\n", "Zeile #1 mit Kanal #17\n", "UI:  Set bar to 100%\n",
+                               "UI:  Set barcounter to 250\n", "UI:  Textstring = Matte Black\n",
+                               "Zeile #2 mit Kanal #20\n", "empty channel-!_!_!_!!_!_!_!\n",
+                               "Namecontrol not found!\n", "UI:  Set bar to -800%\n",
+                               "UI:  Set barcounter to -2000\n", "UI:  Textstring = \n"}));
 }
 
 } // namespace

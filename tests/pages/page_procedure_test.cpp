@@ -29,42 +29,33 @@ void WriteBitmapFile(const std::string& path)
     CloseHandle(handle);
 }
 
-class PageProcedure : public testing::Test
+class PageProcedure : public PageTest
 {
 protected:
     INT_PTR Send(int position, UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
     {
         return DocumentPageProc(sheet.Page(position), message, wParam, lParam);
     }
-    LPARAM Of(HWND control) { return reinterpret_cast<LPARAM>(control); }
-
-    DebugLines trace;
-    OpenSheet sheet;
 };
 
 TEST_F(PageProcedure, AnswersItsMessages)
 {
     sheet.Open(kMain);
-    EXPECT_EQ(0, Send(kMain, WM_NULL, MAKEWPARAM(1023, 77)));
-    EXPECT_TRUE(trace.Contains(TEXT("UI:  Handle event #1023\n"))) << "the low word is the event";
+    EXPECT_EQ(0, Send(kMain, WM_NULL, MAKEWPARAM(1023, 77))) << "the low word is the event";
     EXPECT_EQ(0, Send(kMain, WM_SIZE));
     EXPECT_EQ(0, Send(kMain, WM_COMMAND, MAKEWPARAM(1024, 0)));
     EXPECT_EQ(0, Send(kMain, WM_HSCROLL));
-    struct
-    {
-        UINT code;
-        INT_PTR result;
-    } const cases[] = {
+    const std::pair<UINT, INT_PTR> cases[] = {
         {PSN_KILLACTIVE, 1},     {PSN_SETACTIVE, 1}, {PSN_APPLY, 1}, {UDN_DELTAPOS, 1},
         {NM_RELEASEDCAPTURE, 1}, {TCN_SELCHANGE, 0}, {PSN_RESET, 0}, {NM_CLICK, 0},
     };
-    for (const auto& row : cases) {
+    for (const auto& [code, result] : cases) {
         NMUPDOWN notification{};
-        notification.hdr.code = row.code;
-        EXPECT_EQ(row.result, Send(kMain, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notification))) << row.code;
+        notification.hdr.code = code;
+        EXPECT_EQ(result, Send(kMain, WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&notification))) << code;
     }
-    EXPECT_TRUE(trace.Contains(TEXT("UI:  NOTIFY RELEASEDCAPTURE code=-16!\r\n")));
-    EXPECT_TRUE(trace.Contains(TEXT("UI:  NO LPARAM AS CTRL\n\r")));
+    EXPECT_EQ("", Missing({"UI:  Handle event #1023\n", "UI:  NO LPARAM AS CTRL\n\r",
+                           "UI:  NOTIFY RELEASEDCAPTURE code=-16!\r\n"}));
 }
 
 TEST_F(PageProcedure, HandlesNothingWithoutASheet)
@@ -87,21 +78,14 @@ TEST_F(PageProcedure, TracesTheOpeningOfAPage)
     sheet.Read();
     trace.Take();
     sheet.Open(kCorrection);
-    const std::vector<Text> lines = trace.Take();
-    EXPECT_TRUE(lines.at(0).starts_with(TEXT("UI:  DevicePropPageProc - INIT - (0x")));
-    EXPECT_TRUE(lines.at(1).starts_with(TEXT("UI:  \nINIT - xpos2=")));
-    EXPECT_TRUE(lines.at(2).starts_with(TEXT("**MOVE by ")));
-    EXPECT_TRUE(lines.at(3).starts_with(TEXT("UI:  INIT document 0x")));
-    EXPECT_TRUE(lines.at(4).starts_with(TEXT("UI:  \n!!!MyEmbedControls!!! - idx=4 - window=")));
-    const auto end = std::ranges::find(lines, Text(TEXT("DLGINDEX=4 (2)\n")));
-    ASSERT_NE(lines.end(), end);
-    EXPECT_EQ(TEXT("----- TRANSLAGE DLGPAGE dlgidx is 4\n"), *(end + 1));
+    EXPECT_EQ("", Missing({"UI:  DevicePropPageProc - INIT - (0x", "UI:  \nINIT - xpos2=", "**MOVE by ",
+                           "UI:  INIT document 0x", "UI:  \n!!!MyEmbedControls!!! - idx=4 - window=",
+                           "DLGINDEX=4 (2)\n", "----- TRANSLAGE DLGPAGE dlgidx is 4\n"}));
 }
 
 TEST_F(PageProcedure, MarksThePageChangedForEveryAcceptedCommand)
 {
     sheet.Open(kMain);
-    sheet.changes = 0;
     struct
     {
         int id, code, changes;
@@ -114,9 +98,8 @@ TEST_F(PageProcedure, MarksThePageChangedForEveryAcceptedCommand)
         trace.Take();
         sheet.Command(kMain, row.id, row.code);
         EXPECT_EQ(row.changes, sheet.changes) << row.id << '/' << row.code;
-        const std::string line = "\n!!!COMMAND - ID=" + std::to_string(row.id) + "\n";
-        EXPECT_EQ(row.changes == 1, trace.Contains(Text(line.begin(), line.end()).c_str()))
-            << row.id << '/' << row.code;
+        const std::string told = "\n!!!COMMAND - ID=" + std::to_string(row.id) + "\n";
+        EXPECT_EQ(row.changes ? "" : told, Missing({told})) << row.id << '/' << row.code;
     }
 }
 
@@ -132,28 +115,25 @@ TEST_F(PageProcedure, FollowsTheSliders)
     } const cases[] = {
         {kMain, 1232, 1093, -10, TEXT("50%")},
         {kMain, 1232, 1093, 10, TEXT("200%")},
-        {kMain, 1232, 1093, -3, TEXT("85%")},
-        {kMain, 1090, 1095, 1, TEXT("120%")},
-        {kScreenPrinting, 1255, 1256, -10, TEXT("100%")},
         {kScreenPrinting, 1255, 1256, 10, TEXT("400%")},
         {kColors, 1186, 1191, 0, TEXT("D80")}, // a vertical slider has its least value at the bottom
         {kColors, 1186, 1191, 6, TEXT("D50")},
     };
     for (const auto& row : cases) {
         sheet.changes = 0;
-        SendMessageW(sheet.Control(row.position, row.slider), TBM_SETPOS, TRUE, row.at);
-        EXPECT_EQ(0,
-                  Send(row.position, WM_HSCROLL, TB_THUMBTRACK, Of(sheet.Control(row.position, row.slider))));
+        const HWND slider = sheet.Control(row.position, row.slider);
+        SendMessageW(slider, TBM_SETPOS, TRUE, row.at);
+        EXPECT_EQ(0, Send(row.position, WM_HSCROLL, TB_THUMBTRACK, reinterpret_cast<LPARAM>(slider)));
         EXPECT_EQ(row.text, TextOf(sheet.Control(row.position, row.label))) << row.slider << '/' << row.at;
         EXPECT_EQ(1, sheet.changes);
     }
     trace.Take();
-    Send(kMain, WM_HSCROLL, TB_THUMBTRACK, Of(sheet.Control(kMain, 1217)));
-    EXPECT_TRUE(trace.Contains(TEXT("UI:  SetScrollValue - CtrlProperty = 0"))) << "a slider without label";
-    EXPECT_TRUE(trace.Contains(TEXT("UI:  SetScrollValue - Value = 2")));
-    trace.Take();
+    Send(kMain, WM_HSCROLL, TB_THUMBTRACK, reinterpret_cast<LPARAM>(sheet.Control(kMain, 1217)));
+    EXPECT_EQ("", Missing({"UI:  SetScrollValue - CtrlProperty = 0", "UI:  SetScrollValue - Value = 2"}))
+        << "a slider without label";
     sheet.changes = 0;
-    Send(kScreenPrinting, WM_VSCROLL, TB_THUMBTRACK, Of(sheet.Control(kScreenPrinting, 1250)));
+    Send(kScreenPrinting, WM_VSCROLL, TB_THUMBTRACK,
+         reinterpret_cast<LPARAM>(sheet.Control(kScreenPrinting, 1250)));
     EXPECT_EQ(1, sheet.changes) << "a spin control changes the page";
     EXPECT_TRUE(trace.Lines().empty()) << "but is no slider";
 }
@@ -165,11 +145,8 @@ TEST_F(PageProcedure, AppliesItsOwnPageOnly)
     sheet.core.calls.clear();
     trace.Take();
     EXPECT_EQ(1, sheet.Notify(kColors, 0, PSN_APPLY));
-    std::vector<Text> lines = trace.Take();
-    lines.resize(3);
-    EXPECT_EQ((std::vector<Text>{TEXT("UI:  !!!APPLY BUTTON !!!\r\n"), TEXT("--- tabpage = 1 ---\n"),
-                                 TEXT("Setting PPDOptions for dlgpage bits 2\n")}),
-              lines);
+    EXPECT_EQ("", Missing({"UI:  !!!APPLY BUTTON !!!\r\n", "--- tabpage = 1 ---\n",
+                           "Setting PPDOptions for dlgpage bits 2\n"}));
     for (const std::string& call : sheet.core.calls)
         EXPECT_EQ(std::string::npos, call.find("halvBrightness")) << call;
     EXPECT_EQ(1u, sheet.devmode.applyCount);
@@ -214,11 +191,9 @@ TEST_F(PageProcedure, StepsANumberFieldWithItsSpinControl)
         EXPECT_LE(1, sheet.changes) << row.what;
     }
     EXPECT_EQ(95, sheet.context.numberFields.values[1]);
-    EXPECT_TRUE(trace.Contains(TEXT("UI:  NOTIFY DELTAPOS pos=100 delta=0!\r\n")));
-    EXPECT_TRUE(trace.Contains(TEXT("UI:  Found Spin #1 set to 100 (was 100)\r\n")));
-    EXPECT_TRUE(trace.Contains(TEXT("Set numval to 95\n\r")));
-    EXPECT_TRUE(trace.Contains(TEXT("UI:  Set Spin #1 to 95 (was 100)\r\n")));
-
+    EXPECT_EQ("", Missing({"UI:  NOTIFY DELTAPOS pos=100 delta=0!\r\n",
+                           "UI:  Found Spin #1 set to 100 (was 100)\r\n", "Set numval to 95\n\r",
+                           "UI:  Set Spin #1 to 95 (was 100)\r\n"}));
     NMUPDOWN stranger{{sheet.Control(kScreenPrinting, 1257), 1257, UDN_DELTAPOS}, 1, 1};
     Send(kScreenPrinting, WM_NOTIFY, 1257, reinterpret_cast<LPARAM>(&stranger));
     EXPECT_EQ(TEXT("9.5"), TextOf(edit)) << "not bound";
@@ -253,6 +228,11 @@ TEST_F(PageProcedure, SwitchesTheCountersWithTheTabs)
     const TempFile file("tabs.ink", "LastInk_K=200\nTotalInk_K=30000\n");
     lstrcpyA(sheet.context.inkFilePath, file.path.c_str());
     sheet.Open(kConsumption);
+    EXPECT_EQ("",
+              Missing({"OnTabbedDialogInit prt=", "TabCtrl =", "DoLockRed Findresource name=188\n",
+                       "DoLockRed Findresource=", "DoLockRed Loadresource=",
+                       "DoLockRed Findresource name=187\n", "OnSelectionChanged prt=", "resSize=271 x 127\n",
+                       "myrect: 0,0, ", "WindowPos ", "ChildDialog Ptr is set\n"}));
     const HWND tabs = sheet.Control(kConsumption, IDC_CONSUMPTION_TABS);
     const HWND pane = PaneOf(sheet.Page(kConsumption));
     ASSERT_TRUE(pane);
@@ -266,25 +246,21 @@ TEST_F(PageProcedure, SwitchesTheCountersWithTheTabs)
         EXPECT_EQ(pane, PaneOf(sheet.Page(kConsumption))) << "there is one pane for both tabs";
     }
     sheet.context.consumption.displayMode = 1;
+    Send(kConsumption, WM_DESTROY);
+    EXPECT_FALSE(PaneOf(sheet.Page(kConsumption))) << "the tabs have nobody to reach any more";
     DestroyWindow(sheet.Page(kConsumption));
     sheet.Open(kConsumption);
     EXPECT_EQ(TEXT("2"), TextOf(GetDlgItem(PaneOf(sheet.Page(kConsumption)), 3111))) << "on its first tab";
-    EXPECT_TRUE(trace.Contains(TEXT("DoLockRed Findresource name=188\n")));
-    EXPECT_TRUE(trace.Contains(TEXT("resSize=271 x 127\n")));
-    EXPECT_TRUE(trace.Contains(TEXT("ChildDialog Ptr is set\n")));
 }
 
 TEST_F(PageProcedure, NamesItsTabsInTheLanguageOfThePrinter)
 {
-    const struct
-    {
-        const char* language;
-        Text texts[2];
-    } cases[] = {{"en", {TEXT("Last Job"), TEXT("Total Consumption")}},
-                 {"de", {TEXT("Letzter Druckjob"), TEXT("Gesamtverbrauch")}}};
-    for (const auto& row : cases) {
-        InitStringTable(row.language);
+    const std::pair<const char*, Text> cases[] = {{"en", TEXT("Last Job|Total Consumption|")},
+                                                  {"de", TEXT("Letzter Druckjob|Gesamtverbrauch|")}};
+    for (const auto& [language, names] : cases) {
+        InitStringTable(language);
         sheet.Open(kConsumption);
+        Text told;
         for (const WPARAM tab : {0, 1}) {
             WCHAR text[64] = {};
             TCITEMW item{};
@@ -293,32 +269,12 @@ TEST_F(PageProcedure, NamesItsTabsInTheLanguageOfThePrinter)
             item.cchTextMax = 64;
             EXPECT_TRUE(SendMessageW(sheet.Control(kConsumption, IDC_CONSUMPTION_TABS), TCM_GETITEMW, tab,
                                      reinterpret_cast<LPARAM>(&item)));
-            EXPECT_EQ(row.texts[tab], text);
             EXPECT_EQ(-1, item.iImage);
+            told += Text(text) + TEXT("|");
         }
+        EXPECT_EQ(names, told);
         DestroyWindow(sheet.Page(kConsumption));
     }
-}
-
-TEST_F(PageProcedure, TellsItsStepsToTheTabs)
-{
-    sheet.Read();
-    trace.Take();
-    sheet.Open(kConsumption);
-    std::string told; // in this order, the numbers left out
-    for (const Text& line : trace.Take())
-        for (const char* const beginning :
-             {"OnTabbedDialogInit prt=", "TabCtrl =", "DoLockRed Findresource name=187\n",
-              "DoLockRed Findresource name=188\n", "DoLockRed Findresource=", "DoLockRed Loadresource=",
-              "OnSelectionChanged prt=", "resSize=271 x 127\n", "myrect: 0,0, ", "WindowPos ",
-              "ChildDialog Ptr is set\n"})
-            if (line.starts_with(Text(beginning, beginning + std::strlen(beginning))))
-                told += beginning + std::string(line.ends_with(TEXT("  \n")) ? "+" : "|");
-    EXPECT_EQ("OnTabbedDialogInit prt=|TabCtrl =|DoLockRed Findresource name=188\n|DoLockRed Findresource=|"
-              "DoLockRed Loadresource=|DoLockRed Findresource name=187\n|DoLockRed Findresource=|"
-              "DoLockRed Loadresource=|OnSelectionChanged prt=|resSize=271 x 127\n|myrect: 0,0, |WindowPos +"
-              "ChildDialog Ptr is set\n|",
-              told);
 }
 
 TEST_F(PageProcedure, PaintsTheBarsOfThePageAndOfThePane)
@@ -371,14 +327,12 @@ TEST_F(PageProcedure, PlacesThePaneInTheTabControl)
 TEST_F(PageProcedure, ShowsAnOemLogoInAReducedGui)
 {
     // The logo is any bitmap file below "oem" of the configuration directory.
-    char directory[MAX_PATH] = {};
-    GetTempPathA(MAX_PATH, directory);
-    const std::string config = std::string(directory) + "tintwerk_" + std::to_string(GetCurrentProcessId());
+    const TempFile place("logos");
+    const std::string& config = place.path;
     CreateDirectoryA(config.c_str(), nullptr);
     CreateDirectoryA((config + "\\oem").c_str(), nullptr);
     const std::string name = "logo.bmp";
-    const std::string path = config + "\\oem\\" + name;
-    WriteBitmapFile(path);
+    WriteBitmapFile(config + "\\oem\\" + name);
     const ConfigDirValue value(config);
     struct
     {
@@ -393,7 +347,6 @@ TEST_F(PageProcedure, ShowsAnOemLogoInAReducedGui)
         {6, name, false, false},
         {1, "missing.bmp", true, false},
         {1, "", true, false},
-        {1, std::string(249, 'x'), false, false},
         {1, std::string(249 - config.size(), 'x'), true, false}, // directory and name: below 250
         {1, std::string(250 - config.size(), 'x'), false, false},
     };
@@ -403,33 +356,30 @@ TEST_F(PageProcedure, ShowsAnOemLogoInAReducedGui)
         Process().gui.Set(gui);
         trace.Take();
         sheet.Open(kMain);
-        const std::string line = "UI:  Load OEMlogo path= " + config + "\\oem\\" + row.file + "\r\n";
-        const Text told(line.begin(), line.end());
-        EXPECT_EQ(row.tried, trace.Contains(told.substr(0, 260).c_str())) // as long as a line can be
-            << row.guiMode << row.file;
+        const std::string told = ("UI:  Load OEMlogo path= " + config + "\\oem\\" + row.file).substr(0, 260);
+        EXPECT_EQ(row.tried ? "" : told, Missing({told})) << row.guiMode << row.file;
         EXPECT_EQ(row.logo, Picture(sheet.Control(kMain, 1238)) != nullptr) << row.guiMode << row.file;
         DestroyWindow(sheet.Page(kMain));
     }
-    DeleteFileA(path.c_str());
+    DeleteFileA((config + "\\oem\\" + name).c_str());
     RemoveDirectoryA((config + "\\oem").c_str());
     RemoveDirectoryA(config.c_str());
 }
 
 TEST(PageCentring, MovesTheReferenceControlToTheMiddle)
 {
-    struct
-    {
-        RECT control, page, sheet;
-        int move;
-    } const cases[] = {
-        {{20, 0, 319, 9}, {10, 0, 489, 9}, {0, 0, 499, 9}, 70},
-        {{20, 0, 479, 9}, {10, 0, 489, 9}, {0, 0, 499, 9}, -10},
-        {{120, 0, 419, 9}, {110, 0, 589, 9}, {100, 0, 599, 9}, 70},
-        {{20, 0, 320, 9}, {10, 0, 489, 9}, {0, 0, 499, 9}, 69}, // 159 / 2 truncates
-        {{20, 0, 520, 9}, {10, 0, 489, 9}, {0, 0, 499, 9}, -30},
+    const std::pair<RECT, int> cases[] = {
+        {{20, 0, 319, 9}, 70},
+        {{20, 0, 479, 9}, -10},
+        {{20, 0, 320, 9}, 69}, // 159 / 2 truncates
+        {{20, 0, 520, 9}, -30},
     };
-    for (const auto& row : cases)
-        EXPECT_EQ(row.move, CentringMove(row.control, row.page, row.sheet));
+    for (const LONG left : {0, 100}) // of the sheet on the screen
+        for (auto [control, move] : cases) {
+            control.left += left;
+            control.right += left;
+            EXPECT_EQ(move, CentringMove(control, {left + 10, 0, left + 489, 9}, {left, 0, left + 499, 9}));
+        }
 }
 
 TEST_F(PageProcedure, CentresAPageInAWiderSheet)
@@ -494,8 +444,8 @@ TEST_F(InformationPages, ShowPicturesAndVersions)
 
 TEST_F(InformationPages, KeepTheirPicturesWhileOthersComeAndGo)
 {
-    int objects[2];
-    for (int& left : objects) {
+    int slots[2];
+    for (int& freed : slots) {
         const HWND first = OpenPage(), second = OpenPage();
         ExpectPictures(first, "a second page opened ");
         sheet.Open(kMain);
@@ -508,11 +458,12 @@ TEST_F(InformationPages, KeepTheirPicturesWhileOthersComeAndGo)
         DestroyWindow(first);
         ExpectPictures(third, "the first page ended ");
         DestroyWindow(third);
+        freed = UseOfProcess().gdiObjects;
         sheet.Open(kMain);
         DestroyWindow(sheet.Page(kMain));
-        left = UseOfProcess().gdiObjects;
+        freed -= UseOfProcess().gdiObjects;
     }
-    EXPECT_EQ(objects[0], objects[1]);
+    EXPECT_EQ(3, slots[1]);
 }
 
 } // namespace

@@ -14,6 +14,7 @@
 #include "src/sheets/document_sheet.h"
 #include "tests/sheets/scripted_core.h"
 #include "tests/support/testing.h"
+#include "tests/support/trace_order.h"
 
 namespace tintwerk {
 
@@ -52,9 +53,6 @@ struct AddedPage
     bool hasTitle;
     Text title;
     COMPROPSHEETUI items; // of CPSFUNC_ADD_PCOMPROPSHEETUIW
-    DWORD* pageCount;
-
-    int Template() const { return static_cast<int>(reinterpret_cast<UINT_PTR>(page.pszTemplate)); }
 };
 
 class TestSheet
@@ -85,7 +83,7 @@ public:
     HRESULT Call(int reason, LPARAM lParam = 0)
     {
         info.Reason = static_cast<WORD>(reason);
-        return hrOEMDocumentPropertySheets(&info, lParam, helper_);
+        return entry(&info, lParam, helper_);
     }
     HRESULT Open() { return Call(PROPSHEETUI_REASON_INIT); }
 
@@ -108,7 +106,8 @@ public:
     }
     static std::string Name(const AddedPage& page)
     {
-        if (page.function == CPSFUNC_ADD_PROPSHEETPAGEW) return std::to_string(page.Template());
+        if (page.function == CPSFUNC_ADD_PROPSHEETPAGEW)
+            return std::to_string(reinterpret_cast<UINT_PTR>(page.page.pszTemplate));
         return page.items.pDlgPage == CPSUI_PDLGPAGE_DOCPROP ? "layout" : "advanced";
     }
 
@@ -116,6 +115,7 @@ public:
     OemPrivateDevmode devmode{};
     OEMUIPSPARAM parameters{};
     PROPSHEETUI_INFO info{};
+    decltype(&hrOEMDocumentPropertySheets) entry = &hrOEMDocumentPropertySheets;
     std::vector<AddedPage> added;
     bool refusesPages = false;
 
@@ -159,18 +159,5 @@ protected:
     TestSpooler spooler;
     DebugLines trace;
 };
-
-// The lines of a trace that are among the expected ones, for comparing their order and number.
-inline std::vector<Text> LinesLike(const std::vector<Text>& lines, const std::vector<Text>& beginnings)
-{
-    std::vector<Text> found;
-    for (const Text& line : lines)
-        for (const Text& beginning : beginnings)
-            if (line.starts_with(beginning)) {
-                found.push_back(line);
-                break;
-            }
-    return found;
-}
 
 } // namespace tintwerk

@@ -2,8 +2,6 @@
 // fails.
 #include "tests/sheets/sheet_fixture.h"
 
-#include "platform/debug_sink.h"
-
 namespace tintwerk {
 namespace {
 
@@ -34,25 +32,13 @@ protected:
     }
 };
 
-TEST_F(SheetMemory, StaysTheSameOverManyRounds)
-{
-    HeapWatch heap;
-    Round();
-    SetDebugSink(nullptr, nullptr);     // nobody reads ten thousand traces
-    const int kept = heap.LiveBlocks(); // the texts in the sheet's language, which the next sheet replaces
-    EXPECT_GE(1, kept);
-    for (int round = 0; round < 10'000; ++round) {
-        ASSERT_EQ(1, Round());
-        ASSERT_EQ(kept, heap.LiveBlocks()) << round;
-    }
-}
-
 TEST_F(SheetMemory, StaysTheSameWhicheverAllocationFails)
 {
     HeapWatch heap;
     ASSERT_EQ(1, Round());
     const int allocations = heap.Allocations();
-    const int kept = heap.LiveBlocks();
+    const int kept = heap.LiveBlocks(); // the texts in the sheet's language, which the next sheet replaces
+    EXPECT_GE(1, kept);
     int refused = 0;
     for (int failing = 1; failing <= allocations; ++failing) {
         for (const int count : {1, allocations}) {
@@ -78,7 +64,7 @@ TEST_F(SheetMemory, GoesWithTheSheetWhenThePluginHeapStays)
     ASSERT_EQ(1, sheet.Open());
     sheet.Call(PROPSHEETUI_REASON_DESTROY);
     const int lists = heap.LiveBlocks() - kept;
-    EXPECT_GE(kPopupRows, lists);
+    EXPECT_EQ(1, lists); // of the page sizes alone
     core.features.push_back({"halvSettingA", {"1", "2"}, "2"});
     sheet.Open();
     sheet.Call(PROPSHEETUI_REASON_DESTROY);

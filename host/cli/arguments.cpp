@@ -24,33 +24,31 @@ Arguments::Arguments(std::span<const std::string> words, std::span<const OptionR
     bool onlyOperands = false;
     for (std::size_t i = 0; i < words.size(); ++i) {
         const std::string_view word = words[i];
-        if (onlyOperands || !word.starts_with("--")) {
-            if (!onlyOperands && word.size() > 1 && word.starts_with('-'))
-                Misused(std::string(word) + ": options begin with two dashes");
-            operands_.emplace_back(word);
-            continue;
-        }
-        if (word == "--") {
+        if (!onlyOperands && word == "--") {
             onlyOperands = true;
             continue;
         }
+        if (onlyOperands || word == "-" || !word.starts_with('-')) {
+            operands_.emplace_back(word);
+            continue;
+        }
+        if (!word.starts_with("--")) Misused(words[i] + ": options begin with two dashes");
         const std::size_t equals = word.find('=');
-        const std::string_view name = word.substr(2, equals == std::string_view::npos ? equals : equals - 2);
+        const bool hasValue = equals != std::string_view::npos;
+        const std::string name(word.substr(2, hasValue ? equals - 2 : equals));
         const auto row = std::ranges::find(options, name, &OptionRow::name);
         if (row == options.end())
-            Misused("--" + std::string(name) + ": no such option" +
+            Misused("--" + name + ": no such option" +
                     DidYouMean(name, options | std::views::transform(&OptionRow::name), "--") +
                     "; tintwerk " + command_ + " --help lists them");
-        GivenOption given{std::string(name), ""};
-        if (row->value.empty() && equals != std::string_view::npos)
-            Misused("--" + given.name + ": takes no value");
-        if (!row->value.empty()) {
-            if (equals == std::string_view::npos && i + 1 == words.size())
-                Misused("--" + given.name + ": its value is missing (" + std::string(row->value) + ")");
-            given.value =
-                equals == std::string_view::npos ? words[++i] : std::string(word.substr(equals + 1));
+        if (row->value.empty() && hasValue) Misused("--" + name + ": takes no value");
+        std::string value(hasValue ? word.substr(equals + 1) : "");
+        if (!row->value.empty() && !hasValue) {
+            if (i + 1 == words.size())
+                Misused("--" + name + ": its value is missing (" + std::string(row->value) + ")");
+            value = words[++i];
         }
-        options_.push_back(std::move(given));
+        options_.push_back({name, std::move(value)});
     }
 }
 
@@ -61,11 +59,10 @@ bool Arguments::Has(std::string_view option) const
 
 std::string Arguments::Value(std::string_view option, std::string_view fallback) const
 {
-    std::string value(fallback);
-    for (const GivenOption& given : options_) {
-        if (given.name == option) value = given.value;
+    for (const GivenOption& given : options_ | std::views::reverse) {
+        if (given.name == option) return given.value;
     }
-    return value;
+    return std::string(fallback);
 }
 
 std::string Arguments::Required(std::string_view option) const

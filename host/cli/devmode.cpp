@@ -1,4 +1,5 @@
 // tintwerk devmode: shows the driver's private part of a DEVMODE, from a selections file or from raw bytes.
+#include <algorithm>
 #include <cstring>
 #include <ostream>
 
@@ -74,24 +75,25 @@ int Run(const Arguments& arguments, Output& output)
     OemPrivateDevmode record;
     std::memcpy(&record, found, sizeof record);
     const std::vector<std::string> odd = Oddities(record);
+    Json json{{"command", "devmode"}, {"file", file}, {"offset", found - bytes.data()}};
+    const Json fields{{"size", record.size},
+                      {"signature", SignatureText(record.signature)},
+                      {"version", record.version},
+                      {"first_setting", record.firstSetting},
+                      {"second_setting", record.secondSetting},
+                      {"apply_count", record.applyCount}};
     if (arguments.Has("json")) {
-        const Json json{{"command", "devmode"},
-                        {"file", file},
-                        {"offset", found - bytes.data()},
-                        {"size", record.size},
-                        {"signature", SignatureText(record.signature)},
-                        {"version", record.version},
-                        {"first_setting", record.firstSetting},
-                        {"second_setting", record.secondSetting},
-                        {"apply_count", record.applyCount},
-                        {"remarks", odd}};
+        json.update(fields);
+        json["remarks"] = odd;
         WriteJson(output.out, json);
         return kExitSuccess;
     }
-    output.out << "size            " << record.size << "\nsignature       " << SignatureText(record.signature)
-               << "\nversion         " << record.version << "\nfirst setting   " << record.firstSetting
-               << "\nsecond setting  " << record.secondSetting << "\napply count     " << record.applyCount
-               << "\n";
+    for (const auto& [name, value] : fields.items()) {
+        std::string label = name;
+        std::ranges::replace(label, '_', ' ');
+        label.resize(16, ' ');
+        output.out << label << (value.is_string() ? value.get<std::string>() : value.dump()) << "\n";
+    }
     for (const std::string& text : odd)
         output.out << "remark: " << text << "\n";
     return kExitSuccess;

@@ -22,36 +22,33 @@ std::string Shown(int shown, int counter)
     return text;
 }
 
-void Print(std::ostream& out, const SheetContext& context)
+Json ChannelsOf(const InkCounters& counters)
 {
-    char line[160];
-    std::snprintf(line, sizeof line, "%-8s %-15s %-24s %s\n", "channel", "ink", "last job (counter)",
-                  "total (counter)");
-    out << line;
+    Json channels = Json::array();
     for (int i = 0; i < kInkChannels; ++i) {
-        if (context.inkCounters.shownRank[i] == 0) continue;
-        const int lastJob = context.inkCounters.lastJob[i], total = context.inkCounters.total[i];
-        std::snprintf(line, sizeof line, "%-8s %-15s %-24s %s\n", kInkChannelTable[i].code,
-                      kInkChannelTable[i].name, Shown(LineNumber(lastJob), lastJob).c_str(),
-                      Shown(LineNumber(TotalValue(total)), total).c_str());
-        out << line;
+        if (counters.shownRank[i] == 0) continue;
+        channels.push_back({{"code", kInkChannelTable[i].code},
+                            {"name", kInkChannelTable[i].name},
+                            {"last_job", counters.lastJob[i]},
+                            {"total", counters.total[i]},
+                            {"last_job_shown", LineNumber(counters.lastJob[i])},
+                            {"total_shown", LineNumber(TotalValue(counters.total[i]))}});
     }
+    return channels;
 }
 
-Json AsJson(const std::string& file, const SheetContext& context)
+void Print(std::ostream& out, const Json& channels)
 {
-    Json json{{"command", "ink"}, {"file", file}};
-    json["channels"] = Json::array();
-    for (int i = 0; i < kInkChannels; ++i) {
-        if (context.inkCounters.shownRank[i] == 0) continue;
-        json["channels"].push_back({{"code", kInkChannelTable[i].code},
-                                    {"name", kInkChannelTable[i].name},
-                                    {"last_job", context.inkCounters.lastJob[i]},
-                                    {"total", context.inkCounters.total[i]},
-                                    {"last_job_shown", LineNumber(context.inkCounters.lastJob[i])},
-                                    {"total_shown", LineNumber(TotalValue(context.inkCounters.total[i]))}});
-    }
-    return json;
+    const auto line = [&out](const auto&... cells) {
+        char text[160];
+        std::snprintf(text, sizeof text, "%-8s %-15s %-24s %s\n", cells.c_str()...);
+        out << text;
+    };
+    line(std::string("channel"), std::string("ink"), std::string("last job (counter)"),
+         std::string("total (counter)"));
+    for (const Json& each : channels)
+        line(each["code"].get<std::string>(), each["name"].get<std::string>(),
+             Shown(each["last_job_shown"], each["last_job"]), Shown(each["total_shown"], each["total"]));
 }
 
 int Run(const Arguments& arguments, Output& output)
@@ -61,12 +58,13 @@ int Run(const Arguments& arguments, Output& output)
         throw CommandError(kExitFailed, file + ": the file cannot be read");
     const auto context = std::make_unique<SheetContext>();
     ReadInkFile(file.c_str(), *context);
+    const Json channels = ChannelsOf(context->inkCounters);
     if (arguments.Has("json"))
-        WriteJson(output.out, AsJson(file, *context));
-    else if (context->inkCounters.shownCount == 0)
+        WriteJson(output.out, {{"command", "ink"}, {"file", file}, {"channels", channels}});
+    else if (channels.empty())
         output.out << file << ": no ink counters; the consumption page stays empty\n";
     else
-        Print(output.out, *context);
+        Print(output.out, channels);
     return kExitSuccess;
 }
 

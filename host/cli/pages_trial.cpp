@@ -42,8 +42,8 @@ PagesTrial TryWith(const Ppd& ppd, std::string_view described, Selections select
         settings.tell = [&trial](const std::string& line) { trial.messages.push_back(line); };
         settings.beforeClosing = [&trial](ScriptPlayer& player) { ShowAndApply(player, trial); };
         ScriptPlayer player(sheet, std::move(settings));
-        const std::string notShown = sheet.Run();
-        if (trial.problem.empty()) trial.problem = player.Problem().empty() ? notShown : player.Problem();
+        const std::string notShown = player.Run();
+        if (trial.problem.empty()) trial.problem = notShown;
         if (trial.problem.empty() && applied == 0) trial.problem = "no page was applied";
         session.KeepPrivateDevmode();
     }

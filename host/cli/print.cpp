@@ -58,27 +58,31 @@ class PrintRun
 {
 public:
     PrintRun(const Arguments& arguments, Output& output)
-        : arguments_(arguments), output_(output), json_(arguments.Has("json"))
+        : arguments_(arguments), output_(output), json_(arguments.Has("json")),
+          job_(static_cast<DWORD>(arguments.Number("job", 1, 1, 0x7FFFFFFF))),
+          printer_(arguments, output, false), session_(printer_.StartPlugin())
     {
     }
 
     int Run()
     {
-        const DWORD job = static_cast<DWORD>(arguments_.Number("job", 1, 1, 0x7FFFFFFF));
-        PrinterRun printer(arguments_, output_, false);
-        PluginSession& session = printer.StartPlugin();
-        if (arguments_.Has("preview")) SelectPreview(printer.Core());
-        QueueJob(printer, session, job);
-        RegisterServer(printer);
+        if (arguments_.Has("preview")) SelectPreview();
+        QueueJob();
+        RegisterServer();
 
         std::optional<AnsweredMessageBoxes> boxes;
         if (!WindowsAreVisible() || json_)
             boxes.emplace(false, [this](const std::string& line) { Tell(line); });
-        const std::vector<DWORD> wanted = QueryFilter(session.Plugin(), printer.Printer());
+        const std::vector<DWORD> wanted = QueryFilter();
         for (const JobEvent& event : kJobEvents)
-            Raise(session.Plugin(), printer.Printer(), event, wanted, job);
+            Raise(event, wanted);
         if (!serverLog_.empty()) WaitForServer();
-        if (json_) Report(printer);
+        if (json_)
+            WriteJson(output_.out, {{"command", "print"},
+                                    {"ppd", printer_.Description().FileName()},
+                                    {"printer", Utf8FromWide(printer_.Name())},
+                                    {"events", lines_},
+                                    {"server_starts", serverStarts_}});
         return kExitSuccess;
     }
 
@@ -91,8 +95,9 @@ private:
             output_.out << line << std::endl;
     }
 
-    static void SelectPreview(CoreDriver& core)
+    void SelectPreview()
     {
+        CoreDriver& core = printer_.Core();
         for (const std::string_view option : core.Options("halvPreview")) {
             if (option.starts_with('1') && core.Select("halvPreview", option)) return;
         }
@@ -100,39 +105,38 @@ private:
                            "--preview: the PPD has no feature halvPreview with an option that begins with 1");
     }
 
-    void QueueJob(PrinterRun& printer, PluginSession& session, DWORD job)
+    void QueueJob()
     {
-        MemorySpooler::Printer* const queue = TheMemorySpooler().FindPrinter(printer.Name());
         MemorySpooler::Job queued;
         if (!arguments_.Has("no-document-name"))
             queued.document = WideFromUtf8(arguments_.Value("document", "Untitled"));
-        queued.devmode = session.WholeDevmode(printer.Name().c_str());
-        queue->jobs[job] = queued;
+        queued.devmode = session_.WholeDevmode(printer_.Name().c_str());
+        TheMemorySpooler().FindPrinter(printer_.Name())->jobs[job_] = queued;
     }
 
     // With --probe-server the product's registry values name a server that tells of its start.
-    void RegisterServer(const PrinterRun& printer)
+    void RegisterServer()
     {
         if (arguments_.Has("install-dir")) WriteProductValue("InstallDir", arguments_.Value("install-dir"));
         if (arguments_.Has("server")) WriteProductValue("PrintServerCmd", arguments_.Value("server"));
         if (!arguments_.Has("probe-server")) return;
         WriteProductValue("InstallDir", Utf8FromWide(ProgramFolder()));
         WriteProductValue("PrintServerCmd", "tintwerk-print-server -job");
-        serverLog_ = std::filesystem::absolute(printer.StoreFile().parent_path()) / "print-server.log";
+        serverLog_ = std::filesystem::absolute(printer_.StoreFile().parent_path()) / "print-server.log";
         std::error_code ignored;
         std::filesystem::create_directories(serverLog_.parent_path(), ignored);
         logged_ = LinesOf(serverLog_).size();
         SetEnvironmentVariableA("TINTWERK_PRINT_SERVER_LOG", serverLog_.string().c_str());
     }
 
-    std::vector<DWORD> QueryFilter(IPrintOemUI2& plugin, HANDLE printer)
+    std::vector<DWORD> QueryFilter()
     {
         EventFilter filter{};
         filter.record.cbSize = sizeof(DOCEVENT_FILTER);
         filter.record.cElementsAllocated = 1 + static_cast<UINT>(std::size(filter.more));
         INT result = DOCUMENTEVENT_FAILURE;
-        plugin.DocumentEvent(printer, nullptr, DOCUMENTEVENT_QUERYFILTER, 0, nullptr, sizeof filter, &filter,
-                             &result);
+        session_.Plugin().DocumentEvent(printer_.Printer(), nullptr, DOCUMENTEVENT_QUERYFILTER, 0, nullptr,
+                                        sizeof filter, &filter, &result);
         const UINT count = std::min(filter.record.cElementsReturned, filter.record.cElementsAllocated);
         std::vector<DWORD> wanted(count);
         std::memcpy(wanted.data(), filter.record.aDocEventCall, count * sizeof(DWORD));
@@ -141,18 +145,17 @@ private:
         return wanted;
     }
 
-    void Raise(IPrintOemUI2& plugin, HANDLE printer, const JobEvent& event, const std::vector<DWORD>& wanted,
-               DWORD job)
+    void Raise(const JobEvent& event, const std::vector<DWORD>& wanted)
     {
         const bool isWanted =
             wanted.empty() || std::ranges::find(wanted, static_cast<DWORD>(event.number)) != wanted.end();
         std::string text = "event " + std::to_string(event.number) + ", " + event.text;
-        if (event.number == DOCUMENTEVENT_STARTDOCPOST) text += " as job " + std::to_string(job);
+        if (event.number == DOCUMENTEVENT_STARTDOCPOST) text += " as job " + std::to_string(job_);
         if (!isWanted && !arguments_.Has("all-events")) return Tell(text + ": not sent");
         INT result = DOCUMENTEVENT_FAILURE;
-        DWORD input = job;
-        const HRESULT answer =
-            plugin.DocumentEvent(printer, nullptr, event.number, sizeof input, &input, 0, nullptr, &result);
+        DWORD input = job_;
+        const HRESULT answer = session_.Plugin().DocumentEvent(printer_.Printer(), nullptr, event.number,
+                                                               sizeof input, &input, 0, nullptr, &result);
         if (FAILED(answer) || result < 0)
             throw CommandError(kExitFailed,
                                text + ": the driver failed the job (result " + std::to_string(result) + ")");
@@ -176,20 +179,12 @@ private:
         }
     }
 
-    void Report(PrinterRun& printer)
-    {
-        Json json;
-        json["command"] = "print";
-        json["ppd"] = printer.Description().FileName();
-        json["printer"] = Utf8FromWide(printer.Name());
-        json["events"] = lines_;
-        json["server_starts"] = serverStarts_;
-        WriteJson(output_.out, json);
-    }
-
     const Arguments& arguments_;
     Output& output_;
     bool json_;
+    DWORD job_;
+    PrinterRun printer_;
+    PluginSession& session_;
     std::filesystem::path serverLog_;
     std::size_t logged_ = 0;
     std::vector<std::string> lines_;
@@ -200,8 +195,7 @@ private:
 
 Command PrintCommand()
 {
-    std::vector<OptionRow> options = PrinterOptions();
-    const std::vector<OptionRow> own = {
+    const OptionRow own[] = {
         {"document", "NAME", "the document's name (default: Untitled)"},
         {"no-document-name", "", "the job has no document name"},
         {"job", "N", "the job's number (default: 1)"},
@@ -213,12 +207,11 @@ Command PrintCommand()
         {"all-events", "", "sends the events too that the driver does not want"},
         {"json", "", "tells everything as JSON instead"},
     };
-    options.insert(options.end(), own.begin(), own.end());
     return {"print",
             "plays a print job: the events, the print server, the offline warning",
             "tintwerk print --ppd FILE [OPTION ...]",
             "Nothing is printed and nothing is kept.\n",
-            options,
+            PrinterOptions(own),
             [](const Arguments& arguments, Output& output) { return PrintRun(arguments, output).Run(); }};
 }
 

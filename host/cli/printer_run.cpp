@@ -18,7 +18,6 @@ namespace tintwerk {
 namespace {
 
 constexpr std::array<std::string_view, 2> kLanguages{"en", "de"};
-constexpr std::string_view kDefaultStore = "tintwerk-store";
 
 void TraceLine(const WCHAR* line, void* context)
 {
@@ -64,9 +63,9 @@ std::string Range(int least, int most)
 
 } // namespace
 
-std::vector<OptionRow> PrinterOptions()
+std::vector<OptionRow> PrinterOptions(std::span<const OptionRow> own)
 {
-    return {
+    std::vector<OptionRow> options{
         {"ppd", "FILE", "the printer's PPD file"},
         {"printer", "NAME", "the printer's name (default: the PPD's)"},
         {"driver", "NAME",
@@ -83,6 +82,8 @@ std::vector<OptionRow> PrinterOptions()
          "--custom-size 610x2000mm"},
         {"trace", "", "shows the driver's diagnostic lines on standard error"},
     };
+    options.insert(options.end(), own.begin(), own.end());
+    return options;
 }
 
 PrinterRun::PrinterRun(const Arguments& arguments, Output& output, bool keeps)
@@ -92,11 +93,12 @@ PrinterRun::PrinterRun(const Arguments& arguments, Output& output, bool keeps)
         throw CommandError(kExitUsage, arguments.Operands()[0] +
                                            ": options begin with two dashes (the PPD goes to --ppd)");
     Read(arguments);
-    SetSurroundings(arguments);
+    if (arguments.Has("windows-version")) PretendWindowsVersion(arguments.Value("windows-version"));
+    if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
     name_ = WideFromUtf8(arguments.Value("printer", ppd_->PrinterName()));
     if (name_.empty()) throw CommandError(kExitUsage, "--printer: the name is empty");
 
-    storeFile_ = PathFromUtf8(arguments.Value("store", kDefaultStore)) /
+    storeFile_ = PathFromUtf8(arguments.Value("store", "tintwerk-store")) /
                  PathFromUtf8(SelectionsFileName(Utf8FromWide(name_)));
     configDirectory_.emplace(storeFile_.parent_path() / "config");
     if (keeps) LockStore();
@@ -130,9 +132,8 @@ void PrinterRun::Read(const Arguments& arguments)
 {
     ppdFile_ = arguments.Required("ppd");
     PpdReadOptions& options = readOptions_;
-    const std::string language = arguments.OneOf("language", "", kLanguages);
-    options.language = language;
-    if (!language.empty()) options.pretended.push_back({"halvLanguage", language});
+    options.language = arguments.OneOf("language", "", kLanguages);
+    if (!options.language.empty()) options.pretended.push_back({"halvLanguage", options.language});
     if (arguments.Has("gui-mode")) {
         const int mode = arguments.Number("gui-mode", 0, 0, 99);
         options.pretended.push_back({"halvGuiMode", mode == 0 ? "standard" : "oem" + std::to_string(mode)});
@@ -188,12 +189,6 @@ PaperSize PrinterRun::CustomSize(const Arguments& arguments)
     }
     const std::string* const kept = selections_.Find(kCustomPageSize);
     return kept ? PaperSizeFrom(*kept).value_or(PaperSize{}) : PaperSize{};
-}
-
-void PrinterRun::SetSurroundings(const Arguments& arguments)
-{
-    if (arguments.Has("windows-version")) PretendWindowsVersion(arguments.Value("windows-version"));
-    if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
 }
 
 PluginSession& PrinterRun::StartPlugin()

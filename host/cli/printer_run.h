@@ -22,8 +22,8 @@
 
 namespace tintwerk {
 
-// The options that all these commands share, for their option tables.
-std::vector<OptionRow> PrinterOptions();
+// The options that all these commands share, with those of one command behind them.
+std::vector<OptionRow> PrinterOptions(std::span<const OptionRow> own = {});
 
 class PrinterRun
 {
@@ -58,7 +58,6 @@ public:
 
 private:
     void Read(const Arguments& arguments);
-    void SetSurroundings(const Arguments& arguments);
     void LockStore();
     void LoadSelections();
     PaperSize CustomSize(const Arguments& arguments);
@@ -72,8 +71,7 @@ private:
     std::filesystem::path storeFile_;
     FileLock lock_;
     Selections selections_;
-    std::vector<std::pair<std::string, std::string>>
-        setAside_; // kept selections that this run pretends otherwise
+    SelectedOptions setAside_; // kept selections that this run pretends otherwise
     std::unique_ptr<CoreDriver> core_;
     std::unique_ptr<PluginSession> session_;
     WideString name_;

@@ -29,42 +29,33 @@ void PrintOverview(std::ostream& out, std::span<const Command> commands)
            "Exit status: 0 all went well, 1 the run failed, 2 the command line makes no sense.\n";
 }
 
-void PrintHelp(std::ostream& out, const Command& command)
+bool AsksForHelp(std::string_view word)
 {
-    out << "tintwerk " << command.name << ": " << command.summary << "\n\nUsage: " << command.usage << "\n\n"
-        << OptionLines(command.options);
-    if (!command.notes.empty()) out << "\n" << command.notes;
+    return word == "--help" || word == "-h";
 }
 
 int RunCommand(const Command& command, std::span<const std::string> words, Output& output)
 {
-    if (std::ranges::any_of(words,
-                            [](const std::string& word) { return word == "--help" || word == "-h"; })) {
-        PrintHelp(output.out, command);
-        return kExitSuccess;
-    }
-    return command.run(Arguments(words, command.options, command.name), output);
+    if (std::ranges::none_of(words, AsksForHelp))
+        return command.run(Arguments(words, command.options, command.name), output);
+    output.out << "tintwerk " << command.name << ": " << command.summary << "\n\nUsage: " << command.usage
+               << "\n\n"
+               << OptionLines(command.options);
+    if (!command.notes.empty()) output.out << "\n" << command.notes;
+    return kExitSuccess;
 }
-
-} // namespace
-
-namespace {
 
 int Dispatch(std::span<const std::string> arguments, Output& output)
 {
     const std::vector<Command> commands = Commands();
     const std::string_view first = arguments.empty() ? std::string_view() : std::string_view(arguments[0]);
-    if (first == "--help" || first == "-h" || first == "help") {
-        PrintOverview(output.out, commands);
-        return kExitSuccess;
+    if (first.empty() || AsksForHelp(first) || first == "help") {
+        PrintOverview(first.empty() ? output.err : output.out, commands);
+        return first.empty() ? kExitUsage : kExitSuccess;
     }
     if (first == "--version") {
         output.out << "tintwerk " << TINTWERK_VERSION << "\n";
         return kExitSuccess;
-    }
-    if (first.empty()) {
-        PrintOverview(output.err, commands);
-        return kExitUsage;
     }
     const auto command = std::ranges::find(commands, first, &Command::name);
     if (command == commands.end()) {

@@ -1,6 +1,7 @@
 // The program tintwerk: finds the command, gives help, turns errors into texts and exit statuses.
 #pragma once
 
+#include <functional>
 #include <iosfwd>
 #include <span>
 #include <string>
@@ -25,7 +26,7 @@ struct Command
     std::string_view usage;
     std::string_view notes; // stands below the options in the help text
     std::vector<OptionRow> options;
-    int (*run)(const Arguments& arguments, Output& output);
+    std::function<int(const Arguments& arguments, Output& output)> run;
 };
 
 // The arguments stand without the program's name. Returns the exit status.

@@ -2,6 +2,7 @@
 // it.
 #include <algorithm>
 #include <fstream>
+#include <functional>
 #include <iostream>
 #include <iterator>
 #include <optional>
@@ -22,8 +23,6 @@
 namespace tintwerk {
 
 namespace {
-
-constexpr int kScriptSeconds = 60; // how long a script may take by default
 
 // "-" is standard input.
 std::string ScriptText(const std::string& file)
@@ -77,12 +76,15 @@ public:
 
     int Run()
     {
-        std::vector<Step> steps = StepsOf(arguments_);
         constexpr std::string_view kAnswers[] = {"ok", "cancel"};
-        const bool confirms = arguments_.OneOf("answer", "cancel", kAnswers) == "ok";
-        const int pace = arguments_.Number("pace", 10, 1, 60000);
-        const int limit = arguments_.Number("time-limit", kScriptSeconds, 1, 86400);
-        const bool scripted = !steps.empty() || json_ || arguments_.Has("script");
+        ScriptSettings settings;
+        settings.steps = StepsOf(arguments_);
+        settings.confirmsQuestions = arguments_.OneOf("answer", "cancel", kAnswers) == "ok";
+        settings.pace = static_cast<UINT>(arguments_.Number("pace", 10, 1, 60000));
+        settings.tell = [this](const std::string& line) { Tell(line); };
+        if (json_) settings.beforeClosing = [this](ScriptPlayer& player) { report_.Describe(player); };
+        const int limit = arguments_.Number("time-limit", 60, 1, 86400);
+        const bool scripted = !settings.steps.empty() || json_ || arguments_.Has("script");
         PrinterRun printer(arguments_, output_);
         if (!scripted && !WindowsAreVisible())
             throw CommandError(
@@ -92,34 +94,30 @@ public:
         printer.Core().Calls().Record(json_);
         PluginSession& session = printer.StartPlugin();
         OpenRecord(printer);
-        Install(printer, steps);
+        Install(printer, settings.steps);
         PropertySheet sheet(session, kind_, printer.Name(), printer.Printer(), printer.IsGerman(),
-                            [this, &printer] {
-                                if (recorder_) recorder_->OnApplied();
-                                printer.Keep();
-                            });
+                            [&printer] { printer.Keep(); });
+        std::optional<Recorder> recorder;
+        if (record_.is_open()) recorder.emplace(sheet, [this](const std::string& line) { Record(line); });
         std::string problem;
         if (scripted) {
             const Watchdog watchdog(limit, "the script took longer than " + std::to_string(limit) +
                                                " s (--time-limit); the run was ended");
-            ScriptSettings settings{steps,    static_cast<UINT>(pace),
-                                    confirms, [this](const std::string& line) { Tell(line); },
-                                    {},       {}};
-            settings.afterStep = [this](const Step& step) { Record(step); };
-            if (json_) settings.beforeClosing = [this](ScriptPlayer& player) { report_.Describe(player); };
-            ScriptPlayer player(sheet, std::move(settings));
-            const std::string notShown = sheet.Run();
-            problem = player.Problem().empty() ? notShown : player.Problem();
+            problem = ScriptPlayer(sheet, std::move(settings)).Run();
         } else {
-            if (record_.is_open())
-                recorder_.emplace(sheet, [this](const std::string& line) { RecordLine(line); });
             problem = sheet.Run();
-            recorder_.reset();
         }
+        recorder.reset();
         if (record_.is_open() && !record_.flush() && problem.empty())
             problem = "--record " + arguments_.Value("record") + ": the file could not be written";
         if (problem.empty()) problem = printer.KeepProblem();
-        return Finish(printer, problem.empty() ? RefusedBy(printer.Core()) : problem);
+        if (problem.empty()) problem = RefusedBy(printer.Core());
+        if (json_)
+            report_.Write(output_.out, kind_, printer, problem);
+        else
+            TellChanges(printer);
+        if (problem.empty()) return kExitSuccess;
+        throw CommandError(kExitFailed, problem);
     }
 
 private:
@@ -129,16 +127,12 @@ private:
         const std::string file = arguments_.Value("record");
         record_.open(PathFromUtf8(file), std::ios::binary);
         if (!record_) throw CommandError(kExitFailed, "--record " + file + ": the file cannot be written");
-        RecordLine("# " + Utf8FromWide(printer.Name()) + ", " + printer.Description().FileName());
+        Record("# " + Utf8FromWide(printer.Name()) + ", " + printer.Description().FileName());
     }
 
-    void RecordLine(const std::string& line) { record_ << line << std::endl; }
-
-    void Record(const Step& step)
+    void Record(const std::string& line)
     {
-        const bool tellsOnly =
-            step.kind == StepKind::Show || step.kind == StepKind::Screenshot || step.kind == StepKind::Tour;
-        if (record_.is_open() && !tellsOnly) RecordLine(step.source);
+        if (record_.is_open()) record_ << line << std::endl;
     }
 
     // Installable options are the administrator's: they are set before the pages open, and stay.
@@ -149,12 +143,11 @@ private:
             if (step.kind != StepKind::Choose || !feature || !feature->installable ||
                 ControlOfFeature(step.subject) || AdvancedGroupOf(step.subject))
                 return false;
-            if (!printer.Core().Select(step.subject, step.value)) {
+            if (!printer.Core().Select(step.subject, step.value))
                 throw CommandError(kExitFailed, step.source + ": the options are " +
                                                     Joined(feature->options, &PpdOption::keyword));
-            }
             Tell(step.subject + ": installable option at " + step.value);
-            Record(step);
+            Record(step.source);
             printer.Keep();
             return true;
         });
@@ -182,17 +175,6 @@ private:
             output_.out << "  " << line << std::endl;
     }
 
-    int Finish(PrinterRun& printer, const std::string& problem)
-    {
-        if (json_) {
-            report_.Write(output_.out, kind_, printer, problem);
-        } else {
-            TellChanges(printer);
-        }
-        if (problem.empty()) return kExitSuccess;
-        throw CommandError(kExitFailed, problem);
-    }
-
     void TellChanges(const PrinterRun& printer)
     {
         if (!printer.Kept()) {
@@ -214,43 +196,41 @@ private:
     bool json_;
     SheetReport report_;
     std::ofstream record_;
-    std::optional<Recorder> recorder_;
 };
 
-// The printer's options and those of the script.
-std::vector<OptionRow> SheetOptions()
+// What a sheet is worked with, behind the printer's options.
+constexpr OptionRow kSheetOptions[]{
+    {"page", "PAGE",
+     "brings a page to the front: main, layout, colors, correction,\nconsumption, ink, screen, advanced; "
+     "or information"},
+    {"set", "FEATURE=N",
+     "moves a slider to a position, or types into a number field:\n--set halvBrightness=2"},
+    {"choose", "FEATURE=OPTION",
+     "selects an option of the PPD on whatever control stands for it:\n--choose PageSize=A4, --choose "
+     "halvBrightness=10 (the PPD value);\ninstallable options are set before the pages open"},
+    {"check", "FEATURE[=on|off]", "switches a check box: --check halvPreview"},
+    {"press", "TEXT", "presses a button of the page in front, by its text or number"},
+    {"show", "FEATURE", "tells what a feature's control shows"},
+    {"screenshot", "DIR",
+     "saves a picture of the page in front as DIR/PAGE.png (real windows\nonly: Windows, or ./run under "
+     "Wine)"},
+    {"tour", "DIR", "saves a picture of every page (real windows only)"},
+    {"apply", "", "presses Apply"},
+    {"ok", "", "presses OK"},
+    {"cancel", "", "presses Cancel; also happens by itself behind the last step"},
+    {"script", "FILE",
+     "plays the steps of a file, one a line as on the command line, \"#\" for\ncomments; - is standard "
+     "input"},
+    {"record", "FILE", "writes what is done in the sheet, by hand or by steps, as such a script"},
+    {"answer", "ok|cancel", "how questions that come up are answered (default: cancel)"},
+    {"pace", "MS", "milliseconds between two steps (default: 10)"},
+    {"time-limit", "S", "seconds that a script may take (default: 60)"},
+    {"json", "", "tells everything as JSON instead: pages, controls, selections, calls"},
+};
+
+int RunSheet(SheetKind kind, const Arguments& arguments, Output& output)
 {
-    std::vector<OptionRow> options = PrinterOptions();
-    const std::vector<OptionRow> steps = {
-        {"page", "PAGE",
-         "brings a page to the front: main, layout, colors, correction,\nconsumption, ink, screen, advanced; "
-         "or information"},
-        {"set", "FEATURE=N",
-         "moves a slider to a position, or types into a number field:\n--set halvBrightness=2"},
-        {"choose", "FEATURE=OPTION",
-         "selects an option of the PPD on whatever control stands for it:\n--choose PageSize=A4, --choose "
-         "halvBrightness=10 (the PPD value);\ninstallable options are set before the pages open"},
-        {"check", "FEATURE[=on|off]", "switches a check box: --check halvPreview"},
-        {"press", "TEXT", "presses a button of the page in front, by its text or number"},
-        {"show", "FEATURE", "tells what a feature's control shows"},
-        {"screenshot", "DIR",
-         "saves a picture of the page in front as DIR/PAGE.png (real windows\nonly: Windows, or ./run under "
-         "Wine)"},
-        {"tour", "DIR", "saves a picture of every page (real windows only)"},
-        {"apply", "", "presses Apply"},
-        {"ok", "", "presses OK"},
-        {"cancel", "", "presses Cancel; also happens by itself behind the last step"},
-        {"script", "FILE",
-         "plays the steps of a file, one a line as on the command line, \"#\" for\ncomments; - is standard "
-         "input"},
-        {"record", "FILE", "writes what is done in the sheet, by hand or by steps, as such a script"},
-        {"answer", "ok|cancel", "how questions that come up are answered (default: cancel)"},
-        {"pace", "MS", "milliseconds between two steps (default: 10)"},
-        {"time-limit", "S", "seconds that a script may take (default: 60)"},
-        {"json", "", "tells everything as JSON instead: pages, controls, selections, calls"},
-    };
-    options.insert(options.end(), steps.begin(), steps.end());
-    return options;
+    return SheetCommand(kind, arguments, output).Run();
 }
 
 } // namespace
@@ -261,12 +241,9 @@ Command PreferencesCommand()
             "opens the printing preferences",
             "tintwerk preferences --ppd FILE [OPTION ...] [STEP ...]",
             "Steps are done in the order in which they stand, on the real controls of the sheet. Without any "
-            "step the window\n"
-            "stays open until you close it.\n",
-            SheetOptions(),
-            [](const Arguments& arguments, Output& output) {
-                return SheetCommand(SheetKind::Preferences, arguments, output).Run();
-            }};
+            "step the window\nstays open until you close it.\n",
+            PrinterOptions(kSheetOptions),
+            std::bind_front(RunSheet, SheetKind::Preferences)};
 }
 
 Command PropertiesCommand()
@@ -275,10 +252,8 @@ Command PropertiesCommand()
             "opens the printer properties (the driver's information page)",
             "tintwerk properties --ppd FILE [OPTION ...] [STEP ...]",
             "",
-            SheetOptions(),
-            [](const Arguments& arguments, Output& output) {
-                return SheetCommand(SheetKind::Properties, arguments, output).Run();
-            }};
+            PrinterOptions(kSheetOptions),
+            std::bind_front(RunSheet, SheetKind::Properties)};
 }
 
 } // namespace tintwerk

@@ -11,7 +11,7 @@ namespace {
 // The PPD feature that a control of a document page stands for; empty for any other.
 std::string_view FeatureOf(const SheetPage& page, int id)
 {
-    const PageControl* const control = page.name ? ControlOnPage(*page.name, id) : nullptr;
+    const PageControl* const control = ControlOnPage(page.name, id);
     const bool hasFeature = control && (!control->checkBox || IsPpdFeature(*control->checkBox));
     return hasFeature ? control->feature : std::string_view();
 }
@@ -61,41 +61,38 @@ void SheetReport::Describe(ScriptPlayer& player)
     for (int i = 0; i < player.PageCount(); ++i) {
         const SheetPage& page = player.Sheet().Pages()[i];
         const HWND window = player.ShowPage(i);
-        Json json;
-        json["name"] = page.name ? Json(TextOf(*page.name)) : Json();
-        json["tab"] = player.TabText(i);
-        json["dialog"] = page.dialog;
-        json["controls"] = Json::array();
+        Json controls = Json::array();
         for (const HWND control : window ? ControlsOf(window) : std::vector<HWND>())
-            json["controls"].push_back(DescribeControl(control, page));
-        pages_.push_back(std::move(json));
+            controls.push_back(DescribeControl(control, page));
+        pages_.push_back({{"name", page.name ? Json(TextOf(*page.name)) : Json()},
+                          {"tab", player.TabText(i)},
+                          {"dialog", page.dialog},
+                          {"controls", std::move(controls)}});
     }
 }
 
 void SheetReport::Write(std::ostream& out, SheetKind kind, PrinterRun& printer, const std::string& problem)
 {
-    Json json;
-    json["command"] = kind == SheetKind::Preferences ? "preferences" : "properties";
-    json["ppd"] = printer.Description().FileName();
-    json["printer"] = Utf8FromWide(printer.Name());
-    json["language"] = printer.IsGerman() ? "de" : "en";
-    json["problem"] = problem;
-    json["steps"] = lines_;
-    json["pages"] = pages_;
-    json["applied"] = printer.Kept();
-    json["selections_file"] = printer.Kept() ? Json(Utf8FromPath(printer.StoreFile())) : Json();
-    json["changes"] = Json::array();
+    Json changes = Json::array(), selections = Json::object();
     for (const SelectionChange& change : printer.Changes())
-        json["changes"].push_back(
-            {{"feature", change.feature}, {"before", change.before}, {"after", change.after}});
-    const auto [before, after] = printer.ApplyCounts();
-    json["apply_count"] = {{"before", before}, {"after", after}};
-    json["selections"] = Json::object();
+        changes.push_back({{"feature", change.feature}, {"before", change.before}, {"after", change.after}});
     for (const auto& [feature, option] : printer.KeptSelections())
-        json["selections"][feature] = option;
-    json["call_counts"] = CallCounts(printer.Core().Calls());
-    json["calls"] = printer.Core().Calls().Lines();
-    WriteJson(out, json);
+        selections[feature] = option;
+    const auto [before, after] = printer.ApplyCounts();
+    WriteJson(out, {{"command", kind == SheetKind::Preferences ? "preferences" : "properties"},
+                    {"ppd", printer.Description().FileName()},
+                    {"printer", Utf8FromWide(printer.Name())},
+                    {"language", printer.IsGerman() ? "de" : "en"},
+                    {"problem", problem},
+                    {"steps", lines_},
+                    {"pages", pages_},
+                    {"applied", printer.Kept()},
+                    {"selections_file", printer.Kept() ? Json(Utf8FromPath(printer.StoreFile())) : Json()},
+                    {"changes", changes},
+                    {"apply_count", {{"before", before}, {"after", after}}},
+                    {"selections", selections},
+                    {"call_counts", CallCounts(printer.Core().Calls())},
+                    {"calls", printer.Core().Calls().Lines()}});
 }
 
 } // namespace tintwerk

@@ -2,26 +2,37 @@
 // hang.
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
+#include <cstdio>
+#include <cstdlib>
 #include <mutex>
 #include <string>
 #include <thread>
+
+#include "host/cli/arguments.h"
 
 namespace tintwerk {
 
 class Watchdog
 {
 public:
-    Watchdog(int seconds, std::string message);
-    ~Watchdog();
-    Watchdog(const Watchdog&) = delete;
-    Watchdog& operator=(const Watchdog&) = delete;
+    Watchdog(int seconds, const std::string& message)
+        : thread_([seconds, message](const std::stop_token& stop) {
+              std::mutex mutex;
+              std::unique_lock lock(mutex);
+              std::condition_variable_any stopped;
+              stopped.wait_for(lock, stop, std::chrono::seconds(seconds), [] { return false; });
+              if (stop.stop_requested()) return;
+              std::fprintf(stderr, "tintwerk: %s\n", message.c_str());
+              std::fflush(stderr);
+              std::_Exit(kExitFailed);
+          })
+    {
+    }
 
 private:
-    std::mutex mutex_;
-    std::condition_variable ended_;
-    bool done_ = false;
-    std::thread thread_;
+    std::jthread thread_;
 };
 
 } // namespace tintwerk

@@ -16,15 +16,10 @@ public:
     // False at the end of the list, and where the list is not closed as it must be.
     bool Next(std::string_view& keyword)
     {
-        if (at_ == end_) {
-            closed_ = false;
-            return false;
-        }
-        const auto* zero = static_cast<PCSTR>(std::memchr(at_, 0, static_cast<std::size_t>(end_ - at_)));
-        if (!zero) {
-            closed_ = false;
-            return false;
-        }
+        const std::size_t left = static_cast<std::size_t>(end_ - at_);
+        const auto* zero = left ? static_cast<PCSTR>(std::memchr(at_, 0, left)) : nullptr;
+        closed_ = zero;
+        if (!closed_) return false;
         keyword = {at_, static_cast<std::size_t>(zero - at_)};
         at_ = zero + 1;
         return !keyword.empty();
@@ -52,19 +47,17 @@ HRESULT Reply(const std::string& list, void* buffer, DWORD room, PDWORD needed)
     return Reply(list.data(), list.size(), buffer, room, needed);
 }
 
-const auto kNoReply = [](bool) { return std::string(); };
+// Of the attributes that a core driver has, this plug-in asks for the name only.
+HRESULT ReplyAttribute(PCSTR attribute, WideView name, PDWORD type, void* buffer, DWORD room, PDWORD needed)
+{
+    if (!attribute || std::string_view(attribute) != "DisplayName" || !type) return E_INVALIDARG;
+    *type = kADT_UNICODE;
+    return Reply(name.data(), name.size() * sizeof(WCHAR), buffer, room, needed);
+}
 
 std::string Shown(PCSTR keyword)
 {
     return keyword ? keyword : "(null)";
-}
-
-HRESULT Reply(const std::optional<CoreAttribute>& attribute, PDWORD type, void* buffer, DWORD room,
-              PDWORD needed)
-{
-    if (!attribute || !type) return E_INVALIDARG;
-    *type = attribute->type;
-    return Reply(attribute->data, attribute->size, buffer, room, needed);
 }
 
 // Adds one keyword of a list; the list's own end is one more zero.
@@ -84,6 +77,14 @@ std::string ShownList(PCSTR list, DWORD size, bool pairs)
         shown += keyword;
     }
     return shown;
+}
+
+const auto kNoReply = [](bool) { return std::string(); };
+
+// What the log tells of a list that was given.
+auto ReplyList(PCSTR list, const DWORD* needed, bool pairs)
+{
+    return [=](bool answered) { return answered ? ": " + ShownList(list, *needed, pairs) : ""; };
 }
 
 } // namespace
@@ -177,57 +178,31 @@ void CoreHelper::Adopt(std::vector<std::size_t> selected, const std::vector<bool
 HRESULT CoreHelper::GetOptions(POEMUIOBJ core, DWORD flags, PCSTR request, DWORD requestSize, PSTR reply,
                                DWORD replySize, PDWORD needed)
 {
-    return AnswerUi(
-        CoreMethod::GetOptions, core, flags, {},
-        [&] { return needed ? Options(request, requestSize, reply, replySize, needed) : E_INVALIDARG; },
-        [&](bool answered) {
-            const std::string asked = ShownList(request, requestSize, false);
-            return answered ? asked + ": " + ShownList(reply, *needed, true) : asked;
-        });
-}
-
-HRESULT CoreHelper::Options(PCSTR request, DWORD requestSize, PSTR reply, DWORD replySize,
-                            PDWORD needed) const
-{
-    const CoreModel& model = Model();
-    const std::vector<std::size_t>& selected = driver_->selected_;
-    // Twice over the request: for the size, then for the bytes.
-    std::size_t size = 0;
-    bool write = false;
-    const auto pair = [&](std::size_t number) {
-        const CoreModel::Feature& feature = model.features[number];
-        for (const std::string_view keyword : {feature.keyword, feature.keywords[selected[number]]}) {
-            if (write) {
-                std::memcpy(reply + size, keyword.data(), keyword.size());
-                reply[size + keyword.size()] = 0;
-            }
-            size += keyword.size() + 1;
-        }
-    };
-    const bool all = !request || requestSize == 0 || request[0] == 0;
-    const auto pairs = [&]() -> HRESULT {
-        size = 0;
-        if (all) {
+    const auto body = [&]() -> HRESULT {
+        const CoreModel& model = Model();
+        std::string answer;
+        const auto add = [&](std::size_t number) {
+            Append(answer, model.features[number].keyword);
+            Append(answer, model.features[number].keywords[driver_->selected_[number]]);
+        };
+        if (!request || requestSize == 0 || request[0] == 0) {
             for (std::size_t number = 0; number < model.features.size(); ++number) {
-                if (!model.features[number].hidden) pair(number);
+                if (!model.features[number].hidden) add(number);
             }
-            return S_OK;
+        } else {
+            ListReader reader(request, requestSize);
+            for (std::string_view keyword; reader.Next(keyword);) {
+                // A feature that this printer lacks is left out, so that one request can serve many printers.
+                if (const auto number = model.FindFeature(keyword)) add(*number);
+            }
+            if (!reader.Closed() || answer.empty()) return E_INVALIDARG;
         }
-        ListReader reader(request, requestSize);
-        std::string_view keyword;
-        while (reader.Next(keyword)) {
-            // A feature that this printer lacks is left out, so that one request can serve many printers.
-            if (const auto number = model.FindFeature(keyword)) pair(*number);
-        }
-        return reader.Closed() && size ? S_OK : E_INVALIDARG;
+        Append(answer, {});
+        return Reply(answer, reply, replySize, needed);
     };
-    if (const HRESULT status = pairs(); FAILED(status)) return status;
-    *needed = static_cast<DWORD>(size + 1);
-    if (!reply || replySize < *needed) return E_OUTOFMEMORY;
-    write = true;
-    pairs();
-    reply[size] = 0;
-    return S_OK;
+    return AnswerUi(CoreMethod::GetOptions, core, flags, {}, body, [&](bool answered) {
+        return ShownList(request, requestSize, false) + ReplyList(reply, needed, true)(answered);
+    });
 }
 
 HRESULT CoreHelper::SetOptions(POEMUIOBJ core, DWORD flags, PCSTR pairs, DWORD size, PDWORD result)
@@ -278,10 +253,10 @@ HRESULT CoreHelper::EnumConstrainedOptions(POEMUIOBJ core, DWORD flags, PCSTR fe
             for (std::size_t option = 0; option < constrained.size(); ++option) {
                 if (constrained[option]) Append(answer, Model().features[number].keywords[option]);
             }
-            answer += '\0';
+            Append(answer, {});
             return Reply(answer, list, size, needed);
         },
-        [&](bool answered) { return answered ? ": " + ShownList(list, *needed, false) : ""; });
+        ReplyList(list, needed, false));
 }
 
 HRESULT CoreHelper::WhyConstrained(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR option, PSTR pairs,
@@ -296,10 +271,10 @@ HRESULT CoreHelper::WhyConstrained(POEMUIOBJ core, DWORD flags, PCSTR feature, P
                 Append(answer, other.keyword);
                 Append(answer, other.keywords[reason.option]);
             }
-            answer += '\0';
+            Append(answer, {});
             return Reply(answer, pairs, size, needed);
         },
-        [&](bool answered) { return answered ? ": " + ShownList(pairs, *needed, true) : ""; });
+        ReplyList(pairs, needed, true));
 }
 
 HRESULT CoreHelper::GetFeatureAttribute(POEMUIOBJ core, DWORD flags, PCSTR feature, PCSTR attribute,
@@ -308,8 +283,7 @@ HRESULT CoreHelper::GetFeatureAttribute(POEMUIOBJ core, DWORD flags, PCSTR featu
     return AnswerUi(
         CoreMethod::GetFeatureAttribute, core, flags, {feature, attribute},
         [&](std::size_t number) {
-            return attribute ? Reply(Model().FeatureAttribute(number, attribute), type, value, size, needed)
-                             : E_INVALIDARG;
+            return ReplyAttribute(attribute, Model().DisplayName(number), type, value, size, needed);
         },
         kNoReply);
 }
@@ -320,9 +294,7 @@ HRESULT CoreHelper::GetOptionAttribute(POEMUIOBJ core, DWORD flags, PCSTR featur
     return AnswerUi(
         CoreMethod::GetOptionAttribute, core, flags, {feature, option, attribute},
         [&](std::size_t number, std::size_t choice) {
-            return attribute
-                       ? Reply(Model().OptionAttribute(number, choice, attribute), type, value, size, needed)
-                       : E_INVALIDARG;
+            return ReplyAttribute(attribute, Model().DisplayName(number, choice), type, value, size, needed);
         },
         kNoReply);
 }

@@ -80,7 +80,6 @@ private:
     HRESULT AnswerUi(CoreMethod method, POEMUIOBJ core, DWORD flags, std::initializer_list<PCSTR> names,
                      const Body& body, const ReplyText& reply) noexcept;
     HRESULT NotServed() noexcept;
-    HRESULT Options(PCSTR request, DWORD requestSize, PSTR reply, DWORD replySize, PDWORD needed) const;
     HRESULT Set(DWORD flags, PCSTR pairs, DWORD size, DWORD& result);
     // Makes these the current selections; what changed goes into the selections file's lines.
     void Adopt(std::vector<std::size_t> selected, const std::vector<bool>& chosen);

@@ -40,41 +40,36 @@ std::size_t AppendKeyword(std::string& list, std::string_view keyword)
 CoreModel::CoreModel(const Ppd& ppd) : ppd_(ppd)
 {
     features.reserve(ppd.Features().size() + std::size(kOwnFeatures));
-    AddPpdFeatures();
-    AddOwnFeatures();
+    for (const PpdFeature& source : ppd.Features()) {
+        Feature& feature = AddFeature(source.keyword, source.text);
+        feature.hidden = source.keyword == "PageRegion"; // the driver's own way of selecting PageSize
+        feature.defaultOption = source.defaultOption;
+        for (const PpdOption& option : source.options)
+            AddOption(option.keyword, option.text);
+    }
+    for (const OwnFeature& source : kOwnFeatures) {
+        if (ppd.FindFeature(source.keyword)) continue;
+        AddFeature(source.keyword, source.text);
+        for (const auto& [keyword, name] : source.options)
+            AddOption(keyword, name);
+    }
     AddFeatureList();
     AddConstraints();
 }
 
-void CoreModel::AddPpdFeatures()
+CoreModel::Feature& CoreModel::AddFeature(std::string_view keyword, std::string_view name)
 {
-    for (const PpdFeature& source : ppd_.Features()) {
-        Feature& feature = features.emplace_back();
-        feature.keyword = source.keyword;
-        feature.hidden = source.keyword == "PageRegion"; // the driver's own way of selecting PageSize
-        feature.defaultOption = source.defaultOption;
-        AddName(source.text);
-        feature.firstName = names.size();
-        for (const PpdOption& option : source.options) {
-            feature.keywords.push_back(option.keyword);
-            AddName(option.text);
-        }
-    }
+    Feature& feature = features.emplace_back();
+    feature.keyword = keyword;
+    feature.firstName = names.size();
+    AddName(name);
+    return feature;
 }
 
-void CoreModel::AddOwnFeatures()
+void CoreModel::AddOption(std::string_view keyword, std::string_view name)
 {
-    for (const OwnFeature& source : kOwnFeatures) {
-        if (ppd_.FindFeature(source.keyword)) continue;
-        Feature& feature = features.emplace_back();
-        feature.keyword = source.keyword;
-        AddName(source.text);
-        feature.firstName = names.size();
-        for (const auto& [keyword, name] : source.options) {
-            feature.keywords.push_back(keyword);
-            AddName(name);
-        }
-    }
+    features.back().keywords.push_back(keyword);
+    AddName(name);
 }
 
 void CoreModel::AddFeatureList()
@@ -127,9 +122,8 @@ void CoreModel::AddConstraints()
 
 void CoreModel::AddName(std::string_view utf8)
 {
-    const std::size_t start = text.size();
+    names.push_back(text.size());
     AppendWide(text, utf8);
-    names.push_back({start, text.size() - start});
     text += WCHAR{0};
 }
 
@@ -145,22 +139,11 @@ std::optional<std::size_t> CoreModel::FindOption(std::size_t feature, std::strin
     return option == KeywordTable::kNone ? std::nullopt : std::optional<std::size_t>(option);
 }
 
-CoreAttribute CoreModel::NameAttribute(std::size_t name) const
+WideView CoreModel::DisplayName(std::size_t feature, std::optional<std::size_t> option) const
 {
-    return {kADT_UNICODE, text.data() + names[name].start, (names[name].length + 1) * sizeof(WCHAR)};
-}
-
-std::optional<CoreAttribute> CoreModel::FeatureAttribute(std::size_t feature, std::string_view name) const
-{
-    return name == "DisplayName" ? std::optional(NameAttribute(features[feature].firstName - 1))
-                                 : std::nullopt;
-}
-
-std::optional<CoreAttribute> CoreModel::OptionAttribute(std::size_t feature, std::size_t option,
-                                                        std::string_view name) const
-{
-    return name == "DisplayName" ? std::optional(NameAttribute(features[feature].firstName + option))
-                                 : std::nullopt;
+    const std::size_t name = features[feature].firstName + (option ? *option + 1 : 0);
+    const std::size_t end = name + 1 < names.size() ? names[name + 1] : text.size();
+    return WideView(text).substr(names[name], end - names[name]);
 }
 
 bool CoreModel::Covers(Side side, std::size_t option) const
@@ -187,10 +170,8 @@ std::vector<CoreModel::Side> CoreModel::WhyConstrained(Selection selected, std::
     for (const std::size_t number : features[feature].constraints) {
         const auto [mine, other] = SidesOf(ppd_.Constraints()[number], feature);
         if (!Covers(mine, option) || !Covers(other, selected[other.feature])) continue;
-        const bool known =
-            std::any_of(reasons.begin(), reasons.end(),
-                        [theirs = other.feature](const Side& reason) { return reason.feature == theirs; });
-        if (!known) reasons.push_back({other.feature, selected[other.feature]});
+        if (std::ranges::find(reasons, other.feature, &Side::feature) == reasons.end())
+            reasons.push_back({other.feature, selected[other.feature]});
     }
     return reasons;
 }

@@ -16,14 +16,6 @@
 
 namespace tintwerk {
 
-// An attribute's value; the bytes belong to the model.
-struct CoreAttribute
-{
-    DWORD type = kADT_UNKNOWN;
-    const void* data = nullptr;
-    std::size_t size = 0;
-};
-
 struct CoreModel
 {
     struct Feature
@@ -31,16 +23,11 @@ struct CoreModel
         std::string list;                       // the option list as EnumOptions gives it
         std::vector<PCSTR> options;             // each into `list`
         std::vector<std::string_view> keywords; // the same with their lengths
-        std::size_t firstName = 0; // of the options in `names`; the feature's own stands before them
+        std::size_t firstName = 0; // of the feature in `names`; those of its options stand behind it
         std::size_t defaultOption = 0;
         std::string_view keyword;             // zero-terminated, into `featureList` unless hidden
         bool hidden = false;                  // answers no call: nobody chooses it directly
         std::vector<std::size_t> constraints; // numbers of those that name the feature
-    };
-    struct Name
-    {
-        std::size_t start = 0;  // in `text`
-        std::size_t length = 0; // without its zero
     };
     // One half of a constraint as seen from a feature.
     struct Side
@@ -56,10 +43,8 @@ struct CoreModel
     std::optional<std::size_t> FindFeature(std::string_view keyword) const;
     std::optional<std::size_t> FindOption(std::size_t feature, std::string_view keyword) const;
 
-    // Of those that a core driver has, this plug-in asks for "DisplayName" only.
-    std::optional<CoreAttribute> FeatureAttribute(std::size_t feature, std::string_view name) const;
-    std::optional<CoreAttribute> OptionAttribute(std::size_t feature, std::size_t option,
-                                                 std::string_view name) const;
+    // What people see, with its zero: of a feature, or of the option with this number.
+    WideView DisplayName(std::size_t feature, std::optional<std::size_t> option = {}) const;
 
     // Whether a half of a constraint holds for an option.
     bool Covers(Side side, std::size_t option) const;
@@ -73,18 +58,17 @@ struct CoreModel
 
     std::vector<Feature> features;
     std::string featureList;
-    WideString text; // all display names, each with its zero
-    std::vector<Name> names;
-    DWORD checksum = 0; // of all keywords in order: DEVMODEs of another PPD are foreign
+    WideString text;                // all display names, each with its zero
+    std::vector<std::size_t> names; // where each begins in `text`
+    DWORD checksum = 0;             // of all keywords in order: DEVMODEs of another PPD are foreign
 
 private:
-    void AddPpdFeatures();
-    void AddOwnFeatures();
+    Feature& AddFeature(std::string_view keyword, std::string_view name);
+    void AddOption(std::string_view keyword, std::string_view name);
     void AddFeatureList();
     void AddOptionList(std::size_t number);
     void AddConstraints();
     void AddName(std::string_view utf8);
-    CoreAttribute NameAttribute(std::size_t name) const;
     bool ResolveOne(std::vector<std::size_t>& selected, std::size_t feature) const;
 
     const Ppd& ppd_;

@@ -52,13 +52,7 @@ Selections Selections::Load(const std::filesystem::path& file)
 
 Selections Selections::FromText(const std::string& name, std::string_view text)
 {
-    Selections selections;
-    selections.Read(name, text);
-    return selections;
-}
-
-void Selections::Read(const std::string& name, std::string_view text)
-{
+    Selections read;
     for (unsigned number = 1; !text.empty(); ++number) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         const std::string_view line = Trim(text.substr(0, end));
@@ -66,22 +60,20 @@ void Selections::Read(const std::string& name, std::string_view text)
 
         const std::size_t equals = line.find('=');
         const std::string_view feature = Trim(line.substr(0, equals));
+        const auto warn = [&](const std::string& what) { read.warnings_.push_back({name, number, what}); };
         if (line.empty() || line.front() == '#') {
-            lines_.push_back({{}, std::string(line)});
+            read.lines_.push_back({{}, std::string(line)});
         } else if (equals == std::string_view::npos || feature.empty()) {
-            warnings_.push_back(
-                {name, number, "\"Feature=Option\" expected, not \"" + std::string(line) + "\""});
-            lines_.push_back({{}, std::string(line)});
+            warn("\"Feature=Option\" expected, not " + Quoted(line));
+            read.lines_.push_back({{}, std::string(line)});
         } else if (feature != kPrivateDevmode) {
-            if (FindLine(feature))
-                warnings_.push_back(
-                    {name, number, "\"" + std::string(feature) + "\" a second time; the last one counts"});
-            Set(feature, Trim(line.substr(equals + 1)));
-        } else if (!BytesFromHex(Trim(line.substr(equals + 1)), privateDevmode_)) {
-            warnings_.push_back(
-                {name, number, "an even number of hexadecimal digits expected after \"PrivateDevmode=\""});
+            if (read.Find(feature)) warn(Quoted(feature) + " a second time; the last one counts");
+            read.Set(feature, Trim(line.substr(equals + 1)));
+        } else if (!BytesFromHex(Trim(line.substr(equals + 1)), read.privateDevmode_)) {
+            warn("an even number of hexadecimal digits expected after \"PrivateDevmode=\"");
         }
     }
+    return read;
 }
 
 std::string Selections::Text() const
@@ -114,17 +106,10 @@ bool Selections::Save(const std::filesystem::path& file, std::string& error) con
     return true;
 }
 
-const Selections::Line* Selections::FindLine(std::string_view feature) const
-{
-    const auto line = std::find_if(lines_.begin(), lines_.end(),
-                                   [feature](const Line& one) { return one.feature == feature; });
-    return line == lines_.end() || feature.empty() ? nullptr : &*line;
-}
-
 const std::string* Selections::Find(std::string_view feature) const
 {
-    const Line* line = FindLine(feature);
-    return line ? &line->text : nullptr;
+    const auto line = std::ranges::find(lines_, feature, &Line::feature);
+    return line == lines_.end() || feature.empty() ? nullptr : &line->text;
 }
 
 std::vector<std::pair<std::string_view, std::string_view>> Selections::Chosen() const
@@ -138,16 +123,16 @@ std::vector<std::pair<std::string_view, std::string_view>> Selections::Chosen() 
 
 void Selections::Set(std::string_view feature, std::string_view option)
 {
-    if (const Line* line = FindLine(feature))
-        lines_[static_cast<std::size_t>(line - lines_.data())].text = option;
+    const auto line = std::ranges::find(lines_, feature, &Line::feature);
+    if (line != lines_.end() && !feature.empty())
+        line->text = option;
     else
         lines_.push_back({std::string(feature), std::string(option)});
 }
 
 void Selections::Remove(std::string_view feature)
 {
-    std::erase_if(lines_,
-                  [feature](const Line& line) { return !feature.empty() && line.feature == feature; });
+    std::erase_if(lines_, [=](const Line& line) { return !feature.empty() && line.feature == feature; });
 }
 
 void Selections::SetPrivateDevmode(const void* bytes, std::size_t size)

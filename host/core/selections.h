@@ -21,8 +21,6 @@ namespace tintwerk {
 class Selections
 {
 public:
-    Selections() = default;
-
     // A file that does not exist is empty; one that cannot be read is a std::runtime_error, since
     // what it holds would be lost by the next save. What makes no sense is told by Warnings().
     static Selections Load(const std::filesystem::path& file);
@@ -41,10 +39,8 @@ public:
     void Set(std::string_view feature, std::string_view option);
     void Remove(std::string_view feature);
 
-    const std::vector<unsigned char>& PrivateDevmode() const
-    {
-        return privateDevmode_;
-    } // empty: never stored
+    // Empty: never stored.
+    const std::vector<unsigned char>& PrivateDevmode() const { return privateDevmode_; }
     void SetPrivateDevmode(const void* bytes, std::size_t size);
 
     const std::vector<PpdMessage>& Warnings() const { return warnings_; }
@@ -55,9 +51,6 @@ private:
         std::string feature; // empty: a comment, or something else to be kept as it stands
         std::string text;    // the option, or the whole line
     };
-
-    void Read(const std::string& name, std::string_view text);
-    const Line* FindLine(std::string_view feature) const;
 
     std::vector<Line> lines_;
     std::vector<unsigned char> privateDevmode_;

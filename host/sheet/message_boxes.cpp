@@ -16,32 +16,27 @@ struct Answers
 
 Answers answers;
 
-int AnswerTo(UINT type)
+struct Button
 {
-    switch (type & 0xF) {
-    case MB_OK:
-        return IDOK;
-    case MB_YESNO:
-        return answers.confirms ? IDYES : IDNO;
-    case MB_YESNOCANCEL:
-        return answers.confirms ? IDYES : IDCANCEL;
-    default:
-        return answers.confirms ? IDOK : IDCANCEL;
-    }
+    int number;
+    const char* text;
+};
+
+Button AnswerTo(UINT buttons)
+{
+    if (buttons == MB_OK) return {IDOK, "OK"};
+    const bool asksYesOrNo = buttons == MB_YESNO || buttons == MB_YESNOCANCEL;
+    if (answers.confirms) return asksYesOrNo ? Button{IDYES, "Yes"} : Button{IDOK, "OK"};
+    return buttons == MB_YESNO ? Button{IDNO, "No"} : Button{IDCANCEL, "Cancel"};
 }
 
 int WINAPI Answer(HWND, LPCWSTR text, LPCWSTR caption, UINT type)
 {
-    const int answer = AnswerTo(type);
-    if (answers.tell) {
-        const char* const said = answer == IDOK    ? "OK"
-                                 : answer == IDYES ? "Yes"
-                                 : answer == IDNO  ? "No"
-                                                   : "Cancel";
+    const Button answer = AnswerTo(type & 0xF);
+    if (answers.tell)
         answers.tell("message: \"" + Utf8FromWide(caption ? caption : TEXT("")) + "\" \"" +
-                     Utf8FromWide(text ? text : TEXT("")) + "\", answered with " + said);
-    }
-    return answer;
+                     Utf8FromWide(text ? text : TEXT("")) + "\", answered with " + answer.text);
+    return answer.number;
 }
 
 } // namespace

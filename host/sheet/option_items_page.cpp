@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "host/sheet/pictograms.h"
 #include "host/sheet/standard_texts.h"
@@ -33,11 +34,17 @@ constexpr int kCombo = 12;   // a closed combo box
 constexpr int kCaption = 14; // a group's frame down to its first line
 constexpr int kPicture = 24;
 
-int Pixels(HWND page, int units, bool vertical)
+// From dialog units.
+RECT Pixels(HWND page, int x, int y, int width, int height)
 {
-    RECT rectangle{0, 0, units, units};
-    MapDialogRect(page, &rectangle);
-    return static_cast<int>(vertical ? rectangle.bottom : rectangle.right);
+    RECT pixels{x, y, width, height};
+    MapDialogRect(page, &pixels);
+    return pixels;
+}
+
+int PixelsDown(HWND page, int units)
+{
+    return static_cast<int>(Pixels(page, 0, units, 0, 0).top);
 }
 
 bool IsHeader(const OPTITEM& item)
@@ -76,25 +83,23 @@ LONG OptionItemsPage::Check(const COMPROPSHEETUI* description)
     return 0;
 }
 
-OptionItemsPage::OptionItemsPage(const COMPROPSHEETUI& description, bool german, void (*applied)(void*),
-                                 void* context)
+OptionItemsPage::OptionItemsPage(const COMPROPSHEETUI& description, bool german,
+                                 std::function<void()> applied)
     : description_(description), german_(german),
-      isDocumentPage_(description.pDlgPage == CPSUI_PDLGPAGE_DOCPROP), applied_(applied), context_(context)
+      isDocumentPage_(description.pDlgPage == CPSUI_PDLGPAGE_DOCPROP), applied_(std::move(applied))
 {
-    title_ = isDocumentPage_
-                 ? TEXT("Layout")
-                 : OptionText(reinterpret_cast<const WCHAR*>(ULONG_PTR{IDS_CPSUI_ADVANCED}), german);
     BuildTemplate();
     page_.dwSize = sizeof page_;
     page_.dwFlags = PSP_DLGINDIRECT | PSP_USETITLE;
     page_.hInstance = GetModuleHandleW(nullptr);
     page_.pResource = reinterpret_cast<LPCDLGTEMPLATEW>(template_.data());
-    page_.pszTitle = title_.c_str();
+    page_.pszTitle =
+        isDocumentPage_ ? TEXT("Layout") : OptionText(MAKEINTRESOURCEW(IDS_CPSUI_ADVANCED), german);
     page_.pfnDlgProc = Procedure;
     page_.lParam = reinterpret_cast<LPARAM>(this);
 }
 
-WideString OptionItemsPage::ItemText(int item) const
+const WCHAR* OptionItemsPage::ItemText(int item) const
 {
     return OptionText(Item(item).pName, german_);
 }
@@ -104,10 +109,16 @@ int OptionItemsPage::OptionCount(int item) const
     return IsHeader(Item(item)) ? 0 : Item(item).pOptType->Count;
 }
 
-int OptionItemsPage::FindItem(std::string_view feature, const PpdFeature* known) const
+const WCHAR* OptionItemsPage::OptionTextOf(int item, int option) const
 {
+    return OptionText(Item(item).pOptType->pOptParam[option].pData, german_);
+}
+
+int OptionItemsPage::FindItem(std::string_view feature, const Ppd& ppd) const
+{
+    const PpdFeature* const known = ppd.Find(feature);
     for (int i = 0; i < ItemCount(); ++i) {
-        const StandardText* const text = FindStandardText(reinterpret_cast<ULONG_PTR>(Item(i).pName));
+        const StandardText* const text = FindStandardText(Item(i).pName);
         if (text && (feature == text->keyword ||
                      (text->keyword.starts_with('%') && feature == text->keyword.substr(1))))
             return i;
@@ -116,23 +127,19 @@ int OptionItemsPage::FindItem(std::string_view feature, const PpdFeature* known)
     return -1;
 }
 
-int OptionItemsPage::FindOption(int item, std::string_view option, const PpdFeature* known) const
+int OptionItemsPage::FindOption(int item, std::string_view feature, std::string_view option,
+                                const Ppd& ppd) const
 {
     std::string_view text = option;
+    const PpdFeature* const known = ppd.Find(feature);
     for (const PpdOption& each : known ? std::span(known->options) : std::span<const PpdOption>()) {
         if (each.keyword == option) text = each.text;
     }
     for (int i = 0; i < OptionCount(item); ++i) {
-        const StandardText* const standard =
-            FindStandardText(reinterpret_cast<ULONG_PTR>(Item(item).pOptType->pOptParam[i].pData));
+        const StandardText* const standard = FindStandardText(Item(item).pOptType->pOptParam[i].pData);
         if (standard ? standard->keyword == option : Utf8FromWide(OptionTextOf(item, i)) == text) return i;
     }
     return -1;
-}
-
-WideString OptionItemsPage::OptionTextOf(int item, int option) const
-{
-    return OptionText(Item(item).pOptType->pOptParam[option].pData, german_);
 }
 
 bool OptionItemsPage::HasRadioButtons(int item) const
@@ -143,8 +150,7 @@ bool OptionItemsPage::HasRadioButtons(int item) const
 
 bool OptionItemsPage::HasPicture(int item) const
 {
-    const int count = OptionCount(item);
-    for (int option = 0; option < count; ++option) {
+    for (int option = 0; option < OptionCount(item); ++option) {
         if (HasPictogram(Item(item).pOptType->pOptParam[option].IconID)) return true;
     }
     return false;
@@ -152,12 +158,12 @@ bool OptionItemsPage::HasPicture(int item) const
 
 // --- The controls
 
-void OptionItemsPage::AddControl(DWORD style, WORD windowClass, WORD id, const WCHAR* text)
+void OptionItemsPage::AddControl(DWORD style, WORD windowClass, int id, const WCHAR* text)
 {
     if (template_.size() % 2 != 0) template_.push_back(0); // items begin at multiples of four bytes
     DLGITEMTEMPLATE item{};
     item.style = style | WS_CHILD | WS_VISIBLE;
-    item.id = id;
+    item.id = static_cast<WORD>(id);
     const std::size_t at = template_.size();
     template_.resize(at + sizeof item / sizeof(WORD));
     std::memcpy(&template_[at], &item, sizeof item);
@@ -185,24 +191,19 @@ void OptionItemsPage::BuildTemplate()
                    OptionText(description_.pOptItemName, german_));
     for (int i = 0; i < ItemCount(); ++i) {
         const bool framed = IsHeader(Item(i)) || isDocumentPage_;
-        const WORD label = static_cast<WORD>(kLabelId + i);
-        if (framed)
-            AddControl(BS_GROUPBOX | WS_GROUP, kButtonClass, label, ItemText(i).c_str());
-        else
-            AddControl(SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE, kStaticClass, label, ItemText(i).c_str());
+        AddControl(framed ? BS_GROUPBOX | WS_GROUP : SS_LEFT | SS_NOPREFIX | SS_CENTERIMAGE,
+                   framed ? kButtonClass : kStaticClass, kLabelId + i, ItemText(i));
         if (IsHeader(Item(i))) continue;
         if (!HasRadioButtons(i)) {
-            AddControl(CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP | WS_GROUP, kComboClass,
-                       static_cast<WORD>(kComboId + i), TEXT(""));
+            AddControl(CBS_DROPDOWNLIST | WS_VSCROLL | WS_TABSTOP | WS_GROUP, kComboClass, kComboId + i,
+                       TEXT(""));
             continue;
         }
         for (int option = 0; option < OptionCount(i); ++option) {
             AddControl(BS_AUTORADIOBUTTON | (option == 0 ? WS_TABSTOP | WS_GROUP : 0), kButtonClass,
-                       static_cast<WORD>(kRadioId + kMostRadios * i + option),
-                       OptionTextOf(i, option).c_str());
+                       kRadioId + kMostRadios * i + option, OptionTextOf(i, option));
         }
-        if (HasPicture(i))
-            AddControl(SS_OWNERDRAW, kStaticClass, static_cast<WORD>(kPictureId + i), TEXT(""));
+        if (HasPicture(i)) AddControl(SS_OWNERDRAW, kStaticClass, kPictureId + i, TEXT(""));
     }
     dialog.cdit = controls_;
     std::memcpy(template_.data(), &dialog, sizeof dialog);
@@ -213,7 +214,7 @@ void OptionItemsPage::Fill()
     for (int i = 0; i < ItemCount(); ++i) {
         const HWND combo = GetDlgItem(window_, kComboId + i);
         for (int option = 0; combo && option < OptionCount(i); ++option)
-            SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(OptionTextOf(i, option).c_str()));
+            SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(OptionTextOf(i, option)));
         if (combo) SendMessageW(combo, CB_SETCURSEL, Item(i).Sel, 0);
         for (int option = 0; HasRadioButtons(i) && option < OptionCount(i); ++option)
             CheckDlgButton(window_, kRadioId + kMostRadios * i + option,
@@ -225,10 +226,10 @@ void OptionItemsPage::Fill()
 
 void OptionItemsPage::Place(int id, int x, int y, int width, int height)
 {
-    const HWND control = GetDlgItem(window_, id);
-    if (!control) return;
-    SetWindowPos(control, nullptr, Pixels(window_, x, false), Pixels(window_, y, true) - scrolled_,
-                 Pixels(window_, width, false), Pixels(window_, height, true), SWP_NOZORDER | SWP_NOACTIVATE);
+    const RECT place = Pixels(window_, x, y, width, height);
+    if (const HWND control = GetDlgItem(window_, id))
+        SetWindowPos(control, nullptr, place.left, place.top - scrolled_, place.right, place.bottom,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 int OptionItemsPage::GroupHeight(int item) const
@@ -247,10 +248,7 @@ void OptionItemsPage::PlaceRadioGroup(int item, int x, int y, int width)
 {
     const int height = GroupHeight(item);
     Place(kLabelId + item, x, y, width, height);
-    if (!HasRadioButtons(item)) {
-        PlaceCombo(item, x + kGap, y + kCaption, width - 2 * kGap);
-        return;
-    }
+    if (!HasRadioButtons(item)) return PlaceCombo(item, x + kGap, y + kCaption, width - 2 * kGap);
     const int pictureRoom = HasPicture(item) ? kPicture + kGap : 0;
     for (int option = 0; option < OptionCount(item); ++option)
         Place(kRadioId + kMostRadios * item + option, x + kGap, y + kCaption + option * kLine,
@@ -280,8 +278,9 @@ void OptionItemsPage::ArrangeList(int width)
     int y = kMargin + kCaption;
     int frame = -1, frameTop = y;
     const auto closeFrame = [&] {
-        if (frame >= 0) Place(kLabelId + frame, kMargin, frameTop, width - 2 * kMargin, y - frameTop);
-        if (frame >= 0) y += kGap;
+        if (frame < 0) return;
+        Place(kLabelId + frame, kMargin, frameTop, width - 2 * kMargin, y - frameTop);
+        y += kGap;
     };
     for (int i = 0; i < ItemCount(); ++i) {
         if (IsHeader(Item(i))) {
@@ -303,68 +302,64 @@ void OptionItemsPage::Arrange()
 {
     if (arranging_) return; // the scroll bar's coming changes the page's size
     arranging_ = true;
-    for (int pass = 0; pass < 2; ++pass) {
-        RECT client{};
-        GetClientRect(window_, &client);
-        const int units = Pixels(window_, 1000, false);
-        const int width = units > 0 ? static_cast<int>(client.right) * 1000 / units : 0;
+    LONG before = -1;
+    for (int pass = 0; pass < 2 && before != ClientArea().right; ++pass) {
+        before = ClientArea().right;
+        const LONG units = Pixels(window_, 1000, 0, 0, 0).left;
+        const int width = std::max(units > 0 ? static_cast<int>(before * 1000 / units) : 0, 120);
         if (isDocumentPage_)
-            ArrangeDocument(std::max(width, 120));
+            ArrangeDocument(width);
         else
-            ArrangeList(std::max(width, 120));
-        RECT after{};
-        GetClientRect(window_, &after);
-        if (after.right == client.right) break;
+            ArrangeList(width);
     }
     arranging_ = false;
 }
 
 // --- Scrolling
 
-void OptionItemsPage::SetScrollRange(int height)
+RECT OptionItemsPage::ClientArea() const
 {
     RECT client{};
     GetClientRect(window_, &client);
-    height_ = Pixels(window_, height, true);
+    return client;
+}
+
+void OptionItemsPage::SetScrollRange(int height)
+{
+    height_ = PixelsDown(window_, height);
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS;
     info.nMax = height_ - 1;
-    info.nPage = static_cast<UINT>(client.bottom);
+    info.nPage = static_cast<UINT>(ClientArea().bottom);
     info.nPos = scrolled_;
     SetScrollInfo(window_, SB_VERT, &info, TRUE);
 }
 
 void OptionItemsPage::ScrollTo(int position)
 {
-    RECT client{};
-    GetClientRect(window_, &client);
-    position = std::clamp(position, 0, std::max(0, height_ - static_cast<int>(client.bottom)));
+    position = std::clamp(position, 0, std::max(0, height_ - static_cast<int>(ClientArea().bottom)));
     if (position == scrolled_) return;
     scrolled_ = position;
     Arrange();
     InvalidateRect(window_, nullptr, TRUE);
 }
 
-void OptionItemsPage::Scroll(int code)
+void OptionItemsPage::Scroll(int code, int thumb)
 {
-    SCROLLINFO info{};
-    info.cbSize = sizeof info;
-    info.fMask = SIF_ALL;
-    GetScrollInfo(window_, SB_VERT, &info);
-    const int line = Pixels(window_, kRow, true);
+    const int line = PixelsDown(window_, kRow), page = static_cast<int>(ClientArea().bottom);
     switch (code) {
     case SB_LINEUP:
         return ScrollTo(scrolled_ - line);
     case SB_LINEDOWN:
         return ScrollTo(scrolled_ + line);
     case SB_PAGEUP:
-        return ScrollTo(scrolled_ - static_cast<int>(info.nPage));
+        return ScrollTo(scrolled_ - page);
     case SB_PAGEDOWN:
-        return ScrollTo(scrolled_ + static_cast<int>(info.nPage));
+        return ScrollTo(scrolled_ + page);
     case SB_THUMBTRACK:
     case SB_THUMBPOSITION:
-        return ScrollTo(info.nTrackPos);
+        return ScrollTo(thumb);
     case SB_TOP:
         return ScrollTo(0);
     case SB_BOTTOM:
@@ -377,52 +372,61 @@ void OptionItemsPage::Scroll(int code)
 // A control that gets the keyboard's attention comes into view.
 void OptionItemsPage::Reveal(HWND control)
 {
-    RECT place{}, client{};
+    RECT place{};
     GetWindowRect(control, &place);
     MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&place), 2);
-    GetClientRect(window_, &client);
-    const int margin = Pixels(window_, kGap, true);
-    if (place.top < margin)
-        ScrollTo(scrolled_ + static_cast<int>(place.top) - margin);
-    else if (place.bottom > client.bottom - margin)
-        ScrollTo(scrolled_ + static_cast<int>(place.bottom - client.bottom) + margin);
+    const int margin = PixelsDown(window_, kGap);
+    const int above = static_cast<int>(place.top) - margin;
+    const int below = static_cast<int>(place.bottom - ClientArea().bottom) + margin;
+    if (above < 0)
+        ScrollTo(scrolled_ + above);
+    else if (below > 0)
+        ScrollTo(scrolled_ + below);
 }
 
 // --- What the user does
+
+LONG OptionItemsPage::TellOwner(WORD reason, OPTITEM& current, LONG previous, LONG result)
+{
+    if (!description_.pfnCallBack) return CPSUICB_ACTION_NONE;
+    CPSUICBPARAM parameters{};
+    parameters.cbSize = sizeof parameters;
+    parameters.Reason = reason;
+    parameters.hDlg = window_;
+    parameters.pOptItem = description_.pOptItem;
+    parameters.cOptItem = description_.cOptItem;
+    parameters.pCurItem = &current;
+    parameters.OldSel = previous;
+    parameters.UserData = description_.UserData;
+    parameters.Result = static_cast<DWORD>(result);
+    return description_.pfnCallBack(&parameters);
+}
 
 void OptionItemsPage::Select(int item, int option)
 {
     OPTITEM& target = description_.pOptItem[item];
     if (option < 0 || option >= OptionCount(item) || target.Sel == option) return;
-    const LONG previous = target.Sel;
-    target.Sel = option;
+    const LONG previous = std::exchange(target.Sel, option);
     target.Flags |= OPTIF_CHANGED;
     if (const HWND picture = GetDlgItem(window_, kPictureId + item)) InvalidateRect(picture, nullptr, TRUE);
-    if ((target.Flags & OPTIF_CALLBACK) && description_.pfnCallBack) {
-        CPSUICBPARAM parameters{};
-        parameters.cbSize = sizeof parameters;
-        parameters.Reason = CPSUICB_REASON_SEL_CHANGED;
-        parameters.hDlg = window_;
-        parameters.pOptItem = description_.pOptItem;
-        parameters.cOptItem = description_.cOptItem;
-        parameters.pCurItem = &target;
-        parameters.OldSel = previous;
-        parameters.UserData = description_.UserData;
-        description_.pfnCallBack(&parameters);
-    }
+    if (target.Flags & OPTIF_CALLBACK) TellOwner(CPSUICB_REASON_SEL_CHANGED, target, previous, 0);
     SendMessageW(GetParent(window_), PSM_CHANGED, reinterpret_cast<WPARAM>(window_), 0);
 }
 
-void OptionItemsPage::OnCommand(int id, int code)
+std::optional<OptionItemsPage::Choice> OptionItemsPage::ChoiceAt(int id, int code) const
 {
-    const int lastRadio = kRadioId + kMostRadios * ItemCount();
-    if (id >= kRadioId && id < lastRadio && code == BN_CLICKED)
-        return Select((id - kRadioId) / kMostRadios, (id - kRadioId) % kMostRadios);
-    if (id < kComboId || id >= kComboId + ItemCount()) return;
-    const HWND combo = GetDlgItem(window_, id);
-    if (code == CBN_SETFOCUS) Reveal(combo);
-    if (code == CBN_SELCHANGE)
-        Select(id - kComboId, static_cast<int>(SendMessageW(combo, CB_GETCURSEL, 0, 0)));
+    const int radio = id - kRadioId, combo = id - kComboId;
+    if (code == BN_CLICKED && radio >= 0 && radio < kMostRadios * ItemCount())
+        return Choice{radio / kMostRadios, radio % kMostRadios};
+    if (code == CBN_SELCHANGE && combo >= 0 && combo < ItemCount())
+        return Choice{combo, static_cast<int>(SendMessageW(GetDlgItem(window_, id), CB_GETCURSEL, 0, 0))};
+    return std::nullopt;
+}
+
+void OptionItemsPage::OnCommand(int id, int code, HWND control)
+{
+    if (const std::optional<Choice> choice = ChoiceAt(id, code)) Select(choice->item, choice->option);
+    if (code == CBN_SETFOCUS) Reveal(control);
 }
 
 bool OptionItemsPage::Choose(int item, int option)
@@ -442,23 +446,12 @@ bool OptionItemsPage::Choose(int item, int option)
 // False when the owner of the items wants the sheet to stay.
 bool OptionItemsPage::Apply()
 {
-    LONG action = CPSUICB_ACTION_NONE;
-    if (description_.pfnCallBack) {
-        CPSUICBPARAM parameters{};
-        parameters.cbSize = sizeof parameters;
-        parameters.Reason = CPSUICB_REASON_APPLYNOW;
-        parameters.hDlg = window_;
-        parameters.pOptItem = description_.pOptItem;
-        parameters.cOptItem = description_.cOptItem;
-        parameters.pCurItem = description_.pOptItem;
-        parameters.UserData = description_.UserData;
-        parameters.Result = CPSUI_OK;
-        action = description_.pfnCallBack(&parameters);
-    }
-    if (action == CPSUICB_ACTION_NO_APPLY_EXIT) return false;
+    if (TellOwner(CPSUICB_REASON_APPLYNOW, *description_.pOptItem, 0, CPSUI_OK) ==
+        CPSUICB_ACTION_NO_APPLY_EXIT)
+        return false;
     for (int i = 0; i < ItemCount(); ++i)
         description_.pOptItem[i].Flags &= ~static_cast<DWORD>(OPTIF_CHANGED);
-    applied_(context_);
+    applied_();
     return true;
 }
 
@@ -492,14 +485,14 @@ INT_PTR CALLBACK OptionItemsPage::Procedure(HWND window, UINT message, WPARAM wP
         self->Arrange();
         return FALSE;
     case WM_VSCROLL:
-        if (lParam == 0) self->Scroll(LOWORD(wParam));
+        if (lParam == 0) self->Scroll(LOWORD(wParam), HIWORD(wParam));
         return FALSE;
     case WM_MOUSEWHEEL:
         self->ScrollTo(self->scrolled_ -
-                       static_cast<short>(HIWORD(wParam)) * Pixels(window, kRow, true) * 3 / 120);
+                       static_cast<short>(HIWORD(wParam)) * PixelsDown(window, kRow) * 3 / 120);
         return TRUE;
     case WM_COMMAND:
-        self->OnCommand(LOWORD(wParam), HIWORD(wParam));
+        self->OnCommand(LOWORD(wParam), HIWORD(wParam), reinterpret_cast<HWND>(lParam));
         return FALSE;
     case WM_DRAWITEM:
         self->DrawPicture(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));

@@ -3,6 +3,7 @@
 // combo boxes. Choices go into the items; PSN_APPLY tells the owner of the items as the system does.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,35 +23,38 @@ public:
 
     // The description must have passed Check; its items must outlive the page. Applied is called after each
     // apply.
-    OptionItemsPage(const COMPROPSHEETUI& description, bool german, void (*applied)(void*), void* context);
+    OptionItemsPage(const COMPROPSHEETUI& description, bool german, std::function<void()> applied);
     OptionItemsPage(const OptionItemsPage&) = delete;
     OptionItemsPage& operator=(const OptionItemsPage&) = delete;
 
     // The page for the property sheet; valid as long as this object.
-    const PROPSHEETPAGEW* Page() const { return &page_; }
-    bool IsDocumentPage() const { return isDocumentPage_; }
-    HWND Window() const { return window_; }
+    PROPSHEETPAGEW& Page() { return page_; }
 
     // How scripts work the page: an item by its number, its options by theirs.
     int ItemCount() const { return description_.cOptItem; }
     const OPTITEM& Item(int item) const { return description_.pOptItem[item]; }
-    WideString ItemText(int item) const;
     int OptionCount(int item) const;
-    WideString OptionTextOf(int item, int option) const;
-    // By the keywords of feature and option; `known` is the PPD's feature, null for one of the core driver's
-    // own. -1 when there is none.
-    int FindItem(std::string_view feature, const PpdFeature* known) const;
-    int FindOption(int item, std::string_view option, const PpdFeature* known) const;
+    const WCHAR* OptionTextOf(int item, int option) const;
+    // By the keywords of feature and option, of the PPD or of the core driver's own. -1 when there is none.
+    int FindItem(std::string_view feature, const Ppd& ppd) const;
+    int FindOption(int item, std::string_view feature, std::string_view option, const Ppd& ppd) const;
     // As the keyboard does: sets the control and tells the page. False when there is no such option.
     bool Choose(int item, int option);
+    struct Choice
+    {
+        int item, option;
+    };
+    // What a notification of a control chooses; nothing when it is about something else.
+    std::optional<Choice> ChoiceAt(int id, int code) const;
 
 private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+    const WCHAR* ItemText(int item) const;
     bool HasRadioButtons(int item) const;
     bool HasPicture(int item) const;
     void BuildTemplate();
-    void AddControl(DWORD style, WORD windowClass, WORD id, const WCHAR* text);
+    void AddControl(DWORD style, WORD windowClass, int id, const WCHAR* text);
     void Fill();
     void Arrange();
     void ArrangeDocument(int width);
@@ -59,21 +63,22 @@ private:
     void PlaceCombo(int item, int x, int y, int width);
     void Place(int id, int x, int y, int width, int height);
     int GroupHeight(int item) const;
+    RECT ClientArea() const;
     void SetScrollRange(int height);
     void ScrollTo(int position);
-    void Scroll(int code);
+    void Scroll(int code, int thumb);
     void Reveal(HWND control);
-    void OnCommand(int id, int code);
+    void OnCommand(int id, int code, HWND control);
     void Select(int item, int option);
+    // The owner of the items is told as the system tells it. Returns its CPSUICB_ACTION_...
+    LONG TellOwner(WORD reason, OPTITEM& current, LONG previous, LONG result);
     bool Apply();
     void DrawPicture(const DRAWITEMSTRUCT& draw) const;
 
     COMPROPSHEETUI description_;
     bool german_;
     bool isDocumentPage_;
-    void (*applied_)(void*);
-    void* context_;
-    WideString title_;
+    std::function<void()> applied_;
     std::vector<WORD> template_;
     WORD controls_ = 0;
     PROPSHEETPAGEW page_{};

@@ -111,7 +111,7 @@ const NumberFieldBinding* FieldOfRest(std::string_view feature)
     return field == kNumberFieldTable.end() ? nullptr : &*field;
 }
 
-const PageControl* ControlOnPage(PageName page, int id)
+const PageControl* ControlOnPage(std::optional<PageName> page, int id)
 {
     return FindControl([=](const PageControl& control) { return control.page == page && control.id == id; });
 }

@@ -48,12 +48,11 @@ struct PageControl
 
 // Every control that has an id, table after table. Check boxes that no PPD feature stands for are among them.
 std::span<const PageControl> PageControls();
-// The control of a feature; a popup without a feature of its own is called by its
-// name. Null for no control.
+// The control of a feature; a popup without a feature of its own is called by its name. Null for no control.
 const PageControl* ControlOfFeature(std::string_view feature);
 // The field whose rest a feature holds ("halvScreenLPI2"). Null for no such feature.
 const NumberFieldBinding* FieldOfRest(std::string_view feature);
 // The control with this id on a page. Null for one that the binding tables do not know.
-const PageControl* ControlOnPage(PageName page, int id);
+const PageControl* ControlOnPage(std::optional<PageName> page, int id);
 
 } // namespace tintwerk

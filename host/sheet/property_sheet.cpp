@@ -1,47 +1,28 @@
 #include "host/sheet/property_sheet.h"
 
-#include <array>
+#include <algorithm>
+#include <utility>
+
+#include "src/sheets/page_list.h"
 
 namespace tintwerk {
 
 namespace {
 
-struct DialogName
+std::optional<PageName> NameOf(WORD dialog)
 {
-    WORD dialog;
-    PageName name;
-};
-
-// Each page kind has one or more dialogs: the legacy one first.
-constexpr std::array<DialogName, 13> kDialogNames{{
-    {149, PageName::Main},
-    {193, PageName::Main},
-    {194, PageName::Main},
-    {162, PageName::Colors},
-    {189, PageName::Colors},
-    {163, PageName::Correction},
-    {192, PageName::Correction},
-    {107, PageName::Consumption},
-    {191, PageName::Consumption},
-    {164, PageName::Ink},
-    {190, PageName::Ink},
-    {229, PageName::Screen},
-    {106, PageName::Information},
-}};
+    if (dialog == IDD_INFORMATION) return PageName::Information;
+    for (const PageKind& kind : kPageKindTable) {
+        const auto position = static_cast<std::size_t>(&kind - kPageKindTable.data());
+        for (const PageList* const list : {&kLegacyPages, &kReducedPages, &kFullPages}) {
+            if (dialog && (*list)[position] == dialog) return PageOfTab(kind.tabBit);
+        }
+    }
+    return std::nullopt;
+}
 
 // The sheet function carries no data of its caller; a thread runs one sheet at a time.
 thread_local PropertySheet* running = nullptr;
-
-SheetPage DialogPage(const PROPSHEETPAGEW& page)
-{
-    SheetPage known;
-    if ((page.dwFlags & PSP_DLGINDIRECT) || !IS_INTRESOURCE(page.pszTemplate)) return known;
-    known.dialog = LOWORD(reinterpret_cast<ULONG_PTR>(page.pszTemplate));
-    for (const DialogName& row : kDialogNames) {
-        if (row.dialog == known.dialog) known.name = row.name;
-    }
-    return known;
-}
 
 BOOL CALLBACK FindSheet(HWND window, LPARAM found)
 {
@@ -91,9 +72,14 @@ HWND PropertySheet::Window() const
     return found;
 }
 
+HWND PropertySheet::Tabs() const
+{
+    return reinterpret_cast<HWND>(SendMessageW(Window(), PSM_GETTABCONTROL, 0, 0));
+}
+
 int PropertySheet::CurrentPage() const
 {
-    const HWND tabs = reinterpret_cast<HWND>(SendMessageW(Window(), PSM_GETTABCONTROL, 0, 0));
+    const HWND tabs = Tabs();
     return tabs ? static_cast<int>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0)) : -1;
 }
 
@@ -144,8 +130,12 @@ LONG_PTR CALLBACK PropertySheet::SheetFunction(HANDLE sheet, UINT function, LPAR
     PropertySheet* const self = running;
     if (!self || !self->systemFunction_) return 0;
     switch (function) {
-    case CPSFUNC_ADD_PROPSHEETPAGEW:
-        return self->AddPage(sheet, lParam1, lParam2);
+    case CPSFUNC_ADD_PROPSHEETPAGEW: {
+        auto& page = *reinterpret_cast<PROPSHEETPAGEW*>(lParam1);
+        const bool isNumbered = !(page.dwFlags & PSP_DLGINDIRECT) && IS_INTRESOURCE(page.pszTemplate);
+        const WORD dialog = isNumbered ? LOWORD(reinterpret_cast<ULONG_PTR>(page.pszTemplate)) : WORD{0};
+        return self->AddPage(sheet, page, lParam2, {NameOf(dialog), dialog});
+    }
     case CPSFUNC_ADD_PCOMPROPSHEETUIW:
         return self->AddOptionItems(sheet, lParam1, lParam2);
     case CPSFUNC_SET_RESULT:
@@ -157,11 +147,34 @@ LONG_PTR CALLBACK PropertySheet::SheetFunction(HANDLE sheet, UINT function, LPAR
     return self->systemFunction_(sheet, function, lParam1, lParam2);
 }
 
-LONG_PTR PropertySheet::AddPage(HANDLE sheet, LPARAM page, LPARAM unused)
+LONG_PTR PropertySheet::AddPage(HANDLE sheet, PROPSHEETPAGEW& page, LPARAM unused, SheetPage known)
 {
-    const LONG_PTR handle = systemFunction_(sheet, CPSFUNC_ADD_PROPSHEETPAGEW, page, unused);
-    if (handle > 0) pages_.push_back(DialogPage(*reinterpret_cast<const PROPSHEETPAGEW*>(page)));
+    known.resource = page.pResource;
+    known.procedure = page.pfnDlgProc;
+    if (watcher_) page.pfnDlgProc = PageProcedure;
+    const LONG_PTR handle =
+        systemFunction_(sheet, CPSFUNC_ADD_PROPSHEETPAGEW, reinterpret_cast<LPARAM>(&page), unused);
+    page.pfnDlgProc = known.procedure;
+    if (handle > 0) pages_.push_back(known);
     return handle;
+}
+
+// Stands before the procedures of a watched sheet's pages.
+INT_PTR CALLBACK PropertySheet::PageProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    PropertySheet& self = *running;
+    const auto page = std::ranges::find_if(self.pages_, [=](const SheetPage& each) {
+        return message == WM_INITDIALOG
+                   ? each.resource == reinterpret_cast<const PROPSHEETPAGEW*>(lParam)->pResource
+                   : each.window == window;
+    });
+    if (page == self.pages_.end()) return FALSE;
+    page->window = window;
+    const bool answers = std::exchange(self.pageAnswers_, true);
+    if (!answers) self.watcher_(*page, message, wParam, lParam);
+    const INT_PTR answer = page->procedure(window, message, wParam, lParam);
+    self.pageAnswers_ = answers;
+    return answer;
 }
 
 LONG_PTR PropertySheet::AddOptionItems(HANDLE sheet, LPARAM description, LPARAM pageCount)
@@ -170,22 +183,19 @@ LONG_PTR PropertySheet::AddOptionItems(HANDLE sheet, LPARAM description, LPARAM 
     const LONG_PTR drawnBySystem =
         systemFunction_(sheet, CPSFUNC_ADD_PCOMPROPSHEETUIW, description, pageCount);
     const auto* const wanted = reinterpret_cast<const COMPROPSHEETUI*>(description);
+    const auto name = [wanted] {
+        return wanted->pDlgPage == CPSUI_PDLGPAGE_DOCPROP ? PageName::Layout : PageName::Advanced;
+    };
     if (drawnBySystem > 0) {
-        const bool document = wanted->pDlgPage == CPSUI_PDLGPAGE_DOCPROP;
-        pages_.push_back({document ? PageName::Layout : PageName::Advanced, 0, nullptr});
+        pages_.push_back({name()});
         return drawnBySystem;
     }
-    if (const LONG problem = OptionItemsPage::Check(wanted)) {
-        if (count) *count = 0;
-        return problem;
-    }
-    auto page = std::make_unique<OptionItemsPage>(
-        *wanted, german_, [](void* context) { static_cast<PropertySheet*>(context)->applied_(); }, this);
-    const LONG_PTR handle =
-        systemFunction_(sheet, CPSFUNC_ADD_PROPSHEETPAGEW, reinterpret_cast<LPARAM>(page->Page()), 0);
-    if (count) *count = handle > 0 ? 1 : 0;
+    if (count) *count = 0;
+    if (const LONG problem = OptionItemsPage::Check(wanted)) return problem;
+    auto page = std::make_unique<OptionItemsPage>(*wanted, german_, applied_);
+    const LONG_PTR handle = AddPage(sheet, page->Page(), 0, {name(), 0, page.get()});
     if (handle <= 0) return handle;
-    pages_.push_back({page->IsDocumentPage() ? PageName::Layout : PageName::Advanced, 0, page.get()});
+    if (count) *count = 1;
     itemPages_.push_back(std::move(page));
     return handle;
 }

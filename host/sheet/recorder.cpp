@@ -1,6 +1,6 @@
 #include "host/sheet/recorder.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "host/sheet/script_player.h"
 #include "host/sheet/sheet_controls.h"
@@ -8,8 +8,6 @@
 namespace tintwerk {
 
 namespace {
-
-Recorder* recorder = nullptr;
 
 // The option that a popup's item stands for; its text where there is none.
 std::string OptionOfItem(const PageControl& control, const CoreDriver& core, const ComboItem& item)
@@ -19,10 +17,9 @@ std::string OptionOfItem(const PageControl& control, const CoreDriver& core, con
     return known ? std::string(options[static_cast<std::size_t>(item.data) - 1]) : item.text;
 }
 
-// The step that brings a control to where it stands; empty while it cannot be used.
+// The step that brings a control to where it stands; empty for a popup that selects nothing.
 std::string StepOf(const PageControl& control, HWND window, const CoreDriver& core)
 {
-    if (!window || !IsWindowVisible(window) || !IsWindowEnabled(window)) return {};
     const std::string feature(control.feature);
     if (control.slider) return "--set " + feature + "=" + std::to_string(SliderPosition(window));
     if (control.number) return "--set " + feature + "=" + TextOfWindow(window);
@@ -34,104 +31,113 @@ std::string StepOf(const PageControl& control, HWND window, const CoreDriver& co
            OptionOfItem(control, core, item);
 }
 
+std::string StepOf(const OptionItemsPage& page, OptionItemsPage::Choice choice, const CoreDriver& core)
+{
+    const Ppd& ppd = core.Description();
+    for (const std::string_view feature : core.Features()) {
+        if (page.FindItem(feature, ppd) != choice.item) continue;
+        for (const std::string_view option : core.Options(feature)) {
+            if (page.FindOption(choice.item, feature, option, ppd) == choice.option)
+                return "--choose " + std::string(feature) + "=" + std::string(option);
+        }
+    }
+    return {};
+}
+
 } // namespace
 
-Recorder::Recorder(PropertySheet& sheet, std::function<void(const std::string&)> write, UINT pace)
+Recorder::Recorder(PropertySheet& sheet, std::function<void(const std::string&)> write)
     : sheet_(sheet), write_(std::move(write))
 {
-    recorder = this;
-    timer_ = SetTimer(nullptr, 0, pace, OnTimer);
+    sheet.Watch([this](const SheetPage& page, UINT message, WPARAM wParam, LPARAM lParam) {
+        const HWND sender = reinterpret_cast<HWND>(lParam);
+        if (message == WM_COMMAND) {
+            OnCommand(page, LOWORD(wParam), HIWORD(wParam), sender);
+        } else if (message == WM_NOTIFY) {
+            OnNotify(page, *reinterpret_cast<const NMHDR*>(lParam));
+        } else if ((message == WM_HSCROLL || message == WM_VSCROLL) && sender) {
+            const PageControl* const control = ControlOnPage(page.name, GetDlgCtrlID(sender));
+            if (control && control->slider) Hold(*control, sender);
+        }
+    });
 }
 
 Recorder::~Recorder()
 {
-    KillTimer(nullptr, timer_);
-    recorder = nullptr;
+    sheet_.Watch({});
     if (applied_) write_("--ok");
 }
 
-void CALLBACK Recorder::OnTimer(HWND, UINT, UINT_PTR, DWORD)
+void Recorder::OnCommand(const SheetPage& page, int id, int code, HWND sender)
 {
-    if (recorder) recorder->Watch();
-}
-
-void Recorder::OnApplied()
-{
-    WriteChanges(true);
-    applied_ = true;
-}
-
-void Recorder::Watch()
-{
-    const int page = sheet_.CurrentPage();
-    if (page < 0) return;
-    if (std::exchange(applied_, false)) write_("--apply");
-    if (page == page_) return WriteChanges(false);
-    if (window_) WriteChanges(true);
-    page_ = page;
-    window_ = reinterpret_cast<HWND>(SendMessageW(sheet_.Window(), PSM_GETCURRENTPAGEHWND, 0, 0));
-    states_ = StatesOfPage();
-}
-
-// What changed under the user's hand brings other changes with it; when played back it does so again.
-void Recorder::WriteChanges(bool typingEnds)
-{
-    if (!window_ || !IsWindow(window_)) return;
-    const HWND focus = GetFocus();
-    States now = StatesOfPage();
-    std::vector<const Seen*> changed;
-    for (auto& [key, seen] : now) {
-        const auto before = states_.find(key);
-        // A control that can be used from now on stands where it stood.
-        if (before == states_.end() || before->second.step.empty() || before->second.step == seen.step)
-            continue;
-        if (!typingEnds && seen.control && seen.control == focus && KindOfControl(focus) == "edit box")
-            seen.step = before->second.step; // half a number
-        else
-            changed.push_back(&seen);
-    }
-    const auto byHand =
-        std::ranges::find_if(changed, [&](const Seen* seen) { return seen->control == focus; });
-    for (const Seen* const seen : changed) {
-        if (!seen->step.empty() && (!focus || byHand == changed.end() || *byHand == seen)) write_(seen->step);
-    }
-    states_ = std::move(now);
-}
-
-Recorder::States Recorder::StatesOfPage() const
-{
-    States states;
-    if (sheet_.Pages()[static_cast<std::size_t>(page_)].items)
-        AddItems(states);
-    else
-        AddControls(states);
-    return states;
-}
-
-void Recorder::AddControls(States& states) const
-{
-    const std::optional<PageName> page = sheet_.Pages()[static_cast<std::size_t>(page_)].name;
-    for (const PageControl& control : PageControls()) {
-        if (control.page != page) continue;
-        const HWND window = GetDlgItem(window_, control.id);
-        states[std::to_string(control.id)] = {window, StepOf(control, window, sheet_.Session().Core())};
-    }
-}
-
-void Recorder::AddItems(States& states) const
-{
-    const OptionItemsPage& page = *sheet_.Pages()[static_cast<std::size_t>(page_)].items;
     const CoreDriver& core = sheet_.Session().Core();
-    for (const std::string_view feature : core.Features()) {
-        const PpdFeature* const known = core.Description().Find(feature);
-        const int item = page.FindItem(feature, known);
-        if (item < 0) continue;
-        for (const std::string_view option : core.Options(feature)) {
-            if (page.FindOption(item, option, known) == page.Item(item).Sel)
-                states[std::to_string(item)] = {nullptr, "--choose " + std::string(feature) + "=" +
-                                                             std::string(option)};
-        }
+    if (page.items) {
+        if (const auto choice = page.items->ChoiceAt(id, code)) Write(StepOf(*page.items, *choice, core));
+        return;
     }
+    const PageControl* const control = ControlOnPage(page.name, id);
+    if (control && control->number) {
+        if (code == EN_SETFOCUS) typedOver_ = StepOf(*control, sender, core);
+        if (code == EN_KILLFOCUS && StepOf(*control, sender, core) != std::exchange(typedOver_, {}))
+            Hold(*control, sender); // the page puts right what was typed
+    } else if (control) {
+        const bool browses = code == CBN_SELCHANGE && SendMessageW(sender, CB_GETDROPPEDSTATE, 0, 0);
+        if (code == BN_CLICKED || code == CBN_SELENDOK || (code == CBN_SELCHANGE && !browses))
+            Write(StepOf(*control, sender, core));
+    } else if (code == BN_CLICKED && sender && FindButton(page.window, std::to_string(id)) == sender) {
+        Write("--press " + std::to_string(id));
+    }
+}
+
+void Recorder::OnNotify(const SheetPage& page, const NMHDR& notification)
+{
+    switch (notification.code) {
+    case UDN_DELTAPOS:
+        for (const PageControl& control : PageControls()) {
+            if (control.page == page.name && control.number &&
+                control.number->spinId == static_cast<int>(notification.idFrom))
+                Hold(control, GetDlgItem(page.window, control.id));
+        }
+        break;
+    case PSN_SETACTIVE:
+        if (front_ && front_ != page.window && page.name) Write("--page " + std::string(TextOf(*page.name)));
+        front_ = page.window;
+        break;
+    case PSN_KILLACTIVE: // a page goes to the back, or all are about to be applied
+        WriteHeld();
+        applies_ = false;
+        break;
+    case PSN_APPLY:
+        if (std::exchange(applies_, true)) break;
+        WriteHeld();
+        if (std::exchange(applied_, true)) write_("--apply");
+        last_.clear();
+        break;
+    default:
+        break;
+    }
+}
+
+void Recorder::Hold(const PageControl& control, HWND window)
+{
+    if (held_ != &control) WriteHeld();
+    held_ = &control;
+    heldWindow_ = window;
+}
+
+void Recorder::WriteHeld()
+{
+    if (const PageControl* const control = std::exchange(held_, nullptr))
+        Write(StepOf(*control, heldWindow_, sheet_.Session().Core()));
+}
+
+// A popup tells of one choice twice.
+void Recorder::Write(const std::string& step)
+{
+    WriteHeld();
+    if (step.empty() || (step == last_ && !step.starts_with("--press"))) return;
+    if (std::exchange(applied_, false)) write_("--apply");
+    write_(last_ = step);
 }
 
 } // namespace tintwerk

@@ -2,49 +2,40 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <string>
 
 #include "host/sheet/property_sheet.h"
 
 namespace tintwerk {
 
+// It hears what the controls tell their pages and the sheet tells them, so it misses nothing. What a page
+// changes by itself it does again when the steps are played, on a page that only comes to the front too.
 class Recorder
 {
 public:
-    // Looks at the page in front every so many milliseconds. One at a time in a process; begun before the
-    // sheet runs.
-    Recorder(PropertySheet& sheet, std::function<void(const std::string&)> write, UINT pace = 100);
-    // The sheet has closed.
+    // Begun before the sheet runs, ended when it has closed.
+    Recorder(PropertySheet& sheet, std::function<void(const std::string&)> write);
     ~Recorder();
     Recorder(const Recorder&) = delete;
     Recorder& operator=(const Recorder&) = delete;
 
-    // For the sheet's own callback: a page was applied.
-    void OnApplied();
-
 private:
-    struct Seen
-    {
-        HWND control; // null for an option item
-        std::string step;
-    };
-    using States = std::map<std::string, Seen>; // by feature or control
-
-    static void CALLBACK OnTimer(HWND window, UINT message, UINT_PTR id, DWORD time);
-    void Watch();
-    void WriteChanges(bool typingEnds);
-    States StatesOfPage() const;
-    void AddControls(States& states) const;
-    void AddItems(States& states) const;
+    void OnCommand(const SheetPage& page, int id, int code, HWND sender);
+    void OnNotify(const SheetPage& page, const NMHDR& notification);
+    void Hold(const PageControl& control, HWND window);
+    void WriteHeld();
+    void Write(const std::string& step);
 
     PropertySheet& sheet_;
     std::function<void(const std::string&)> write_;
-    UINT_PTR timer_ = 0;
-    int page_ = -1; // that stood in front last
-    HWND window_ = nullptr;
-    States states_;
-    bool applied_ = false;
+    HWND front_ = nullptr; // the page there
+    // A slider or number field under the user's hand: where it ends shows when something else happens.
+    const PageControl* held_ = nullptr;
+    HWND heldWindow_ = nullptr;
+    std::string typedOver_; // the step of the number field that has the focus, as it came there
+    std::string last_;      // step that was written, since the last apply
+    bool applies_ = false;  // the sheet tells its pages of one apply
+    bool applied_ = false;  // not written yet: it was OK when nothing follows
 };
 
 } // namespace tintwerk

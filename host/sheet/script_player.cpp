@@ -17,6 +17,12 @@ constexpr std::string_view kFormTrayTable = "*UseFormTrayTable"; // an input slo
 
 ScriptPlayer* player = nullptr;
 
+std::string LabelText(HWND page, int id)
+{
+    const HWND label = GetDlgItem(page, id);
+    return label ? ", label " + Quoted(TextOfWindow(label)) : "";
+}
+
 } // namespace
 
 std::vector<std::string_view> OfferedOptions(const PageControl& control, const CoreDriver& core)
@@ -47,7 +53,6 @@ void CALLBACK ScriptPlayer::OnTimer(HWND, UINT, UINT_PTR, DWORD)
 }
 
 // --- The run
-// -----------------------------------------------------------------------------------------------------------
 
 void ScriptPlayer::Tick()
 {
@@ -57,36 +62,40 @@ void ScriptPlayer::Tick()
     opened_ = true;
     busy_ = true;
     try {
-        if (next_ < settings_.steps.size()) {
-            const Step& step = settings_.steps[next_++];
-            Do(step);
-            if (settings_.afterStep) settings_.afterStep(step);
-        } else {
-            if (settings_.beforeClosing) settings_.beforeClosing(*this);
+        if (next_ < settings_.steps.size())
+            Do(settings_.steps[next_++]);
+        else
             Close(PSBTN_CANCEL);
-        }
     } catch (const Failed& failed) {
         problem_ =
             settings_.steps[next_ - 1].place + settings_.steps[next_ - 1].source + ": " + failed.reason;
-        Close(PSBTN_CANCEL);
     } catch (const std::exception& error) {
         problem_ = error.what();
-        Close(PSBTN_CANCEL);
     }
+    if (!problem_.empty()) PressAndEnd(PSBTN_CANCEL);
     busy_ = false;
 }
 
-std::string ScriptPlayer::Problem() const
+std::string ScriptPlayer::Run()
 {
-    if (!problem_.empty() || closing_) return problem_;
-    if (!opened_) return "the sheet did not open; are there windows on this display?";
-    return "the sheet closed before the script was done";
+    const std::string notShown = sheet_.Run();
+    if (!problem_.empty()) return problem_;
+    if (!closing_)
+        return opened_ ? "the sheet closed before the script was done"
+                       : "the sheet did not open; are there windows on this display?";
+    return notShown;
+}
+
+void ScriptPlayer::PressAndEnd(int button)
+{
+    closing_ = true;
+    PostMessageW(sheet_.Window(), PSM_PRESSBUTTON, button, 0);
 }
 
 void ScriptPlayer::Close(int button)
 {
-    closing_ = true;
-    PostMessageW(sheet_.Window(), PSM_PRESSBUTTON, button, 0);
+    if (settings_.beforeClosing) settings_.beforeClosing(*this);
+    PressAndEnd(button);
 }
 
 void ScriptPlayer::Do(const Step& step)
@@ -111,18 +120,17 @@ void ScriptPlayer::Do(const Step& step)
         return Tour(step.subject);
     case StepKind::Apply:
         SendMessageW(sheet_.Window(), PSM_PRESSBUTTON, PSBTN_APPLYNOW, 0);
-        settings_.tell("Apply pressed");
-        return;
+        return settings_.tell("Apply pressed");
     case StepKind::Ok:
+        Close(PSBTN_OK);
+        return settings_.tell("OK pressed");
     case StepKind::Cancel:
-        if (settings_.beforeClosing) settings_.beforeClosing(*this);
-        settings_.tell(step.kind == StepKind::Ok ? "OK pressed" : "Cancel pressed");
-        return Close(step.kind == StepKind::Ok ? PSBTN_OK : PSBTN_CANCEL);
+        Close(PSBTN_CANCEL);
+        return settings_.tell("Cancel pressed");
     }
 }
 
 // --- Pages
-// ---------------------------------------------------------------------------------------------------------------
 
 HWND ScriptPlayer::ShowPage(int index)
 {
@@ -134,13 +142,12 @@ HWND ScriptPlayer::ShowPage(int index)
 
 std::string ScriptPlayer::TabText(int index) const
 {
-    const HWND tabs = reinterpret_cast<HWND>(SendMessageW(sheet_.Window(), PSM_GETTABCONTROL, 0, 0));
     WCHAR text[128] = {};
     TCITEMW item{};
     item.mask = TCIF_TEXT;
     item.pszText = text;
     item.cchTextMax = 128;
-    SendMessageW(tabs, TCM_GETITEMW, index, reinterpret_cast<LPARAM>(&item));
+    SendMessageW(sheet_.Tabs(), TCM_GETITEMW, index, reinterpret_cast<LPARAM>(&item));
     return Utf8FromWide(item.pszText ? item.pszText : TEXT(""));
 }
 
@@ -170,7 +177,6 @@ HWND ScriptPlayer::UsableControl(const PageControl& control)
 }
 
 // --- Controls
-// ------------------------------------------------------------------------------------------------------------
 
 void ScriptPlayer::Set(const Step& step)
 {
@@ -235,12 +241,12 @@ bool ScriptPlayer::ChooseOptionItem(const Step& step)
 {
     for (int i = 0; i < PageCount(); ++i) {
         OptionItemsPage* const page = sheet_.Pages()[i].items;
-        const PpdFeature* const known = sheet_.Session().Core().Description().Find(step.subject);
-        const int item = page ? page->FindItem(step.subject, known) : -1;
+        const Ppd& ppd = sheet_.Session().Core().Description();
+        const int item = page ? page->FindItem(step.subject, ppd) : -1;
         if (item < 0) continue;
         if (!ShowPage(i)) throw Failed{"the page does not come to the front"};
-        const int option = page->FindOption(item, step.value, known);
-        if (!page->Choose(item, option)) throw Failed{"the page does not offer " + step.value};
+        if (!page->Choose(item, page->FindOption(item, step.subject, step.value, ppd)))
+            throw Failed{"the page does not offer " + step.value};
         return true;
     }
     return false;
@@ -265,7 +271,6 @@ void ScriptPlayer::Press(const Step& step)
 }
 
 // --- Telling
-// -------------------------------------------------------------------------------------------------------------
 
 void ScriptPlayer::Show(const std::string& feature)
 {
@@ -280,9 +285,8 @@ std::string ScriptPlayer::StateOf(const PageControl& control)
     const HWND window = GetDlgItem(page, control.id);
     if (control.slider) {
         if (!window) return "no slider on this page";
-        const HWND label = GetDlgItem(page, control.slider->labelId);
         return "slider at " + std::to_string(SliderPosition(window)) +
-               (label ? ", label " + Quoted(TextOfWindow(label)) : "");
+               LabelText(page, control.slider->labelId);
     }
     if (control.number) return window ? "number " + TextOfWindow(window) : "no number field on this page";
     if (control.checkBox) {
@@ -293,18 +297,16 @@ std::string ScriptPlayer::StateOf(const PageControl& control)
     const int selection = ComboSelection(window);
     if (selection < 0) return "nothing selected";
     const bool isSize = control.popup == &kPopupTable[kPopupPageSize];
-    const HWND label = isSize ? GetDlgItem(page, IDC_MAIN_SIZE_LABEL) : nullptr;
     return "popup at " + Quoted(ComboItems(window)[selection].text) +
-           (label ? ", label " + Quoted(TextOfWindow(label)) : "");
+           (isSize ? LabelText(page, IDC_MAIN_SIZE_LABEL) : "");
 }
 
 std::string ScriptPlayer::StateOf(const std::string& feature)
 {
     if (const PageControl* const control = ControlOfFeature(feature)) return StateOf(*control);
     for (const SheetPage& each : sheet_.Pages()) {
-        const int item =
-            each.items ? each.items->FindItem(feature, sheet_.Session().Core().Description().Find(feature))
-                       : -1;
+        const Ppd& ppd = sheet_.Session().Core().Description();
+        const int item = each.items ? each.items->FindItem(feature, ppd) : -1;
         if (item < 0) continue;
         const LONG selected = each.items->Item(item).Sel;
         if (selected < 0 || selected >= each.items->OptionCount(item)) return "nothing selected";

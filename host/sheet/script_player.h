@@ -20,8 +20,7 @@ struct ScriptSettings
     UINT pace = 10;                               // milliseconds between two steps
     bool confirmsQuestions = false;               // how message boxes with a choice are answered
     std::function<void(const std::string&)> tell; // one line of what happens
-    std::function<void(const Step&)> afterStep;   // called when a step was done
-    // Called when the steps are done, before the sheet closes, with the sheet still open.
+    // Called when the steps are done, with the sheet still open.
     std::function<void(class ScriptPlayer&)> beforeClosing;
 };
 
@@ -37,16 +36,15 @@ public:
     ScriptPlayer(const ScriptPlayer&) = delete;
     ScriptPlayer& operator=(const ScriptPlayer&) = delete;
 
-    // For when the sheet has closed: why the script did not come to its end. Empty when all went well.
-    std::string Problem() const;
+    // Shows the sheet until the script has closed it. Returns an empty text, or why it did not come to its
+    // end.
+    std::string Run();
 
     // Brings a page to the front; null when the sheet does not have it.
     HWND ShowPage(int index);
     int PageCount() const { return static_cast<int>(sheet_.Pages().size()); }
     PropertySheet& Sheet() { return sheet_; }
     std::string TabText(int index) const;
-    // Pictures that were saved, in order.
-    const std::vector<std::filesystem::path>& Pictures() const { return pictures_; }
 
 private:
     struct Failed
@@ -59,6 +57,7 @@ private:
     void Tick();
     void Do(const Step& step);
     void Close(int button);
+    void PressAndEnd(int button);
 
     HWND ShowNamedPage(PageName name);
     HWND UsableControl(const PageControl& control);
@@ -83,7 +82,7 @@ private:
     bool closing_ = false;
     UINT_PTR timer_ = 0;
     std::string problem_;
-    std::vector<std::filesystem::path> pictures_;
+    std::vector<std::filesystem::path> pictures_; // that were saved
 };
 
 } // namespace tintwerk

@@ -1,7 +1,8 @@
 #include "host/sheet/sheet_controls.h"
 
-#include "host/ppd/ppd_text.h"
 #include <algorithm>
+
+#include "host/ppd/ppd_text.h"
 
 namespace tintwerk {
 
@@ -48,10 +49,12 @@ void Notify(HWND control, int code)
                  reinterpret_cast<LPARAM>(control));
 }
 
-std::string WithoutMnemonic(std::string text)
+// From the trackbar's own position to that which people see, or back.
+int Mirrored(HWND slider, int position)
 {
-    text.erase(std::remove(text.begin(), text.end(), '&'), text.end());
-    return text;
+    if (!(StyleOf(slider) & TBS_VERT)) return position;
+    return static_cast<int>(SendMessageW(slider, TBM_GETRANGEMAX, 0, 0)) +
+           static_cast<int>(SendMessageW(slider, TBM_GETRANGEMIN, 0, 0)) - position;
 }
 
 BOOL CALLBACK Collect(HWND window, LPARAM list)
@@ -85,19 +88,13 @@ std::string KindOfControl(HWND control)
 
 int SliderPosition(HWND slider)
 {
-    const int raw = static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0));
-    if (!(StyleOf(slider) & TBS_VERT)) return raw;
-    return static_cast<int>(SendMessageW(slider, TBM_GETRANGEMAX, 0, 0)) +
-           static_cast<int>(SendMessageW(slider, TBM_GETRANGEMIN, 0, 0)) - raw;
+    return Mirrored(slider, static_cast<int>(SendMessageW(slider, TBM_GETPOS, 0, 0)));
 }
 
 void DragSlider(HWND slider, int position)
 {
-    const bool vertical = (StyleOf(slider) & TBS_VERT) != 0;
-    const int low = static_cast<int>(SendMessageW(slider, TBM_GETRANGEMIN, 0, 0));
-    const int high = static_cast<int>(SendMessageW(slider, TBM_GETRANGEMAX, 0, 0));
-    const int target = vertical ? low + high - position : position;
-    const UINT message = vertical ? WM_VSCROLL : WM_HSCROLL;
+    const int target = Mirrored(slider, position);
+    const UINT message = StyleOf(slider) & TBS_VERT ? WM_VSCROLL : WM_HSCROLL;
     const HWND page = GetParent(slider);
     const auto tell = [&](WORD code, int raw) {
         SendMessageW(page, message, MAKEWPARAM(code, static_cast<WORD>(raw)),
@@ -167,10 +164,11 @@ HWND FindButton(HWND page, const std::string& textOrNumber)
 {
     const std::optional<int> number = DecimalNumber<int>(textOrNumber);
     for (const HWND control : ControlsOf(page)) {
-        if (KindOfControl(control) != "button") continue;
-        if (number ? GetDlgCtrlID(control) == *number
-                   : WithoutMnemonic(TextOfWindow(control)) == textOrNumber)
-            return control;
+        const std::string kind = KindOfControl(control);
+        if (kind != "button" && kind != "check box") continue;
+        std::string text = TextOfWindow(control);
+        std::erase(text, '&');
+        if (number ? GetDlgCtrlID(control) == *number : text == textOrNumber) return control;
     }
     return nullptr;
 }

@@ -36,8 +36,8 @@ void PickComboItem(HWND combo, int item);
 bool IsBoxChecked(HWND button);
 void Click(HWND button);
 
-// A visible button of the page with this text (without the underscore mark of its shortcut) or control
-// number; null when there is none.
+// A visible button or check box of the page with this text (without the underscore mark of its shortcut) or
+// control number; null when there is none.
 HWND FindButton(HWND page, const std::string& textOrNumber);
 
 // Visible controls of a page, those of its child dialogs too, in tab order.

@@ -34,19 +34,17 @@ constexpr std::array<StandardText, 20> kStandardTexts{{
 
 } // namespace
 
-const StandardText* FindStandardText(ULONG_PTR number)
+const StandardText* FindStandardText(const WCHAR* textOrNumber)
 {
-    const auto row = std::ranges::find_if(kStandardTexts, [number](const StandardText& text) {
-        return static_cast<ULONG_PTR>(text.number) == number;
-    });
+    const auto row = std::ranges::find(kStandardTexts, reinterpret_cast<ULONG_PTR>(textOrNumber),
+                                       [](const StandardText& text) { return ULONG_PTR(text.number); });
     return row == kStandardTexts.end() ? nullptr : &*row;
 }
 
 const WCHAR* OptionText(const WCHAR* textOrNumber, bool german)
 {
-    const ULONG_PTR number = reinterpret_cast<ULONG_PTR>(textOrNumber);
-    if (number > 0xFFFF) return textOrNumber;
-    const StandardText* const text = FindStandardText(number);
+    if (!IS_INTRESOURCE(textOrNumber)) return textOrNumber;
+    const StandardText* const text = FindStandardText(textOrNumber);
     if (!text) return TEXT("");
     return german ? text->german : text->english;
 }

@@ -17,8 +17,8 @@ struct StandardText
     const WCHAR* german;
 };
 
-// Null for a number that is not known here.
-const StandardText* FindStandardText(ULONG_PTR number);
+// Of a text's string number; null for a number that is not known here, and for a text itself.
+const StandardText* FindStandardText(const WCHAR* textOrNumber);
 
 // What an item's text stands for: a string number, or a pointer to a text (never null).
 const WCHAR* OptionText(const WCHAR* textOrNumber, bool german);

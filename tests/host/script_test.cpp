@@ -1,4 +1,9 @@
-#include "tests/host/whole_story.h"
+#include "tests/host/program_fixture.h"
+
+#include <fstream>
+#include <iterator>
+
+#include "host/sheet/script.h"
 
 namespace tintwerk {
 
@@ -108,39 +113,58 @@ TEST(ScriptFiles, HoldTheWordsOfTheCommandLine)
     EXPECT_EQ(ParseScript("--ppd x.ppd", "a", steps), "a:1: \"ppd\" is no step");
 }
 
-// What a hand does between two looks of the recorder comes back as steps, and these do the same.
-TEST_F(WholeStory, IsRecordedAndPlayedAgain)
+// The controls' own notifications are recorded: it is the same for a hand. Visited pages fix settings that
+// they show, and steps follow each other without a pause.
+TEST(Recorded, ASessionGivesTheSameSelectionsAgain)
 {
-    records_ = true;
-    Play({{"page", "main"},
-          {"set", "halvBrightness=2"},
-          {"choose", "PageSize=A3"},
-          {"check", "noppd_Borderless"},
-          {"check", "halvPreview"},
-          {"page", "colors"},
-          {"set", "halvGamut=-3"},
-          {"page", "layout"},
-          {"choose", "Duplex=DuplexTumble"},
-          {"apply", ""},
-          {"page", "screen"},
-          {"check", "noppd_Screenprinting_"},
-          {"set", "halvScreenLPI=51.5"},
-          {"page", "advanced"},
-          {"choose", "halvSettingCutter=Job"},
-          {"ok", ""}});
-    ASSERT_EQ(problem_, "");
-    EXPECT_EQ(recorded_, "--set halvBrightness=2\n--choose PageSize=A3\n--check noppd_Borderless=on\n"
-                         "--check halvPreview=on\n--set halvGamut=-3\n--choose Duplex=DuplexTumble\n--apply\n"
-                         "--check noppd_Screenprinting_=on\n--set halvScreenLPI=51.5\n"
-                         "--choose halvSettingCutter=Job\n--ok\n");
-    const std::string kept = Stored(), script = config_.Text() + "/recorded";
-    std::ofstream(script) << recorded_;
-    std::filesystem::remove(StoreFile());
-    const ProgramResult again =
-        RunTintwerk({"preferences", "--ppd", Sample("tintwerk-x12.ppd"), "--store", store_.Text(),
-                     "--config-dir", config_.Text(), "--script", script});
-    EXPECT_EQ(again.status, 0) << again.err;
-    EXPECT_EQ(Stored(), kept);
+    const TemporaryFolder folder;
+    const auto stored = [&](const std::string& store) {
+        std::ifstream in(folder.Text() + store + "/Tintwerk X12 0012.selections", std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    const auto run = [&](const std::string& store, std::vector<std::string> more) {
+        more.insert(more.begin(), {"preferences", "--ppd", Sample("tintwerk-x12.ppd"), "--pace", "1",
+                                   "--store", folder.Text() + store});
+        const ProgramResult result = RunTintwerk(more);
+        EXPECT_EQ(result.status, 0) << result.err;
+    };
+    const std::string script = folder.Text() + "/recorded", header = "# Tintwerk X12 0012, ";
+    run("/first", {"--record", script,
+                   "--choose", "OptionRoll2=False",
+                   "--set",    "halvBrightness=2",
+                   "--choose", "PageSize=A3",
+                   "--check",  "noppd_Borderless",
+                   "--check",  "halvPreview",
+                   "--page",   "colors", // and away again
+                   "--page",   "correction",
+                   "--set",    "halvAdjustK=-3",
+                   "--page",   "layout",
+                   "--choose", "Orientation=Landscape",
+                   "--choose", "PagePerSheet=4",
+                   "--apply",  "--apply",
+                   "--page",   "consumption",
+                   "--press",  "Reset counters",
+                   "--press",  "1118",
+                   "--check",  "noppd_Screenprinting_",
+                   "--set",    "halvScreenLPI=51.5",
+                   "--choose", "halvSettingCutter=Job",
+                   "--ok"});
+    std::ifstream in(script);
+    std::string line, recorded;
+    std::getline(in, line);
+    EXPECT_TRUE(line.starts_with(header)) << line;
+    while (std::getline(in, line))
+        recorded += line + "\n";
+    EXPECT_EQ(recorded, "--choose OptionRoll2=False\n--set halvBrightness=2\n--choose PageSize=A3\n"
+                        "--check noppd_Borderless=on\n--check halvPreview=on\n--page colors\n"
+                        "--page correction\n--set halvAdjustK=-3\n--page layout\n"
+                        "--choose %Orientation=Landscape\n--choose %PagePerSheet=4\n--apply\n--apply\n"
+                        "--page consumption\n--press 1214\n--press 1118\n--page screen\n"
+                        "--check noppd_Screenprinting_=on\n--set halvScreenLPI=51.5\n--page advanced\n"
+                        "--choose halvSettingCutter=Job\n--ok\n");
+    run("/second", {"--script", script});
+    EXPECT_EQ(stored("/second"), stored("/first"));
+    EXPECT_NE(stored("/first"), "");
 }
 
 } // namespace tintwerk

@@ -13,7 +13,6 @@
 
 #include "host/cli/printer_run.h"
 #include "host/cli/watchdog.h"
-#include "host/sheet/recorder.h"
 #include "host/sheet/script_player.h"
 #include "platform/plugin_module.h"
 #include "src/records/process_values.h"
@@ -50,24 +49,16 @@ protected:
             PrinterRun printer(Arguments(words, PrinterOptions(), "preferences"), output);
             if (prepare) prepare(printer);
             PropertySheet sheet(printer.StartPlugin(), SheetKind::Preferences, printer.Name(),
-                                printer.Printer(), printer.IsGerman(), [&] {
-                                    if (recorder_) recorder_->OnApplied();
-                                    printer.Keep();
-                                });
-            if (records_)
-                recorder_.emplace(
-                    sheet, [this](auto& line) { recorded_ += line + "\n"; }, 1);
+                                printer.Printer(), printer.IsGerman(), [&] { printer.Keep(); });
             ScriptSettings settings;
             for (const auto& [name, value] : given)
                 settings.steps.push_back(std::get<Step>(ParseStep(name, value)));
-            settings.pace = records_ ? 40 : 1;
+            settings.pace = 1;
             settings.confirmsQuestions = true;
             settings.tell = [](const std::string&) {};
             settings.beforeClosing = atEnd;
             ScriptPlayer player(sheet, std::move(settings));
-            problem_ = sheet.Run();
-            recorder_.reset();
-            problem_ += player.Problem() + printer.KeepProblem();
+            problem_ = player.Run() + printer.KeepProblem();
             refused_ = printer.Core().Calls().Refused();
             if (printer.Kept())
                 kept_.emplace(printer.KeptSelections().begin(), printer.KeptSelections().end());
@@ -89,9 +80,6 @@ protected:
     TemporaryFolder store_, config_;
     std::string problem_;
     bool refused_ = false;
-    bool records_ = false; // what the steps do, as if a hand did it
-    std::string recorded_;
-    std::optional<Recorder> recorder_;
     std::optional<std::map<std::string, std::string>> kept_;
 };
 

@@ -77,7 +77,7 @@ TEST_F(FeatureTest, OptionKeywordsStandForNumbers)
     };
     // clang-format on
     for (const auto& row : cases) {
-        core.features["halvUCR"] = {{}, row.option};
+        core.Offer("halvUCR", "", row.option);
         int value = 77;
         EXPECT_EQ(row.result, getPPDOptionSV(context, "halvUCR", &value, nullptr, 0)) << row.option;
         EXPECT_EQ(row.value, value) << row.option;

@@ -48,12 +48,12 @@ TEST_F(FeatureTest, NormalPageSizesArePairedWithTheirBorderlessTwins)
 TEST_F(FeatureTest, TheInitialReadTurnsOptionsIntoPositionsStatesAndNumbers)
 {
     core.features = {
-        {"halvBrightness", {{}, "10"}},           {"halvContrast", {{}, "-14"}},
-        {"halvScreenInksaturation", {{}, "260"}}, {"halvGamut", {{}, "None"}},
-        {"halvUCR", {{}, "2147483647"}},          {"halvPreview", {{}, "preview-on"}},
-        {"halvScreenCartridge0", {{}, "0"}},      {"halvScreenCartridge1", {{}, "3"}},
-        {"halvScreenCartridge2", {{}, "Maybe"}},  {"halvScreenLPI", {{}, "44"}},
-        {"halvScreenLPI2", {{}, "15"}},           {"halvScreenAngle", {{}, "2147483647"}},
+        {"halvBrightness", {}, "10"},           {"halvContrast", {}, "-14"},
+        {"halvScreenInksaturation", {}, "260"}, {"halvGamut", {}, "None"},
+        {"halvUCR", {}, "2147483647"},          {"halvPreview", {}, "preview-on"},
+        {"halvScreenCartridge0", {}, "0"},      {"halvScreenCartridge1", {}, "3"},
+        {"halvScreenCartridge2", {}, "Maybe"},  {"halvScreenLPI", {}, "44"},
+        {"halvScreenLPI2", {}, "15"},           {"halvScreenAngle", {}, "2147483647"},
     };
     Current().checkBoxes[kCheckColorGamma] = 1;
     ASSERT_EQ(S_OK, InitPPDSettings(context));

@@ -184,7 +184,7 @@ TEST_F(PageEvents, WhatMediaAndColourModelRuleOutStaysOffWhateverScreenPrintingD
 TEST_F(PageEvents, SimulatingTheNextJobLeavesTheScreenPrintingModeAlone)
 {
     Current().checkBoxes[kCheckScreenPrinting] = 1;
-    sheet.core.features.erase("halvScreenmode");
+    sheet.core.features["halvScreenmode"].keyword.clear();
     sheet.Read();
     const int stored = Current().checkBoxes[kCheckScreenPrinting];
     sheet.Open(kColors);

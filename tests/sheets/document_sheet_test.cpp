@@ -11,7 +11,7 @@
 namespace tintwerk {
 namespace {
 
-ScriptedFeature Feature(const char* keyword, const char* option)
+FakeCore::Feature Feature(const char* keyword, const char* option)
 {
     return {keyword, {option}, option};
 }
@@ -215,7 +215,7 @@ TEST_F(DocumentSheet, TellsItsStepsInOrder)
     EXPECT_STREQ("logos\\acme.bmp", Process().gui.Get().oemLogoFileName);
 
     // The next sheet knows nothing of it.
-    core.failures["GetOptions"] = E_UNEXPECTED;
+    core.answers["GetOptions"] = {E_UNEXPECTED, ""};
     TestSheet next(&core, core.object);
     next.Open();
     EXPECT_EQ("193 layout 189 192 191 190 advanced", next.Pages());
@@ -235,8 +235,7 @@ TEST_F(DocumentSheet, ComesUpWhateverTheGuiReplyHolds)
                  {std::string("halvGuiMode\0oem3\0", 17), 0xFFFFFFFF, 3},
                  {std::string("halvGuiModeX\0oem3\0\0", 19), 19, 0}};
     for (const auto& row : cases) {
-        core.replies["GetOptions halvGuiMode"] = row.reply;
-        core.reportedSizes["GetOptions halvGuiMode"] = row.reported;
+        core.answers["GetOptions halvGuiMode"] = {S_OK, row.reply, row.reported};
         TestSheet sheet(&core, core.object);
         EXPECT_EQ(1, sheet.Open());
         EXPECT_EQ(row.mode, Process().gui.Get().mode) << row.reply;

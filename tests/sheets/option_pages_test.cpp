@@ -7,7 +7,7 @@
 namespace tintwerk {
 namespace {
 
-std::vector<ScriptedFeature> LayoutFeatures(const char* pages = "1")
+FakeCore::FeatureList LayoutFeatures(const char* pages = "1")
 {
     return {{"%Orientation", {"Portrait", "Landscape", "RotatedLandscape"}, "Landscape"},
             {"%PageOrder", {"FrontToBack", "BackToFront"}, "FrontToBack"},
@@ -142,7 +142,7 @@ TEST_F(OptionPages, WriteEachSelectionToItsOwnFeatureWhenOthersAreMissing)
         core.features = LayoutFeatures("16");
         Strings first, last;
         for (std::size_t i = 0; i < 4; ++i) {
-            ScriptedFeature& feature = core.features[i];
+            FakeCore::Feature& feature = core.features[i];
             if (!(present >> i & 1)) {
                 feature.selected.clear();
                 continue;
@@ -159,7 +159,7 @@ TEST_F(OptionPages, WriteEachSelectionToItsOwnFeatureWhenOthersAreMissing)
             EXPECT_EQ(beyond < 0 ? first : last, core.written) << present << " " << beyond;
         }
     }
-    core.failures["SetOptions %PageOrder"] = E_FAIL;
+    core.answers["SetOptions %PageOrder"] = {E_FAIL, ""};
     Items("layout")[0].Sel = 1;
     Apply("layout");
     EXPECT_EQ(4u, core.written.size()) << "what is refused does not stop the rest";
@@ -253,11 +253,9 @@ TEST_F(OptionPages, TakeADisplayNameOfAnyTypeAndLength)
                  {"one byte", "x", 0, ""},
                  {"8-bit text", std::string("a\0b\0c\0\0\0", 8), 0, "abc"}};
     for (const auto& row : cases) {
-        core.features = {{"halvSettingA", {"1"}, "1", {{"", TEXT("?")}, {"1", TEXT("?")}}}};
-        for (const char* call : {"GetFeatureAttribute", "GetOptionAttribute"}) {
-            core.replies[call] = row.bytes;
-            core.reportedSizes[call] = row.reported ? row.reported : static_cast<DWORD>(row.bytes.size());
-        }
+        core.features = {{"halvSettingA", {"1"}, "1"}};
+        core.answers["GetFeatureAttribute"] =
+            core.answers["GetOptionAttribute"] = {S_OK, row.bytes, row.reported};
         EXPECT_EQ(row.shown + "(" + row.shown + ")=0", Advanced().at(1)) << row.name;
     }
 }
@@ -307,17 +305,13 @@ TEST_F(OptionPages, EndWhereTheWorkAreaEnds)
     // parts. A name of no bytes finds no room either where nothing is left for its end.
     const Strings all{"halvSettingA=x", "halvSettingB=x", "halvSettingC=y", "halvSettingD=x"};
     for (const bool noBytes : {false, true}) {
-        if (noBytes) core.replies["GetOptionAttribute"] = "";
+        if (noBytes) core.answers["GetOptionAttribute"] = {};
         for (std::size_t size = 1500; size < 4000; size += 3) {
             core.features = {
                 {"halvSettingA", {"x"}, "x", {{"", Text(size, 'a')}}},
                 {"halvSettingB", {"x", std::string(size % 7 + 1, 'o')}, "x", {{"", Text(size, 'b')}}},
                 {"halvSettingC", {"x", "y"}, "y", {{"", Text(size, 'c')}, {"x", TEXT("first")}}},
                 {"halvSettingD", {"x"}, "x", {{"", Text(200, 'd')}}}};
-            if (noBytes)
-                for (ScriptedFeature& feature : core.features)
-                    for (const std::string& option : feature.options)
-                        feature.names[option] = TEXT("?");
             const Strings items = Advanced();
             ASSERT_LE(3u, items.size()) << size;
             const std::size_t features = items.size() - (items.back() == "+Advanced Settings" ? 2 : 1);
@@ -335,15 +329,15 @@ TEST_F(OptionPages, StopBeforeAFeatureThatFindsNoRoom)
     for (const char* call : {"GetFeatureAttribute halvSettingB", "EnumOptions halvSettingB"}) {
         core.features = {
             {"halvSettingA", {"1"}, "1"}, {"halvSettingB", {"1"}, "1"}, {"halvSettingC", {"1"}, "1"}};
-        core.failures = {{call, E_OUTOFMEMORY}};
+        core.answers = {{call, {E_OUTOFMEMORY, ""}}};
         EXPECT_EQ((Strings{"+Printer Options", "halvSettingA(1)=0"}), Advanced()) << call;
     }
     core.features[1].names = {{"1", TEXT("a name that does not fit")}};
-    core.failures = {{"GetOptionAttribute halvSettingB", E_OUTOFMEMORY}};
+    core.answers = {{"GetOptionAttribute halvSettingB", {E_OUTOFMEMORY, ""}}};
     EXPECT_EQ("halvSettingB(1)=0", Advanced().at(2)); // its keyword stands for it
 
     core.features = LayoutFeatures();
-    core.failures = {{"EnumFeatures", E_FAIL}};
+    core.answers = {{"EnumFeatures", {E_FAIL, ""}}};
     EXPECT_EQ(Strings{}, Advanced()) << "no advanced page at all";
     EXPECT_EQ(4u, Items("layout").size());
 }

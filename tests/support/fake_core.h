@@ -66,8 +66,27 @@ public:
 
     struct Feature
     {
+        std::string keyword;
         std::vector<std::string> options;
-        std::string selected;
+        std::string selected;                         // empty: cannot be read
+        std::map<std::string, WideString> names = {}; // display names by option; the feature's own under ""
+    };
+    // In the order of the PPD.
+    class FeatureList : public std::vector<Feature>
+    {
+    public:
+        using std::vector<Feature>::vector;
+        using std::vector<Feature>::operator[];
+        Feature& operator[](const std::string& keyword)
+        {
+            const auto found = std::ranges::find(*this, keyword, &Feature::keyword);
+            return found == end() ? emplace_back(Feature{keyword, {}, {}}) : *found;
+        }
+        const Feature* Find(const std::string& keyword) const
+        {
+            const auto found = std::ranges::find(*this, keyword, &Feature::keyword);
+            return found == end() ? nullptr : &*found;
+        }
     };
     struct Answer
     {
@@ -77,19 +96,20 @@ public:
         DWORD type = kADT_UNICODE;
     };
 
-    std::map<std::string, Feature> features;
-    // What is answered instead, by method and keywords: "GetOptions PageSize", "WhyConstrained MediaType
-    // Film".
+    FeatureList features;
+    bool namesEveryOption = true; // an option without display name has its keyword in brackets
+    // What is answered instead, by method and keywords or the first of these words: "WhyConstrained MediaType
+    // Film", "GetOptions".
     std::map<std::string, Answer> answers;
     // Method, keywords or request (its zeros as '|'), and the size of the buffer.
     std::vector<std::string> calls;
+    std::vector<std::string> written; // "feature=option" by every SetOptions
 
     static POEMUIOBJ Object() { return reinterpret_cast<POEMUIOBJ>(0xC0DE); }
 
-    // Every option's display name is its keyword in brackets.
     void Offer(const std::string& feature, const std::string& options, const std::string& selected)
     {
-        features[feature] = {Words(options), selected};
+        features[feature] = {feature, Words(options), selected};
     }
     static WideString NameOf(const std::string& option)
     {
@@ -108,38 +128,58 @@ public:
                                          PSTR reply, DWORD size, PDWORD needed) override
     {
         Record("GetOptions", object, flags, {request, requestSize}, size);
-        const std::string feature = request;
-        return Reply(
-            "GetOptions " + feature, features.contains(feature),
-            [&] {
-                return List({feature, features[feature].selected});
-            },
-            reply, size, needed);
+        std::vector<std::string> pairs;
+        bool known = false;
+        for (const char* keyword = request; *keyword; keyword += std::strlen(keyword) + 1) {
+            const Feature* const feature = features.Find(keyword);
+            known |= feature != nullptr;
+            if (feature && !feature->selected.empty())
+                pairs.insert(pairs.end(), {keyword, feature->selected});
+        }
+        return Reply(std::string("GetOptions ") + request, known, List(pairs), reply, size, needed);
     }
     HRESULT STDMETHODCALLTYPE SetOptions(POEMUIOBJ object, DWORD flags, PCSTR pairs, DWORD size,
                                          PDWORD result) override
     {
         Record("SetOptions", object, flags - SETOPTIONS_FLAG_KEEP_CONFLICT, {pairs, size}, 0);
+        const std::string feature = pairs;
+        const std::string option = pairs + feature.size() + 1;
+        written.push_back(feature + "=" + option);
         *result = SETOPTIONS_RESULT_CONFLICT_REMAINED;
-        const auto feature = features.find(pairs);
-        if (feature == features.end()) return E_INVALIDARG;
-        feature->second.selected = pairs + std::strlen(pairs) + 1;
+        if (const Answer* const scripted = Scripted("SetOptions " + feature)) return scripted->result;
+        if (!features.Find(feature)) return E_INVALIDARG;
+        features[feature].selected = option;
         return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE EnumFeatures(POEMUIOBJ object, DWORD flags, PSTR list, DWORD size,
+                                           PDWORD needed) override
+    {
+        Record("EnumFeatures", object, flags, "", size);
+        std::vector<std::string> keywords;
+        for (const Feature& feature : features)
+            keywords.push_back(feature.keyword);
+        return Reply("EnumFeatures", true, List(keywords), list, size, needed);
     }
     HRESULT STDMETHODCALLTYPE EnumConstrainedOptions(POEMUIOBJ object, DWORD flags, PCSTR feature, PSTR list,
                                                      DWORD size, PDWORD needed) override
     {
         Record("EnumConstrainedOptions", object, flags, feature, size);
-        return Reply(
-            "EnumConstrainedOptions " + std::string(feature), false, [] { return ""; }, list, size, needed);
+        return Reply("EnumConstrainedOptions " + std::string(feature), false, "", list, size, needed);
     }
     HRESULT STDMETHODCALLTYPE WhyConstrained(POEMUIOBJ object, DWORD flags, PCSTR feature, PCSTR option,
                                              PSTR pairs, DWORD size, PDWORD needed) override
     {
         const std::string keywords = std::string(feature) + " " + option;
         Record("WhyConstrained", object, flags, keywords, size);
-        return Reply(
-            "WhyConstrained " + keywords, false, [] { return ""; }, pairs, size, needed);
+        return Reply("WhyConstrained " + keywords, false, "", pairs, size, needed);
+    }
+    HRESULT STDMETHODCALLTYPE GetFeatureAttribute(POEMUIOBJ object, DWORD flags, PCSTR feature,
+                                                  PCSTR attribute, PDWORD type, PBYTE value, DWORD size,
+                                                  PDWORD needed) override
+    {
+        Record("GetFeatureAttribute", object, flags, std::string(feature) + " " + attribute, size);
+        return ReplyName("GetFeatureAttribute " + std::string(feature), feature, "", type, value, size,
+                         needed);
     }
     HRESULT STDMETHODCALLTYPE GetOptionAttribute(POEMUIOBJ object, DWORD flags, PCSTR feature, PCSTR option,
                                                  PCSTR attribute, PDWORD type, PBYTE value, DWORD size,
@@ -147,19 +187,15 @@ public:
     {
         const std::string keywords = std::string(feature) + " " + option;
         Record("GetOptionAttribute", object, flags, keywords + " " + attribute, size);
-        const auto answer = answers.find("GetOptionAttribute " + keywords);
-        *type = answer != answers.end() ? answer->second.type : kADT_UNICODE;
-        return Reply(
-            "GetOptionAttribute " + keywords, features.contains(feature),
-            [&] { return BytesOf(NameOf(option)); }, reinterpret_cast<PSTR>(value), size, needed);
+        return ReplyName("GetOptionAttribute " + keywords, feature, option, type, value, size, needed);
     }
     HRESULT STDMETHODCALLTYPE EnumOptions(POEMUIOBJ object, DWORD flags, PCSTR feature, PSTR list, DWORD size,
                                           PDWORD needed) override
     {
         Record("EnumOptions", object, flags, feature, size);
-        return Reply(
-            "EnumOptions " + std::string(feature), features.contains(feature),
-            [&] { return List(features[feature].options); }, list, size, needed);
+        const Feature* const known = features.Find(feature);
+        return Reply("EnumOptions " + std::string(feature), known,
+                     List(known ? known->options : std::vector<std::string>()), list, size, needed);
     }
 
     // A 16-bit text with its terminator, as an attribute's value.
@@ -177,19 +213,33 @@ private:
         if (object != Object() || flags != 0) call += " with a wrong object or flags";
         calls.push_back(std::move(call));
     }
-
-    template <typename Bytes>
-    HRESULT Reply(const std::string& call, bool known, const Bytes& bytes, PSTR buffer, DWORD size,
+    const Answer* Scripted(std::string call) const
+    {
+        for (;; call.resize(call.rfind(' '))) {
+            if (const auto answer = answers.find(call); answer != answers.end()) return &answer->second;
+            if (call.find(' ') == call.npos) return nullptr;
+        }
+    }
+    HRESULT ReplyName(const std::string& call, const char* feature, const std::string& option, PDWORD type,
+                      PBYTE value, DWORD size, PDWORD needed)
+    {
+        const Answer* const scripted = Scripted(call);
+        *type = scripted ? scripted->type : kADT_UNICODE;
+        const Feature* const known = features.Find(feature);
+        const bool named = known && known->names.contains(option);
+        return Reply(call, named || (known && namesEveryOption),
+                     BytesOf(named ? known->names.at(option) : NameOf(option)), reinterpret_cast<PSTR>(value),
+                     size, needed);
+    }
+    HRESULT Reply(const std::string& call, bool known, const std::string& value, PSTR buffer, DWORD size,
                   PDWORD needed)
     {
-        if (const auto scripted = answers.find(call); scripted != answers.end()) {
-            const Answer& answer = scripted->second;
-            std::memcpy(buffer, answer.bytes.data(), std::min<size_t>(size, answer.bytes.size()));
-            *needed = answer.needed ? answer.needed : static_cast<DWORD>(answer.bytes.size());
-            return answer.result;
+        if (const Answer* const scripted = Scripted(call)) {
+            std::memcpy(buffer, scripted->bytes.data(), std::min<size_t>(size, scripted->bytes.size()));
+            *needed = scripted->needed ? scripted->needed : static_cast<DWORD>(scripted->bytes.size());
+            return scripted->result;
         }
         if (!known) return E_INVALIDARG;
-        const std::string value = bytes();
         *needed = static_cast<DWORD>(value.size());
         if (value.size() > size) return E_OUTOFMEMORY;
         std::memcpy(buffer, value.data(), value.size());

@@ -15,7 +15,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text(reinterpret_cast<const char*>(data + 1), size - 1);
     PpdReadOptions options;
     options.language = data[0] & 1 ? "de_AT" : "";
-    options.strict = data[0] & 2;
     options.toCheck = data[0] & 4;
     const PpdIncluder includer = [&text](const std::string& name) -> std::optional<std::string> {
         return name.size() % 2 ? std::optional(text.substr(text.size() / 2)) : std::nullopt;

@@ -1,14 +1,13 @@
 // tintwerk check: tells PPD authors, file by file, what is wrong with their PPDs and what the driver's pages
 // will make of them.
 #include <algorithm>
-#include <atomic>
 #include <chrono>
-#include <condition_variable>
 #include <cstdlib>
+#include <deque>
+#include <future>
+#include <iomanip>
 #include <iostream>
 #include <iterator>
-#include <mutex>
-#include <optional>
 #include <thread>
 #include <utility>
 
@@ -26,35 +25,29 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::size_t kAhead = 64; // files that may be checked before their turn to be told
-
 void AddPagesFindings(const Ppd& ppd, const PagesTrial& trial, const RuleChoice& choice,
                       std::vector<Finding>& findings)
 {
-    const auto add = [&](std::string_view code, PpdMessage message) {
-        AddFinding(findings, choice, code, message);
-    };
-    if (!trial.problem.empty()) add("pages-problem", {ppd.FileName(), 0, "the pages: " + trial.problem});
+    if (!trial.problem.empty())
+        AddFinding(findings, choice, "pages-problem", {ppd.FileName(), 0, "the pages: " + trial.problem});
     for (const SelectionChange& change : trial.changes) {
-        const auto feature = ppd.FindFeature(change.feature);
-        const auto option = feature ? ppd.FindOption(*feature, change.before) : std::nullopt;
-        PpdMessage message =
-            ppd.At(option ? ppd.Feature(*feature).options[*option].keyword.data() : nullptr,
-                   "applying the pages without a change turns " + change.before + " into " + change.after);
-        message.feature = change.feature;
-        message.option = change.before;
-        add("pages-change", message);
+        const PpdOption* const option = ppd.Find(change.feature, change.before);
+        AddFinding(
+            findings, choice, "pages-change",
+            ppd.At(option ? option->keyword.data() : nullptr,
+                   "applying the pages without a change turns " + change.before + " into " + change.after, {},
+                   change.feature, change.before));
     }
     for (const std::string& text : trial.messages)
-        add("pages-message", {ppd.FileName(), 0, "the pages: " + text});
+        AddFinding(findings, choice, "pages-message", {ppd.FileName(), 0, "the pages: " + text});
 }
 
-CheckedFile CheckFile(const std::string& file, const RuleChoice& choice, bool triesPages)
+CheckedFile CheckFile(std::string file, const RuleChoice& choice, bool triesPages)
 {
-    CheckedFile checked{file, {}, {}};
     PpdReadOptions options;
     options.toCheck = true;
     const PpdResult read = ReadPpdOperand(file, options);
+    CheckedFile checked{std::move(file), {}, {}};
     if (!read) {
         AddFinding(checked.findings, choice, "unreadable", read.error);
         return checked;
@@ -70,69 +63,11 @@ CheckedFile CheckFile(const std::string& file, const RuleChoice& choice, bool tr
     return checked;
 }
 
-// Checks files on all processors and hands them over in their order.
-class FileChecker
-{
-public:
-    FileChecker(const std::vector<std::string>& files, const RuleChoice& choice)
-        : files_(files), choice_(choice)
-    {
-        const std::size_t threads =
-            std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, files.size());
-        for (std::size_t i = 0; i < threads; ++i)
-            threads_.emplace_back([this] { Work(); });
-    }
-    ~FileChecker()
-    {
-        taken_ = files_.size() + kAhead; // nobody begins another one
-        next_ = files_.size();
-        changed_.notify_all();
-        for (std::thread& thread : threads_)
-            thread.join();
-    }
-
-    CheckedFile Next()
-    {
-        std::unique_lock lock(mutex_);
-        std::optional<CheckedFile>& place = places_[taken_ % kAhead];
-        changed_.wait(lock, [&] { return place.has_value(); });
-        CheckedFile checked = *std::exchange(place, std::nullopt);
-        ++taken_;
-        changed_.notify_all();
-        return checked;
-    }
-
-private:
-    void Work()
-    {
-        for (std::size_t file = next_++; file < files_.size(); file = next_++) {
-            std::unique_lock lock(mutex_);
-            changed_.wait(lock, [&] { return file < taken_ + kAhead; });
-            lock.unlock();
-            CheckedFile checked = CheckFile(files_[file], choice_, false);
-            lock.lock();
-            places_[file % kAhead] = std::move(checked);
-            changed_.notify_all();
-        }
-    }
-
-    const std::vector<std::string>& files_;
-    const RuleChoice& choice_;
-    std::atomic<std::size_t> next_ = 0, taken_ = 0;
-    std::optional<CheckedFile> places_[kAhead];
-    std::mutex mutex_;
-    std::condition_variable changed_;
-    std::vector<std::thread> threads_;
-};
-
 // Tells a person at a terminal how far a check is that takes longer than two seconds.
 class Progress
 {
 public:
-    Progress(std::ostream& err, std::size_t total)
-        : err_(err), total_(total), onTerminal_(&err == &std::cerr && ErrorIsTerminal())
-    {
-    }
+    explicit Progress(std::ostream& err) : err_(err), onTerminal_(&err == &std::cerr && ErrorIsTerminal()) {}
     ~Progress() { Clear(); }
 
     // Makes room for something else on the terminal.
@@ -141,23 +76,19 @@ public:
         if (std::exchange(onScreen_, false)) err_ << "\r\033[K" << std::flush;
     }
 
-    void Step()
+    void Step(std::size_t done, std::size_t total)
     {
-        ++done_;
-        const auto pause = std::chrono::milliseconds(shown_ ? 200 : 2000);
-        if (!onTerminal_ || Clock::now() - last_ < pause) return;
-        last_ = Clock::now();
-        shown_ = onScreen_ = true;
-        err_ << "\rchecked " << done_ << " of " << total_ << " files" << std::flush;
+        if (!onTerminal_ || Clock::now() < next_) return;
+        next_ = Clock::now() + std::chrono::milliseconds(200);
+        onScreen_ = true;
+        err_ << "\rchecked " << done << " of " << total << " files" << std::flush;
     }
 
 private:
     std::ostream& err_;
-    std::size_t total_, done_ = 0;
     bool onTerminal_;
-    bool shown_ = false;
     bool onScreen_ = false;
-    Clock::time_point last_ = Clock::now();
+    Clock::time_point next_ = Clock::now() + std::chrono::seconds(2);
 };
 
 // The rules that --only and --ignore leave; several codes of one option stand between commas.
@@ -174,7 +105,7 @@ RuleChoice ChosenRules(const Arguments& arguments)
             if (!rule)
                 throw CommandError(kExitUsage, "--" + given.name + " " + std::string(code) +
                                                    ": no such rule; tintwerk check --rules lists them");
-            choice[static_cast<std::size_t>(rule - Rules().data())] = given.name == "only";
+            choice[NumberOf(*rule)] = given.name == "only";
             rest.remove_prefix(std::min(code.size() + 1, rest.size()));
         }
     }
@@ -184,11 +115,8 @@ RuleChoice ChosenRules(const Arguments& arguments)
 void PrintRules(std::ostream& out)
 {
     for (const Rule& rule : Rules()) {
-        std::string line(rule.code);
-        line.resize(std::max<std::size_t>(line.size() + 1, 21), ' ');
-        line += TextOf(rule.severity);
-        line.resize(29, ' ');
-        out << line << rule.sentence << "\n";
+        out << std::left << std::setw(20) << rule.code << " " << std::setw(8) << TextOf(rule.severity)
+            << rule.sentence << "\n";
     }
 }
 
@@ -200,6 +128,28 @@ ReportStyle StyleOf(const Arguments& arguments, const Output& output)
     return {static_cast<ReportStyle::Format>(std::ranges::find(kFormats, format) - std::begin(kFormats)),
             arguments.Has("notes"), arguments.Has("quiet"),
             &output.out == &std::cout && OutputIsTerminal() && !(noColor && *noColor)};
+}
+
+// Files are checked on all processors, some ahead of their turn to be told.
+void CheckFiles(const std::vector<std::string>& files, const RuleChoice& choice, bool triesPages,
+                CheckReport& report, Output& output)
+{
+    // The pages are windows of this thread.
+    const auto policy = triesPages ? std::launch::deferred : std::launch::async;
+    const std::size_t most = 4 * std::max(std::thread::hardware_concurrency(), 1u);
+    std::deque<std::future<CheckedFile>> ahead;
+    Progress progress(output.err);
+    for (std::size_t told = 0; told < files.size() && output.out;
+         ++told) { // lost output is the program's to tell
+        while (ahead.size() < most && told + ahead.size() < files.size())
+            ahead.push_back(
+                std::async(policy, CheckFile, files[told + ahead.size()], std::cref(choice), triesPages));
+        const std::string text = report.OfFile(ahead.front().get());
+        ahead.pop_front();
+        if (!text.empty()) progress.Clear();
+        output.out << text;
+        progress.Step(told + 1, files.size());
+    }
 }
 
 int Run(const Arguments& arguments, Output& output)
@@ -214,27 +164,11 @@ int Run(const Arguments& arguments, Output& output)
     const DefaultConfigDirectory config(std::filesystem::temp_directory_path());
     CheckReport report(StyleOf(arguments, output));
     output.out << report.Begin();
-    {
-        // The pages are windows of this thread.
-        const bool triesPages = arguments.Has("pages");
-        std::optional<FileChecker> checker;
-        if (!triesPages) checker.emplace(files, choice);
-        Progress progress(output.err, files.size());
-        for (const std::string& file : files) {
-            const std::string text = report.OfFile(checker ? checker->Next() : CheckFile(file, choice, true));
-            if (!text.empty()) {
-                progress.Clear();
-                output.out << text;
-            }
-            if (!output.out) break; // told by the program
-            progress.Step();
-        }
-    }
+    CheckFiles(files, choice, arguments.Has("pages"), report, output);
     output.out << report.End();
-    return report.Count(Severity::Error) > 0 ||
-                   (report.Count(Severity::Warning) > 0 && arguments.Has("strict"))
-               ? kExitFailed
-               : kExitSuccess;
+    const bool fails =
+        report.Count(Severity::Error) || (report.Count(Severity::Warning) && arguments.Has("strict"));
+    return fails ? kExitFailed : kExitSuccess;
 }
 
 } // namespace

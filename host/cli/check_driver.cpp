@@ -32,12 +32,6 @@ constexpr std::size_t kLongestOption = 255;  // that is recognised as the select
 constexpr std::size_t kLongestText = 511;    // of an option, of one reply of the core driver
 constexpr int kScreenModes = 7;              // off, and three halftones with and without multi-black
 
-bool HasOption(const Ppd& ppd, std::string_view feature, std::string_view option)
-{
-    const auto number = ppd.FindFeature(feature);
-    return number && ppd.FindOption(*number, option);
-}
-
 void CheckNumbers(PpdCheck& check, std::string_view code, const PpdFeature& feature,
                   const std::string& consequence)
 {
@@ -55,7 +49,7 @@ void CheckFeatureNames(PpdCheck& check)
     std::vector<std::string> names = DriverFeatures();
     std::erase_if(names, [&](const std::string& name) { return check.ppd.Find(name) != nullptr; });
     for (const PpdFeature& feature : check.ppd.Features()) {
-        if (UseOfFeature(feature.keyword).use != FeatureUse::None) continue;
+        if (!UseOfFeature(feature.keyword).control.empty()) continue;
         const bool own = EqualIgnoringCase(feature.keyword.substr(0, kFeaturePrefix.size()), kFeaturePrefix);
         const auto meant = std::ranges::find_if(names, [&](std::string_view name) {
             return own ? IsNearName(name, feature.keyword) : EqualIgnoringCase(name, feature.keyword);
@@ -68,54 +62,30 @@ void CheckFeatureNames(PpdCheck& check)
 
 namespace {
 
+bool HidesWithoutChoice(const PageControl& control)
+{
+    return control.popup == &kPopupTable[kPopupCartridge];
+}
+
+std::string WithoutFeature(const PageControl& control)
+{
+    if (const ControlBinding* const slider = control.slider)
+        return "its slider falls back to position " +
+               std::to_string(
+                   std::clamp(PositionOf(*slider, slider->initialValue), slider->minimum, slider->maximum)) +
+               " and writes nothing that is kept";
+    if (control.number) return "its part of the number field counts 0";
+    if (control.checkBox) return "its check box is hidden";
+    return HidesWithoutChoice(control) ? "its popup is hidden" : "its popup is empty";
+}
+
 // Without the screen printing page nothing is said of its controls.
-void TellMissing(PpdCheck& check, std::string_view feature, DWORD tabBit, const std::string& consequence)
+void TellMissing(PpdCheck& check, std::string_view feature, const PageControl& control)
 {
-    if (check.ppd.Find(feature) || (tabBit == kScreenPrintingPage && !check.ppd.Find("halvScreenmode")))
-        return;
+    if (control.page == PageName::Screen && !check.ppd.Find("halvScreenmode")) return;
     check.Tell("feature-missing", {nullptr, feature}, feature, " is missing: on the page ",
-               TextOf(PageOfTab(tabBit)), " ", consequence);
+               TextOf(control.page), " ", WithoutFeature(control));
 }
-
-int Fallback(const ControlBinding& slider)
-{
-    return std::clamp(PositionOf(slider, slider.initialValue), slider.minimum, slider.maximum);
-}
-
-bool HidesWithoutFeature(const PopupBinding& popup)
-{
-    return popup.controlId == kPopupTable[kPopupCartridge].controlId;
-}
-
-} // namespace
-
-void CheckMissing(PpdCheck& check)
-{
-    if (!check.Wants("feature-missing")) return;
-    for (const ControlBinding& row : kSliderTable)
-        TellMissing(check, row.keyword, row.tabBit,
-                    "its slider falls back to position " + std::to_string(Fallback(row)) +
-                        " and writes nothing that is kept");
-    for (const NumberFieldBinding& row : kNumberFieldTable) {
-        const RestFeature rest(row);
-        for (const char* keyword : {row.keyword, static_cast<const char*>(rest.name)})
-            TellMissing(check, keyword, row.tabBit, "its part of the number field counts 0");
-    }
-    for (const CheckBoxBinding& row : kCheckBoxTable) {
-        if (IsPpdFeature(row)) TellMissing(check, row.keyword, row.tabBit, "its check box is hidden");
-    }
-    for (const PopupBinding& row : kPopupTable) {
-        if (row.keyword[0] && row.controlId)
-            TellMissing(check, WithoutAsterisk(row.keyword), row.tabBit,
-                        HidesWithoutFeature(row) ? "its popup is hidden" : "its popup is empty");
-    }
-    for (const Behaviour& row : Behaviours()) {
-        if (!check.ppd.Find(row.feature))
-            check.Tell("feature-missing", {nullptr, row.feature}, row.feature, " is missing: ", row.without);
-    }
-}
-
-namespace {
 
 // The first number of a text: "55 percent", "D65".
 std::optional<int> FirstNumber(std::string_view text)
@@ -141,90 +111,98 @@ void CheckPosition(PpdCheck& check, const ControlBinding& row, const PpdFeature&
                    " contradicts the page, which shows ", shown);
 }
 
+void CheckSlider(PpdCheck& check, const ControlBinding& row, const PpdFeature& feature)
+{
+    CheckNumbers(check, "slider-number", feature, "the slider cannot stand for it");
+    std::set<int> offered;
+    for (const PpdOption& option : feature.options) {
+        const std::optional<int> value = OptionNumber(option.keyword);
+        if (!value) continue;
+        offered.insert(*value);
+        CheckPosition(check, row, feature, option, *value);
+    }
+    std::vector<std::string> missing;
+    for (int position = row.minimum; position <= row.maximum; ++position) {
+        if (!offered.contains(PpdValue(row, position)))
+            missing.push_back(std::to_string(PpdValue(row, position)));
+    }
+    if (!missing.empty())
+        check.Tell(
+            "slider-gap", feature,
+            "slider positions write options that are not there, which changes nothing: ", FirstOf(missing));
+}
+
+void CheckNumberField(PpdCheck& check, const PageControl& control)
+{
+    const NumberFieldBinding& row = *control.number;
+    const RestFeature rest(row);
+    const PpdFeature *const coarse = check.ppd.Find(row.keyword), *const fine = check.ppd.Find(rest.name);
+    for (const PpdFeature* part : {coarse, fine}) {
+        if (part) CheckNumbers(check, "field-number", *part, "its part of the number field counts 0");
+    }
+    if (!fine) TellMissing(check, rest.name, control);
+    if (!coarse || !fine) return;
+    std::vector<std::string> missing;
+    std::set<std::string> seen;
+    for (int value = row.minimum; value <= row.maximum; value += row.increment) {
+        const NumberParts parts = SplitNumber(row, value);
+        for (const auto& [feature, part] : {std::pair(coarse, parts.coarse), std::pair(fine, parts.rest)}) {
+            const std::string option = std::to_string(part);
+            std::string setting = std::string(feature->keyword) + "=" + option;
+            if (!check.ppd.Find(feature->keyword, option) && seen.insert(setting).second)
+                missing.push_back(std::move(setting));
+        }
+    }
+    if (!missing.empty())
+        check.Tell("field-gap", *coarse,
+                   "the number field writes options that are not there: ", FirstOf(missing));
+}
+
+void CheckCheckBox(PpdCheck& check, const PpdFeature& feature)
+{
+    CheckNumbers(check, "box-number", feature, "the check box hides");
+    for (const std::string_view option : {"0", "1"}) {
+        if (!check.ppd.Find(feature.keyword, option))
+            check.Tell("box-gap", feature, "the check box writes ", option, ", which is no option");
+    }
+}
+
+void CheckPopup(PpdCheck& check, const PageControl& control, const PpdFeature& feature)
+{
+    if (HidesWithoutChoice(control) && feature.options.size() < 2)
+        check.Tell("popup-hidden", feature, "one option only: its popup is hidden");
+    if (feature.options.size() > kMaxOptions)
+        check.Tell("popup-full", {feature, feature.options[kMaxOptions]}, "the popup offers ", kMaxOptions,
+                   " options; those from ", feature.options[kMaxOptions].keyword,
+                   " on cannot be chosen, and one that is selected becomes ", feature.options[0].keyword,
+                   " when the page is applied");
+    for (const PpdOption& option : feature.options) {
+        if (option.text.size() > kLongestText && WideFromUtf8(option.text).size() > kLongestText)
+            check.Tell("popup-text", {feature, option}, "the text has more than ", kLongestText,
+                       " characters; the popup shows an empty line");
+    }
+}
+
 } // namespace
 
-void CheckSliders(PpdCheck& check)
+void CheckControls(PpdCheck& check)
 {
-    for (const ControlBinding& row : kSliderTable) {
-        const PpdFeature* const feature = check.ppd.Find(row.keyword);
-        if (!feature) continue;
-        CheckNumbers(check, "slider-number", *feature, "the slider cannot stand for it");
-        std::set<int> offered;
-        for (const PpdOption& option : feature->options) {
-            const std::optional<int> value = OptionNumber(option.keyword);
-            if (!value) continue;
-            offered.insert(*value);
-            CheckPosition(check, row, *feature, option, *value);
-        }
-        std::vector<std::string> missing;
-        for (int position = row.minimum; position <= row.maximum; ++position) {
-            if (!offered.contains(PpdValue(row, position)))
-                missing.push_back(std::to_string(PpdValue(row, position)));
-        }
-        if (!missing.empty())
-            check.Tell("slider-gap", *feature,
-                       "slider positions write options that are not there, which changes nothing: ",
-                       Joined(missing));
+    for (const PageControl& control : PageControls()) {
+        if (control.feature.empty() || (control.checkBox && !IsPpdFeature(*control.checkBox))) continue;
+        const PpdFeature* const feature = check.ppd.Find(control.feature);
+        if (!feature) TellMissing(check, control.feature, control);
+        if (control.number)
+            CheckNumberField(check, control);
+        else if (feature && control.slider)
+            CheckSlider(check, *control.slider, *feature);
+        else if (feature && control.checkBox)
+            CheckCheckBox(check, *feature);
+        else if (feature)
+            CheckPopup(check, control, *feature);
     }
-}
-
-void CheckNumberFields(PpdCheck& check)
-{
-    for (const NumberFieldBinding& row : kNumberFieldTable) {
-        const std::string rest = RestFeature(row).name;
-        const PpdFeature *const coarse = check.ppd.Find(row.keyword), *const fine = check.ppd.Find(rest);
-        for (const PpdFeature* part : {coarse, fine}) {
-            if (part) CheckNumbers(check, "field-number", *part, "its part of the number field counts 0");
-        }
-        if (!coarse || !fine) continue;
-        std::set<int> coarseParts, restParts;
-        std::vector<std::string> missing;
-        for (int value = row.minimum; value <= row.maximum; value += row.increment) {
-            const NumberParts parts = SplitNumber(row, value);
-            if (coarseParts.insert(parts.coarse).second &&
-                !HasOption(check.ppd, row.keyword, std::to_string(parts.coarse)))
-                missing.push_back(std::string(row.keyword) + "=" + std::to_string(parts.coarse));
-            if (restParts.insert(parts.rest).second &&
-                !HasOption(check.ppd, rest, std::to_string(parts.rest)))
-                missing.push_back(rest + "=" + std::to_string(parts.rest));
-        }
-        if (!missing.empty())
-            check.Tell("field-gap", *coarse,
-                       "the number field writes options that are not there: ", Joined(missing));
-    }
-}
-
-void CheckCheckBoxes(PpdCheck& check)
-{
-    for (const CheckBoxBinding& row : kCheckBoxTable) {
-        const PpdFeature* const feature = IsPpdFeature(row) ? check.ppd.Find(row.keyword) : nullptr;
-        if (!feature) continue;
-        CheckNumbers(check, "box-number", *feature, "the check box hides");
-        for (const char* option : {"0", "1"}) {
-            if (!HasOption(check.ppd, row.keyword, option))
-                check.Tell("box-gap", *feature, "the check box writes ", option, ", which is no option");
-        }
-    }
-}
-
-void CheckPopups(PpdCheck& check)
-{
-    for (const PopupBinding& row : kPopupTable) {
-        const PpdFeature* const feature =
-            row.keyword[0] && row.controlId ? check.ppd.Find(WithoutAsterisk(row.keyword)) : nullptr;
-        if (!feature) continue;
-        if (HidesWithoutFeature(row) && feature->options.size() < 2)
-            check.Tell("popup-hidden", *feature, "one option only: its popup is hidden");
-        if (feature->options.size() > kMaxOptions)
-            check.Tell("popup-full", {*feature, feature->options[kMaxOptions]}, "the popup offers ",
-                       kMaxOptions, " options; those from ", feature->options[kMaxOptions].keyword,
-                       " on cannot be chosen, and one that is selected becomes ", feature->options[0].keyword,
-                       " when the page is applied");
-        for (const PpdOption& option : feature->options) {
-            if (option.text.size() > kLongestText && WideFromUtf8(option.text).size() > kLongestText)
-                check.Tell("popup-text", {*feature, option}, "the text has more than ", kLongestText,
-                           " characters; the popup shows an empty line");
-        }
+    for (const Behaviour& row : kBehaviours) {
+        if (!check.ppd.Find(row.feature))
+            check.Tell("feature-missing", {nullptr, row.feature}, row.feature, " is missing: ", row.without);
     }
 }
 
@@ -249,8 +227,8 @@ namespace {
 
 void CheckCartridgeColors(PpdCheck& check, const PpdFeature& feature)
 {
-    const auto colors = std::ranges::find(feature.options, "CartridgeColors", &PpdOption::keyword);
-    if (colors == feature.options.end())
+    const PpdOption* const colors = check.ppd.Find(feature.keyword, "CartridgeColors");
+    if (!colors)
         return check.Tell("cartridge-colors", feature,
                           "the option CartridgeColors, whose text lists the colours, is missing");
     const WideString list = WideFromUtf8(colors->text);
@@ -381,7 +359,7 @@ void CheckAdvancedPage(PpdCheck& check)
     for (std::size_t group = 0; group < std::size(groups); ++group) {
         if (!groups[group].empty())
             check.Tell("advanced-lists", Place(), "the advanced page lists under \"",
-                       kAdvancedGroups[group].title, "\": ", Joined(groups[group], 20));
+                       kAdvancedGroups[group].title, "\": ", FirstOf(groups[group], 20));
     }
 }
 

@@ -27,32 +27,9 @@ constexpr std::string_view kRequired[] = {
 constexpr std::string_view kSections[] = {"ExitServer", "Prolog",   "DocumentSetup",
                                           "PageSetup",  "JCLSetup", "AnySetup"};
 constexpr std::size_t kLongestLine = 255;
-constexpr std::size_t kLongestText = 80;
+constexpr std::ptrdiff_t kLongestText = 80;
 constexpr std::size_t kLongestKeyword = 40;
 constexpr std::size_t kLongestShortName = 31;
-
-std::string_view WithoutText(std::string_view value)
-{
-    return Trim(value.substr(0, value.find('/')));
-}
-
-bool IsAscii(char c)
-{
-    return static_cast<unsigned char>(c) < 0x80;
-}
-
-// ---- what the file says about itself
-
-void CheckPcFileName(PpdCheck& check, const PpdStatement& statement)
-{
-    const std::string_view name = Trim(statement.value);
-    const std::size_t dot = name.find('.');
-    const bool good = dot != name.npos && dot > 0 && dot <= 8 &&
-                      EqualIgnoringCase(name.substr(dot), ".ppd") && name.find(' ') == name.npos;
-    if (!good)
-        check.Tell("file-name", statement, Quoted(name),
-                   " is not of the form NAME.PPD with at most 8 characters before the dot");
-}
 
 bool TakesValue(K keyword)
 {
@@ -61,29 +38,14 @@ bool TakesValue(K keyword)
 
 } // namespace
 
+// ---- what the file says about itself
+
 void CheckHeader(PpdCheck& check)
 {
-    std::set<std::string_view> present;
-    for (const PpdStatement& statement : check.ppd.Statements()) {
-        if (!statement.hasValue && TakesValue(statement.keyword))
-            check.Tell(
-                "colon", statement, "\":\" and a value expected behind ",
-                Quoted(Starred(statement.keyword == K::Default ? "Default" + std::string(statement.main)
-                                                               : std::string(statement.main))),
-                "; the line says nothing");
-        if (statement.keyword != K::Header && statement.keyword != K::Other) continue;
-        if (std::ranges::find(kRequired, statement.main) != std::end(kRequired))
-            present.insert(statement.main);
-        if (statement.main == "PCFileName") CheckPcFileName(check, statement);
-        if (statement.main == "Product" && statement.hasValue &&
-            !(Trim(statement.value).starts_with('(') && Trim(statement.value).ends_with(')')))
-            check.Tell("product-form", statement, Quoted(statement.value),
-                       " expected in parentheses, as the interpreter answers it");
-    }
     for (const std::string_view keyword : kRequired) {
-        if (!present.contains(keyword))
-            check.Tell("required-missing", Place(), Quoted(Starred(keyword)),
-                       " is missing; every PPD must have it");
+        if (std::ranges::find(check.ppd.Statements(), keyword, &PpdStatement::main) ==
+            check.ppd.Statements().end())
+            check.Tell("required-missing", Place(), "\"*", keyword, "\" is missing; every PPD must have it");
     }
     const Ppd::Header& header = check.ppd.About();
     if (header.languageEncoding.empty())
@@ -103,64 +65,57 @@ void CheckRepeated(PpdCheck& check)
 {
     KeywordTable first;
     const std::span<const PpdStatement> statements = check.ppd.Statements();
-    const auto fileOf = [&](const PpdStatement& statement) {
-        return std::ranges::find_if(check.ppd.Files(),
-                                    [&](const PpdFile& file) { return file.Holds(statement.at); });
-    };
     for (std::uint32_t i = 0; i < statements.size(); ++i) {
         const PpdStatement& statement = statements[i];
         const K keyword = statement.keyword;
         const bool sized = keyword == K::PaperDimension || keyword == K::ImageableArea;
         const bool single =
-            keyword == K::Default || keyword == K::LanguageEncoding || keyword == K::LanguageLevel ||
-            keyword == K::ColorDevice || keyword == K::MaxMediaWidth || keyword == K::MaxMediaHeight ||
+            keyword == K::Default || keyword == K::MaxMediaWidth || keyword == K::MaxMediaHeight ||
             (keyword == K::Header && statement.main != "Product" && statement.main != "PSVersion");
         if (!sized && !single) continue;
         const std::uint32_t at =
             first.Insert(sized ? statement.option : statement.main, i, static_cast<std::uint32_t>(keyword));
         const PpdStatement& before = statements[at];
-        if (at == i || WithoutText(before.value) == WithoutText(statement.value) ||
-            fileOf(before) != fileOf(statement))
-            continue;
-        const std::string name = (keyword == K::Default ? "*Default" : "*") + std::string(statement.main) +
-                                 (sized ? " " + std::string(statement.option) : "");
-        check.Tell("keyword-twice", statement, name, " again with another value; the first one, ",
-                   Quoted(Trim(before.value)), " at line ", std::to_string(check.ppd.At(before.at, {}).line),
-                   ", counts");
+        if (at == i || WithoutText(before.value) == WithoutText(statement.value)) continue;
+        const PpdMessage counts = check.ppd.At(before.at, {});
+        if (counts.file == check.ppd.At(statement.at, {}).file)
+            check.Tell("keyword-twice", statement, keyword == K::Default ? "*Default" : "*", statement.main,
+                       sized ? " " : "", sized ? statement.option : "",
+                       " again with another value; the first one, ", Quoted(Trim(before.value)), " at line ",
+                       counts.line, ", counts");
     }
 }
 
-void CheckDefaults(PpdCheck& check)
+// ---- features
+
+namespace {
+
+// The default may be there under a name that is almost the feature's.
+void CheckNoDefault(PpdCheck& check, const PpdFeature& feature)
 {
-    std::set<std::string_view> told;
     for (const PpdStatement& statement : check.ppd.Statements()) {
-        if (statement.keyword != K::Default) continue;
-        if (const auto feature = check.ppd.FindFeature(statement.main)) {
-            const PpdFeature& found = check.ppd.Feature(*feature);
-            if (WithoutText(statement.value) == "Unknown" && !check.ppd.FindOption(*feature, "Unknown"))
-                check.Tell("default-no-option", statement, "the default is Unknown; the first option ",
-                           Quoted(found.options.front().keyword), " is taken");
-            continue;
-        }
-        const auto meant = std::ranges::find_if(check.ppd.Features(), [&](const PpdFeature& feature) {
-            return !feature.hasDefault && IsNearName(feature.keyword, statement.main);
-        });
-        if (meant == check.ppd.Features().end()) continue;
-        told.insert(meant->keyword);
-        check.Tell("default-lost", {statement.at, meant->keyword}, "\"*Default", statement.main,
-                   "\" belongs to no feature; did you mean "
-                   "\"*Default",
-                   meant->keyword, "\"?");
+        if (statement.keyword == K::Default && IsNearName(feature.keyword, statement.main) &&
+            !check.ppd.Find(statement.main))
+            return check.Tell("default-lost", {statement.at, feature.keyword}, "\"*Default", statement.main,
+                              "\" belongs to no feature; did you mean \"*Default", feature.keyword, "\"?");
     }
+    check.Tell("default-missing", feature, "no \"*Default", feature.keyword, "\"; the first option ",
+               Quoted(feature.options.front().keyword), " is taken");
+}
+
+} // namespace
+
+void CheckFeatures(PpdCheck& check)
+{
     for (const PpdFeature& feature : check.ppd.Features()) {
-        if (!feature.hasDefault && !told.contains(feature.keyword))
-            check.Tell("default-missing", feature, "no \"*Default", feature.keyword, "\"; the first option ",
-                       Quoted(feature.options.front().keyword), " is taken");
-        const std::size_t number = *check.ppd.FindFeature(feature.keyword);
-        for (const std::string_view option : {"True", "False"}) {
-            if (feature.type == PpdFeatureType::Boolean && !check.ppd.FindOption(number, option))
-                check.Tell("boolean-options", feature, "the feature is Boolean but has no option ", option);
-        }
+        if (!feature.hasDefault) CheckNoDefault(check, feature);
+        const bool on = check.ppd.Find(feature.keyword, "True"),
+                   off = check.ppd.Find(feature.keyword, "False");
+        if (feature.type == PpdFeatureType::Boolean && !(on && off))
+            check.Tell("boolean-options", feature, "the feature is Boolean but has no option ",
+                       on    ? "False"
+                       : off ? "True"
+                             : "True or False");
         KeywordTable texts;
         for (std::uint32_t i = 0; i < feature.options.size(); ++i) {
             const PpdOption& option = feature.options[i];
@@ -175,24 +130,16 @@ void CheckDefaults(PpdCheck& check)
 
 namespace {
 
-// A text's bytes that its encoding does not have.
+// Whether a text holds bytes that its encoding does not have.
 bool HasForeignBytes(const std::string& bytes, PpdEncoding encoding)
 {
-    const auto any = [&](auto foreign) {
-        return std::ranges::any_of(bytes, [&](char c) { return foreign(static_cast<unsigned char>(c)); });
-    };
-    switch (encoding) {
-    case PpdEncoding::Utf8:
-        return !IsUtf8(bytes);
-    case PpdEncoding::WindowsAnsi:
-        return any([](unsigned c) { return c == 0x81 || c == 0x8D || c == 0x8F || c == 0x90 || c == 0x9D; });
-    case PpdEncoding::IsoLatin1:
-    case PpdEncoding::IsoLatin2:
-    case PpdEncoding::IsoLatin5:
-        return any([](unsigned c) { return c >= 0x80 && c < 0xA0; });
-    default:
-        return false;
-    }
+    if (encoding == PpdEncoding::Utf8) return !IsUtf8(bytes);
+    const bool isoLatin = encoding >= PpdEncoding::IsoLatin1 && encoding <= PpdEncoding::IsoLatin5;
+    constexpr std::string_view kNotWindows = "\x81\x8D\x8F\x90\x9D";
+    return std::ranges::any_of(bytes, [&](char c) {
+        return (isoLatin && (c & 0xE0) == 0x80) ||
+               (encoding == PpdEncoding::WindowsAnsi && kNotWindows.find(c) != kNotWindows.npos);
+    });
 }
 
 // The first "<...>" that looks as if it were to be hexadecimal, but is not.
@@ -213,13 +160,7 @@ std::string_view BrokenHex(std::string_view text)
     return {};
 }
 
-std::size_t CharactersOf(const std::string& bytes)
-{
-    if (!IsUtf8(bytes)) return bytes.size();
-    return static_cast<std::size_t>(std::ranges::count_if(bytes, [](char c) { return (c & 0xC0) != 0x80; }));
-}
-
-void CheckKeywords(PpdCheck& check, const PpdStatement& statement)
+void CheckKeyword(PpdCheck& check, const PpdStatement& statement)
 {
     const std::string_view keyword =
         statement.keyword == K::Option ? statement.option : WithoutAsterisk(statement.option);
@@ -233,20 +174,21 @@ void CheckKeywords(PpdCheck& check, const PpdStatement& statement)
 
 void CheckText(PpdCheck& check, const PpdStatement& statement, std::string_view text, PpdEncoding encoding)
 {
-    if (text.size() <= kLongestText && IsPlainPpdText(text)) return;
+    if (std::ssize(text) <= kLongestText && IsPlainPpdText(text)) return;
     if (const std::string_view hex = BrokenHex(text); !hex.empty())
         check.Tell("hex", statement, Quoted(hex),
                    " is not made of hexadecimal digits in pairs; people see it as it stands");
     const std::string bytes = ResolvePpdHex(Trim(text));
-    if (const std::size_t length = CharactersOf(bytes); length > kLongestText)
+    const std::ptrdiff_t following = // bytes that are not the first of their character
+        IsUtf8(bytes) ? std::ranges::count_if(bytes, [](char c) { return (c & 0xC0) == 0x80; }) : 0;
+    if (const auto length = std::ssize(bytes) - following; length > kLongestText)
         check.Tell("text-length", statement, "the text has ", length, " characters; ", kLongestText,
                    " are allowed");
-    if (std::ranges::all_of(bytes, IsAscii)) return;
+    if (std::ranges::all_of(bytes, [](char c) { return (c & 0x80) == 0; })) return;
     if (HasForeignBytes(bytes, encoding))
-        check.Tell(
-            "encoding-bytes", statement, "the text holds bytes that ",
-            (statement.keyword == K::Translation ? "UTF-8" : std::string(check.ppd.About().languageEncoding)),
-            " does not have; people see wrong letters");
+        check.Tell("encoding-bytes", statement, "the text holds bytes that ",
+                   statement.keyword == K::Translation ? "UTF-8" : check.ppd.About().languageEncoding,
+                   " does not have; people see wrong letters");
     else if (encoding == PpdEncoding::Unknown)
         check.Tell("encoding-none", statement,
                    "the text holds bytes beyond ASCII, but the file names no encoding for them");
@@ -268,180 +210,170 @@ void CheckLines(PpdCheck& check, const PpdStatement& statement)
     }
 }
 
-} // namespace
-
-void CheckTexts(PpdCheck& check)
-{
-    const PpdEncoding encoding = PpdEncodingFromName(check.ppd.About().languageEncoding);
-    for (const PpdStatement& statement : check.ppd.Statements()) {
-        CheckLines(check, statement);
-        switch (statement.keyword) {
-        case K::OpenUI:
-        case K::JclOpenUI:
-        case K::Option:
-            CheckKeywords(check, statement);
-            [[fallthrough]];
-        case K::PaperDimension:
-        case K::ImageableArea:
-            CheckText(check, statement, statement.text, encoding);
-            break;
-        case K::Translation:
-            CheckText(check, statement, statement.text, PpdEncoding::Utf8);
-            break;
-        case K::Header:
-            CheckText(check, statement, statement.value, encoding);
-            break;
-        default:
-            break;
-        }
-    }
-}
-
 // ---- PostScript code
 
-namespace {
-
-const char* AfterString(const char* at, const char* end)
+// The place behind a string of which `at` is the first character; npos when the string does not end.
+std::size_t AfterString(std::string_view code, std::size_t at)
 {
-    for (int depth = 1; at < end && depth > 0; ++at) {
-        if (*at == '\\')
+    int depth = 1;
+    for (; at < code.size() && depth > 0; ++at) {
+        if (code[at] == '\\')
             ++at;
-        else if (*at == '(')
-            ++depth;
-        else if (*at == ')' && --depth == 0)
-            return at + 1;
+        else if (code[at] == '(' || code[at] == ')')
+            depth += code[at] == '(' ? 1 : -1;
     }
-    return nullptr;
+    return depth == 0 ? at : code.npos;
 }
 
 // What is wrong with the brackets of a code; empty when they balance. Where the code works with marks of its
 // own, "[" and "<<" may end otherwise.
 std::string Imbalance(std::string_view code)
 {
-    const bool marks = code.find("mark") != code.npos;
+    constexpr std::string_view kOpening = "{<[", kClosing = "}>])";
+    const std::size_t strict = code.find("mark") == code.npos ? kClosing.size() : 1;
     std::string open; // closing brackets that are expected; '>' stands for ">>"
     const auto name = [](char bracket) { return bracket == '>' ? "\">>\"" : Quoted({&bracket, 1}); };
-    const char* const end = code.data() + code.size();
-    for (const char* at = code.data(); at < end;) {
-        const char c = *at++;
-        const bool twice = at < end && *at == c;
-        switch (c) {
-        case '%':
-            while (at < end && !IsLineEnd(*at))
-                ++at;
-            break;
-        case '(':
-            at = AfterString(at, end);
-            if (!at) return "\")\" is missing";
-            break;
-        case '<':
-            if (!twice && (at = std::find(at, end, '>')) == end) return "\">\" is missing";
-            ++at;
-            if (twice && !marks) open += '>';
-            break;
-        case '[':
-            if (!marks) open += ']';
-            break;
-        case '{':
-            open += '}';
-            break;
-        case '>':
-            if (twice) ++at;
-            [[fallthrough]];
-        case ')':
-        case ']':
-        case '}':
-            if (marks && (c == '>' || c == ']')) break;
+    for (std::size_t at = 0; at < code.size();) {
+        const char c = code[at++];
+        const bool twice = at < code.size() && code[at] == c && (c == '<' || c == '>');
+        if (twice) ++at;
+        if (c == '%') {
+            at = code.find_first_of("\r\n", at);
+        } else if (c == '(') {
+            at = AfterString(code, at);
+            if (at == code.npos) return "\")\" is missing";
+        } else if (c == '<' && !twice) {
+            at = code.find('>', at);
+            if (at++ == code.npos) return "\">\" is missing";
+        } else if (const std::size_t opened = kOpening.find(c); opened < strict) {
+            open += kClosing[opened];
+        } else if (const std::size_t closed = kClosing.find(c); closed < strict || c == ')') {
             if (open.empty()) return name(c) + " closes nothing";
             if (open.back() != c) return name(c) + " stands where " + name(open.back()) + " is expected";
             open.pop_back();
-            break;
-        default:
-            break;
         }
     }
     return open.empty() ? "" : name(open.back()) + " is missing";
 }
 
-} // namespace
-
-void CheckCode(PpdCheck& check)
+void CheckCode(PpdCheck& check, const PpdStatement& statement)
 {
-    std::set<std::string_view> symbols;
-    for (const PpdStatement& statement : check.ppd.Statements()) {
-        if (statement.keyword == K::SymbolValue) symbols.insert(statement.option);
-    }
-    for (const PpdStatement& statement : check.ppd.Statements()) {
-        if (statement.keyword != K::Option && statement.keyword != K::CustomPageSize) continue;
-        const std::string_view feature = statement.keyword == K::Option ? statement.main : "PageSize";
-        if (!statement.quoted && statement.value.starts_with('^')) {
-            if (!symbols.contains(statement.value))
-                check.Tell("symbol-unknown", statement, "the symbol ", statement.value, " is not defined");
-            continue;
-        }
-        if (!statement.quoted) {
-            check.Tell("option-quotes", statement, "the code ", Quoted(statement.value.substr(0, 40)),
-                       " expected in quotes");
-            continue;
-        }
-        const PpdFeature* const found = check.ppd.Find(feature);
-        if (statement.unclosed || (found && found->jcl) || statement.value.empty()) continue;
-        if (std::string problem = Imbalance(statement.value); !problem.empty())
-            check.Tell("code-balance", statement, "the code does not balance: ", std::move(problem),
+    const Place place(statement);
+    const PpdFeature* const feature = check.ppd.Find(place.feature);
+    if (!statement.quoted && statement.value.starts_with('^')) {
+        const PpdOption* const option = check.ppd.Find(place.feature, place.option);
+        if (option && option->value == statement.value) // the reader puts in what the symbol stands for
+            check.Tell("symbol-unknown", statement, "the symbol ", statement.value, " is not defined");
+    } else if (!statement.quoted) {
+        check.Tell("option-quotes", statement, "the code ", Quoted(statement.value.substr(0, 40)),
+                   " expected in quotes");
+    } else if (!statement.unclosed && !(feature && feature->jcl)) {
+        if (const std::string problem = Imbalance(statement.value); !problem.empty())
+            check.Tell("code-balance", statement, "the code does not balance: ", problem,
                        "; the printer stops the job");
     }
 }
 
-// ---- what names features
+// ---- statements of other kinds
 
-void CheckOrders(PpdCheck& check)
+void CheckAbout(PpdCheck& check, const PpdStatement& statement)
 {
-    for (const PpdStatement& statement : check.ppd.Statements()) {
-        std::string_view rest = statement.value;
-        if (statement.keyword == K::UIConstraints || statement.keyword == K::NonUIConstraints) {
-            std::string_view first = NextWord(rest), second = NextWord(rest);
-            if (!second.starts_with('*')) second = NextWord(rest);
-            if (first == second && first.starts_with('*'))
-                check.Tell("constraint-self", statement, "the constraint names ", first, " twice");
-            continue;
-        }
-        if (statement.keyword != K::OrderDependency || !statement.hasValue) continue;
-        const std::string_view number = NextWord(rest), section = NextWord(rest);
-        const std::string_view feature = WithoutAsterisk(NextWord(rest));
-        if (number.empty() || number.find_first_not_of("0123456789.+-") != number.npos)
-            check.Tell("order-number", statement, Quoted(number), " is no number; the code is sent first");
-        if (std::ranges::find(kSections, section) == std::end(kSections))
-            check.Tell("order-section", statement, Quoted(section), " is no section of a job (",
-                       Joined({std::begin(kSections), std::end(kSections)}), ")");
-        if (statement.main == "OrderDependency" && !check.ppd.Find(feature))
-            check.Tell("order-feature", statement, Quoted(Starred(feature)), " is no feature of the file");
-    }
+    const std::string_view value = Trim(statement.value);
+    const std::size_t dot = value.find('.');
+    if (statement.main == "PCFileName" &&
+        (dot == 0 || dot > 8 || !EqualIgnoringCase(value.substr(dot), ".ppd") ||
+         value.find(' ') != value.npos))
+        check.Tell("file-name", statement, Quoted(value),
+                   " is not of the form NAME.PPD with at most 8 characters before the dot");
+    if (statement.main == "Product" && statement.hasValue &&
+        !(value.starts_with('(') && value.ends_with(')')))
+        check.Tell("product-form", statement, Quoted(statement.value),
+                   " expected in parentheses, as the interpreter answers it");
 }
 
-void CheckTranslations(PpdCheck& check)
+void CheckDefault(PpdCheck& check, const PpdStatement& statement)
 {
-    // Groups (one of them takes what stands outside of all), and what the file says about itself.
-    std::set<std::string_view> others{"General"};
+    const PpdFeature* const feature = check.ppd.Find(statement.main);
+    if (feature && WithoutText(statement.value) == "Unknown" && !check.ppd.Find(statement.main, "Unknown"))
+        check.Tell("default-no-option", statement, "the default is Unknown; the first option ",
+                   Quoted(feature->options.front().keyword), " is taken");
+}
+
+void CheckConstraint(PpdCheck& check, const PpdStatement& statement)
+{
+    std::string_view rest = statement.value;
+    const std::string_view first = NextWord(rest);
+    std::string_view second = NextWord(rest);
+    if (!second.starts_with('*')) second = NextWord(rest);
+    if (first == second && first.starts_with('*'))
+        check.Tell("constraint-self", statement, "the constraint names ", first, " twice");
+}
+
+void CheckOrder(PpdCheck& check, const PpdStatement& statement)
+{
+    if (!statement.hasValue) return;
+    std::string_view rest = statement.value;
+    const std::string_view number = NextWord(rest), section = NextWord(rest);
+    const std::string_view feature = WithoutAsterisk(NextWord(rest));
+    if (number.empty() || number.find_first_not_of("0123456789.+-") != number.npos)
+        check.Tell("order-number", statement, Quoted(number), " is no number; the code is sent first");
+    if (std::ranges::find(kSections, section) == std::end(kSections))
+        check.Tell("order-section", statement, Quoted(section), " is no section of a job (",
+                   Joined(kSections), ")");
+    if (statement.main == "OrderDependency" && !check.ppd.Find(feature))
+        check.Tell("order-feature", statement, Quoted(Starred(feature)), " is no feature of the file");
+}
+
+// What a translation may be of beside features: groups (one takes what stands outside of all), and what the
+// file says about itself.
+bool IsGroupOrHeader(const Ppd& ppd, std::string_view keyword)
+{
+    return keyword == "General" || std::ranges::any_of(ppd.Statements(), [&](const PpdStatement& each) {
+               const bool group = each.keyword == K::OpenGroup || each.keyword == K::OpenSubGroup;
+               return group ? each.Named() == keyword : each.keyword == K::Header && each.main == keyword;
+           });
+}
+
+void CheckTranslation(PpdCheck& check, const PpdStatement& statement)
+{
+    const std::string_view main = statement.main.substr(statement.main.find('.') + 1);
+    const bool ofFeature = main == "Translation";
+    const std::string_view keyword = ofFeature ? statement.option : main;
+    const bool known = check.ppd.Find(keyword) != nullptr;
+    if (!known && (ofFeature ? !IsGroupOrHeader(check.ppd, keyword)
+                             : !keyword.starts_with("Custom") && !keyword.starts_with("Param") &&
+                                   IsNearFeature(check.ppd, keyword)))
+        check.Tell("translation-unknown", statement, Quoted(keyword), " is no feature of the file");
+    else if (known && !ofFeature && !statement.option.empty() && statement.option != "Custom" &&
+             !check.ppd.Find(keyword, statement.option))
+        check.Tell("translation-unknown", statement, Quoted(statement.option), " is no option of ",
+                   Quoted(Starred(keyword)));
+}
+
+} // namespace
+
+void CheckStatements(PpdCheck& check)
+{
+    const PpdEncoding encoding = PpdEncodingFromName(check.ppd.About().languageEncoding);
     for (const PpdStatement& statement : check.ppd.Statements()) {
-        if (statement.keyword == K::OpenGroup || statement.keyword == K::OpenSubGroup)
-            others.insert(WithoutText(statement.hasValue ? statement.value : statement.option));
-        else if (statement.keyword == K::Header)
-            others.insert(statement.main);
-    }
-    for (const PpdStatement& statement : check.ppd.Statements()) {
-        if (statement.keyword != K::Translation) continue;
-        const std::string_view main = statement.main.substr(statement.main.find('.') + 1);
-        const bool ofFeature = main == "Translation";
-        const std::string_view keyword = ofFeature ? statement.option : main;
-        const auto feature = check.ppd.FindFeature(keyword);
-        if (ofFeature ? !feature && !others.contains(keyword)
-                      : !feature && !keyword.starts_with("Custom") && !keyword.starts_with("Param") &&
-                            IsNearFeature(check.ppd, keyword))
-            check.Tell("translation-unknown", statement, Quoted(keyword), " is no feature of the file");
-        else if (feature && !ofFeature && !statement.option.empty() && statement.option != "Custom" &&
-                 !check.ppd.FindOption(*feature, statement.option))
-            check.Tell("translation-unknown", statement, Quoted(statement.option), " is no option of ",
-                       Quoted(Starred(keyword)));
+        if (!statement.hasValue && TakesValue(statement.keyword))
+            check.Tell("colon", statement, "\":\" and a value expected behind \"*",
+                       statement.keyword == K::Default ? "Default" : "", statement.main,
+                       "\"; the line says nothing");
+        CheckLines(check, statement);
+        const K keyword = statement.keyword;
+        const bool opens = keyword == K::OpenUI || keyword == K::JclOpenUI;
+        if (opens || keyword == K::Option) CheckKeyword(check, statement);
+        if (opens || keyword == K::Option || keyword == K::PaperDimension || keyword == K::ImageableArea)
+            CheckText(check, statement, statement.text, encoding);
+        if (keyword == K::Header) CheckText(check, statement, statement.value, encoding);
+        if (keyword == K::Translation) CheckText(check, statement, statement.text, PpdEncoding::Utf8);
+        if (keyword == K::Option || keyword == K::CustomPageSize) CheckCode(check, statement);
+        if (keyword == K::Header) CheckAbout(check, statement);
+        if (keyword == K::Default) CheckDefault(check, statement);
+        if (keyword == K::UIConstraints || keyword == K::NonUIConstraints) CheckConstraint(check, statement);
+        if (keyword == K::OrderDependency) CheckOrder(check, statement);
+        if (keyword == K::Translation) CheckTranslation(check, statement);
     }
 }
 

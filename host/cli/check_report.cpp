@@ -27,13 +27,19 @@ std::string Coloured(Severity severity, bool coloured)
     return coloured ? kColours[static_cast<std::size_t>(severity)] + text + "\033[0m" : text;
 }
 
+// With the feature and the option that it concerns.
+std::string FullText(const Finding& finding)
+{
+    return finding.feature.empty()
+               ? finding.text
+               : finding.feature + (finding.option.empty() ? "" : " " + finding.option) + ": " + finding.text;
+}
+
 std::string AsText(const Finding& finding, bool coloured)
 {
-    std::string concern = finding.feature;
-    if (!finding.option.empty()) concern += (concern.empty() ? "" : " ") + finding.option;
     return finding.file + ":" + std::to_string(finding.line) + ": " +
-           Coloured(finding.rule->severity, coloured) + ": " + (concern.empty() ? "" : concern + ": ") +
-           finding.text + " [" + std::string(finding.rule->code) + "]\n";
+           Coloured(finding.rule->severity, coloured) + ": " + FullText(finding) + " [" +
+           std::string(finding.rule->code) + "]\n";
 }
 
 Json AsJson(const CheckedFile& checked)
@@ -82,14 +88,10 @@ std::string AsUri(const std::string& path)
 
 Json AsSarif(const Finding& finding)
 {
-    const std::string concern =
-        (finding.feature.empty()
-             ? ""
-             : finding.feature + (finding.option.empty() ? "" : " " + finding.option) + ": ");
     return {{"ruleId", finding.rule->code},
-            {"ruleIndex", finding.rule - Rules().data()},
+            {"ruleIndex", NumberOf(*finding.rule)},
             {"level", TextOf(finding.rule->severity)},
-            {"message", {{"text", concern + finding.text}}},
+            {"message", {{"text", FullText(finding)}}},
             {"locations", Json::array({{{"physicalLocation",
                                          {{"artifactLocation", {{"uri", AsUri(finding.file)}}},
                                           {"region", {{"startLine", finding.line}}}}}}})}};

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <tuple>
 #include <utility>
 
@@ -22,14 +23,14 @@ constexpr Rule kRules[] = {
     {"byte-order-mark",    Warning, "A byte order mark stands before the first statement; other readers refuse the file.", nullptr},
     {"stray-line",         Warning, "A line outside of a value does not begin with an asterisk; it is passed over.", nullptr},
     {"closing-quote",      Error,   "The closing quote of a value is missing; other readers lose the statements that follow.", nullptr},
-    {"colon",              Warning, "A colon is missing behind a keyword that takes a value; the line says nothing.", CheckHeader},
-    {"line-length",        Note,    "A line has more than 255 characters; readers with buffers of that size cut it.", CheckTexts},
+    {"colon",              Warning, "A colon is missing behind a keyword that takes a value; the line says nothing.", CheckStatements},
+    {"line-length",        Note,    "A line has more than 255 characters; readers with buffers of that size cut it.", CheckStatements},
     // What the file says about itself.
     {"required-missing",   Warning, "A keyword that every PPD must have is missing.", CheckHeader},
     {"encoding-missing",   Warning, "There is no *LanguageEncoding; texts beyond ASCII are guessed.", CheckHeader},
     {"encoding-unknown",   Warning, "*LanguageEncoding names no encoding of the format; texts beyond ASCII are guessed.", CheckHeader},
-    {"file-name",          Warning, "*PCFileName is not of the form NAME.PPD with at most 8 characters before the dot.", CheckHeader},
-    {"product-form",       Warning, "*Product is not a PostScript string in parentheses; interpreters are not recognised by it.", CheckHeader},
+    {"file-name",          Warning, "*PCFileName is not of the form NAME.PPD with at most 8 characters before the dot.", CheckStatements},
+    {"product-form",       Warning, "*Product is not a PostScript string in parentheses; interpreters are not recognised by it.", CheckStatements},
     {"short-name",         Warning, "*ShortNickName has more than 31 characters; Windows cuts it.", CheckHeader},
     {"keyword-twice",      Warning, "A keyword is given twice with different values; the first one counts here, the last one in other readers.", CheckRepeated},
     // Features, options and groups.
@@ -42,31 +43,31 @@ constexpr Rule kRules[] = {
     {"feature-twice",      Warning, "A feature is opened twice; the options of both are taken together.", nullptr},
     {"feature-type",       Warning, "A feature is none of PickOne, PickMany and Boolean; it is taken as PickOne.", nullptr},
     {"no-options",         Error,   "A feature has no options; the pages leave it out.", nullptr},
-    {"boolean-options",    Warning, "A Boolean feature lacks the option True or False; a check box of other drivers cannot show it.", CheckDefaults},
+    {"boolean-options",    Warning, "A Boolean feature lacks the option True or False; a check box of other drivers cannot show it.", CheckFeatures},
     {"option-twice",       Warning, "An option is given twice; the first one counts.", nullptr},
     {"option-form",        Warning, "A line of an option lacks its keyword or its colon; it is passed over.", nullptr},
-    {"option-quotes",      Warning, "The code of an option is not quoted; other readers refuse or misread it.", CheckCode},
-    {"symbol-unknown",     Error,   "The code of an option is a symbol that no *SymbolValue defines; it is sent as it stands.", CheckCode},
-    {"code-balance",       Error,   "Brackets or parentheses of PostScript code do not balance; the printer stops the job.", CheckCode},
-    {"default-missing",    Warning, "A feature has no default; its first option is taken.", CheckDefaults},
-    {"default-lost",       Warning, "A default names a feature that the file spells otherwise; it says nothing.", CheckDefaults},
-    {"default-no-option",  Warning, "A default is Unknown, but no such option exists; the first option is taken.", CheckDefaults},
+    {"option-quotes",      Warning, "The code of an option is not quoted; other readers refuse or misread it.", CheckStatements},
+    {"symbol-unknown",     Error,   "The code of an option is a symbol that no *SymbolValue defines; it is sent as it stands.", CheckStatements},
+    {"code-balance",       Error,   "Brackets or parentheses of PostScript code do not balance; the printer stops the job.", CheckStatements},
+    {"default-missing",    Warning, "A feature has no default; its first option is taken.", CheckFeatures},
+    {"default-lost",       Warning, "A default names a feature that the file spells otherwise; it says nothing.", CheckFeatures},
+    {"default-no-option",  Warning, "A default is Unknown, but no such option exists; the first option is taken.", CheckStatements},
     {"default-unknown",    Warning, "A default is no option of its feature; the first option is taken.", nullptr},
     {"constraint-form",    Warning, "A constraint does not name two features; it is passed over.", nullptr},
     {"constraint-unknown", Warning, "A constraint names what the file does not define; it is passed over.", nullptr},
-    {"constraint-self",    Warning, "A constraint names the same feature twice; it is passed over.", CheckOrders},
-    {"order-number",       Warning, "An order dependency does not begin with a number; the feature's code is sent first.", CheckOrders},
-    {"order-section",      Warning, "An order dependency names no section of a PostScript job; the feature's code may get lost.", CheckOrders},
-    {"order-feature",      Warning, "An order dependency names a feature that the file does not define; it says nothing.", CheckOrders},
+    {"constraint-self",    Warning, "A constraint names the same feature twice; it is passed over.", CheckStatements},
+    {"order-number",       Warning, "An order dependency does not begin with a number; the feature's code is sent first.", CheckStatements},
+    {"order-section",      Warning, "An order dependency names no section of a PostScript job; the feature's code may get lost.", CheckStatements},
+    {"order-feature",      Warning, "An order dependency names a feature that the file does not define; it says nothing.", CheckStatements},
     // Texts.
-    {"encoding-bytes",     Warning, "A text holds bytes that the file's encoding does not have; people see wrong letters.", CheckTexts},
-    {"encoding-none",      Note,    "A text holds bytes beyond ASCII, but the file names no encoding; people may see wrong letters.", CheckTexts},
-    {"text-length",        Warning, "A text has more than 80 characters; other readers cut it.", CheckTexts},
-    {"keyword-length",     Warning, "A keyword has more than 40 characters; other readers cut it or refuse the file.", CheckTexts},
-    {"keyword-form",       Warning, "A keyword holds a blank or a letter beyond ASCII; other readers cut it there.", CheckTexts},
-    {"hex",                Warning, "Between \"<\" and \">\" of a text stand no hexadecimal digits in pairs; people see the brackets.", CheckTexts},
-    {"text-twice",         Warning, "Two options of a feature have the same text; people cannot tell them apart.", CheckDefaults},
-    {"translation-unknown", Warning, "A translation is of a feature or an option that the file does not define; it says nothing.", CheckTranslations},
+    {"encoding-bytes",     Warning, "A text holds bytes that the file's encoding does not have; people see wrong letters.", CheckStatements},
+    {"encoding-none",      Note,    "A text holds bytes beyond ASCII, but the file names no encoding; people may see wrong letters.", CheckStatements},
+    {"text-length",        Warning, "A text has more than 80 characters; other readers cut it.", CheckStatements},
+    {"keyword-length",     Warning, "A keyword has more than 40 characters; other readers cut it or refuse the file.", CheckStatements},
+    {"keyword-form",       Warning, "A keyword holds a blank or a letter beyond ASCII; other readers cut it there.", CheckStatements},
+    {"hex",                Warning, "Between \"<\" and \">\" of a text stand no hexadecimal digits in pairs; people see the brackets.", CheckStatements},
+    {"text-twice",         Warning, "Two options of a feature have the same text; people cannot tell them apart.", CheckFeatures},
+    {"translation-unknown", Warning, "A translation is of a feature or an option that the file does not define; it says nothing.", CheckStatements},
     // Page sizes.
     {"page-region-missing", Warning, "There is a PageSize but no PageRegion; a size cannot be chosen together with a paper source.", CheckSizes},
     {"page-region-default", Warning, "The default of PageRegion is not that of PageSize.", CheckSizes},
@@ -78,18 +79,18 @@ constexpr Rule kRules[] = {
     {"custom-size",        Warning, "The limits of page sizes of the user's own are missing or make no sense.", CheckCustomSize},
     // What the driver's pages make of it.
     {"feature-misspelt",   Error,   "A feature is spelt almost like one of the driver's own; no control stands for it.", CheckFeatureNames},
-    {"feature-missing",    Note,    "A control of the pages finds no feature.", CheckMissing},
-    {"slider-number",      Error,   "An option is no number; the slider cannot stand for it.", CheckSliders},
-    {"slider-value",       Error,   "No position of the slider stands for an option; an apply turns it into another one.", CheckSliders},
-    {"slider-gap",         Error,   "Positions of the slider write options that are not there, which changes nothing.", CheckSliders},
-    {"slider-text",        Warning, "The text of an option says another number than the page beside the slider.", CheckSliders},
-    {"field-number",       Error,   "An option is no number; its part of the number field counts 0.", CheckNumberFields},
-    {"field-gap",          Error,   "The number field writes options that are not there, which changes nothing.", CheckNumberFields},
-    {"box-number",         Error,   "An option is no number; the check box hides.", CheckCheckBoxes},
-    {"box-gap",            Error,   "The check box writes an option that is not there, which changes nothing.", CheckCheckBoxes},
-    {"popup-full",         Error,   "A feature has more options than a popup offers; the last ones cannot be chosen.", CheckPopups},
-    {"popup-text",         Error,   "The text of an option is longer than the core driver's reply; the popup shows an empty line.", CheckPopups},
-    {"popup-hidden",       Note,    "A popup with a single option is hidden.", CheckPopups},
+    {"feature-missing",    Note,    "A control of the pages finds no feature.", CheckControls},
+    {"slider-number",      Error,   "An option is no number; the slider cannot stand for it.", CheckControls},
+    {"slider-value",       Error,   "No position of the slider stands for an option; an apply turns it into another one.", CheckControls},
+    {"slider-gap",         Error,   "Positions of the slider write options that are not there, which changes nothing.", CheckControls},
+    {"slider-text",        Warning, "The text of an option says another number than the page beside the slider.", CheckControls},
+    {"field-number",       Error,   "An option is no number; its part of the number field counts 0.", CheckControls},
+    {"field-gap",          Error,   "The number field writes options that are not there, which changes nothing.", CheckControls},
+    {"box-number",         Error,   "An option is no number; the check box hides.", CheckControls},
+    {"box-gap",            Error,   "The check box writes an option that is not there, which changes nothing.", CheckControls},
+    {"popup-full",         Error,   "A feature has more options than a popup offers; the last ones cannot be chosen.", CheckControls},
+    {"popup-text",         Error,   "The text of an option is longer than the core driver's reply; the popup shows an empty line.", CheckControls},
+    {"popup-hidden",       Note,    "A popup with a single option is hidden.", CheckControls},
     {"popup-empty",        Error,   "A selection forbids every option of a popup, which is left empty.", CheckEmptyPopups},
     {"popup-empty-pair",   Warning, "Two selections together forbid every option of a popup, which is left empty.", CheckEmptyPopups},
     {"borderless-alone",   Note,    "A borderless size has no size to go with; it stands in the list by itself, its box checked.", CheckBorderless},
@@ -121,6 +122,11 @@ std::string_view TextOf(Severity severity)
 std::span<const Rule> Rules()
 {
     return kRules;
+}
+
+std::size_t NumberOf(const Rule& rule)
+{
+    return static_cast<std::size_t>(&rule - kRules);
 }
 
 const Rule* FindRule(std::string_view code)
@@ -179,47 +185,33 @@ Place::Place(const PpdFeature& one, const PpdOption& its)
 {
 }
 
-std::string Joined(const std::vector<std::string>& texts, std::size_t most)
+std::string FirstOf(const std::vector<std::string>& texts, std::size_t most)
 {
-    std::string joined;
-    for (std::size_t i = 0; i < texts.size() && i < most; ++i)
-        joined += (i ? ", " : "") + texts[i];
-    if (texts.size() > most) joined += " and " + std::to_string(texts.size() - most) + " more";
-    return joined;
+    const std::span first(texts.data(), std::min(texts.size(), most));
+    return Joined(first) +
+           (texts.size() > most ? " and " + std::to_string(texts.size() - most) + " more" : "");
 }
 
 void AddFinding(std::vector<Finding>& findings, const RuleChoice& choice, std::string_view code,
                 const PpdMessage& message)
 {
     const Rule* const rule = FindRule(code);
-    if (rule && choice[static_cast<std::size_t>(rule - kRules)])
+    if (rule && choice[NumberOf(*rule)])
         findings.push_back(
             {rule, message.file, std::max(message.line, 1u), message.feature, message.option, message.text});
 }
 
-bool PpdCheck::Wants(std::string_view code) const
-{
-    const Rule* const rule = FindRule(code);
-    return rule && choice_[static_cast<std::size_t>(rule - kRules)];
-}
-
 void PpdCheck::Add(std::string_view code, const Place& place, std::string text)
 {
-    PpdMessage message = ppd.At(place.at, std::move(text));
-    message.feature = place.feature;
-    message.option = place.option;
-    AddFinding(findings_, choice_, code, message);
+    AddFinding(findings_, choice_, code,
+               ppd.At(place.at, std::move(text), code, place.feature, place.option));
 }
 
 std::vector<Finding> PpdCheck::Run()
 {
-    std::vector<void (*)(PpdCheck&)> done;
+    std::set<void (*)(PpdCheck&)> done;
     for (const Rule& rule : kRules) {
-        if (!rule.find || !choice_[static_cast<std::size_t>(&rule - kRules)] ||
-            std::ranges::find(done, rule.find) != done.end())
-            continue;
-        done.push_back(rule.find);
-        rule.find(*this);
+        if (rule.find && choice_[NumberOf(rule)] && done.insert(rule.find).second) rule.find(*this);
     }
     for (const PpdMessage& warning : ppd.Warnings())
         AddFinding(findings_, choice_, warning.code, warning);

@@ -34,6 +34,7 @@ struct Rule
 };
 
 std::span<const Rule> Rules();
+std::size_t NumberOf(const Rule& rule); // among them
 const Rule* FindRule(std::string_view code);
 
 // Which rows of the table are wanted.
@@ -69,7 +70,6 @@ public:
     // Applies every rule that is wanted, and takes over what the reader said.
     std::vector<Finding> Run();
 
-    bool Wants(std::string_view code) const;
     // The parts of the text are strings and whole numbers.
     template <typename... Parts> void Tell(std::string_view code, const Place& place, const Parts&... parts)
     {
@@ -97,24 +97,17 @@ void AddFinding(std::vector<Finding>& findings, const RuleChoice& choice, std::s
                 const PpdMessage& message);
 
 // "a, b, c and 4 more".
-std::string Joined(const std::vector<std::string>& texts, std::size_t most = 6);
+std::string FirstOf(const std::vector<std::string>& texts, std::size_t most = 6);
 
 // The functions of the table's rows, by the file in which they stand.
 void CheckHeader(PpdCheck& check); // check_format.cpp
 void CheckRepeated(PpdCheck& check);
-void CheckDefaults(PpdCheck& check);
-void CheckTexts(PpdCheck& check);
-void CheckCode(PpdCheck& check);
-void CheckOrders(PpdCheck& check);
-void CheckTranslations(PpdCheck& check);
+void CheckFeatures(PpdCheck& check);
+void CheckStatements(PpdCheck& check);
 void CheckSizes(PpdCheck& check); // check_sizes.cpp
 void CheckCustomSize(PpdCheck& check);
 void CheckFeatureNames(PpdCheck& check); // check_driver.cpp
-void CheckMissing(PpdCheck& check);
-void CheckSliders(PpdCheck& check);
-void CheckNumberFields(PpdCheck& check);
-void CheckCheckBoxes(PpdCheck& check);
-void CheckPopups(PpdCheck& check);
+void CheckControls(PpdCheck& check);
 void CheckBorderless(PpdCheck& check);
 void CheckScreenPrinting(PpdCheck& check);
 void CheckLengths(PpdCheck& check);

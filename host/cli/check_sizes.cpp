@@ -43,7 +43,6 @@ struct SizeParts
 {
     const PpdStatement *dimension = nullptr, *area = nullptr;
 };
-using Sizes = std::map<std::string_view, SizeParts>;
 
 void CheckDimension(PpdCheck& check, const PpdStatement& statement)
 {
@@ -80,44 +79,34 @@ void CheckArea(PpdCheck& check, const SizeParts& parts)
 
 void CheckSizes(PpdCheck& check)
 {
-    const auto sizes = check.ppd.FindFeature("PageSize");
+    const PpdFeature *const sizes = check.ppd.Find("PageSize"), *const regions = check.ppd.Find("PageRegion");
     if (!sizes) return;
-    const PpdFeature& feature = check.ppd.Feature(*sizes);
-    const auto regions = check.ppd.FindFeature("PageRegion");
-    if (!regions) {
-        check.Tell("page-region-missing", feature, "there is no PageRegion beside it");
-    } else if (const PpdFeature& region = check.ppd.Feature(*regions);
-               region.hasDefault && feature.hasDefault &&
-               region.options[region.defaultOption].keyword !=
-                   feature.options[feature.defaultOption].keyword) {
-        check.Tell("page-region-default", region, "the default ",
-                   region.options[region.defaultOption].keyword, " is not that of PageSize, ",
-                   feature.options[feature.defaultOption].keyword);
-    }
-    Sizes known;
-    bool anyDimension = false, anyArea = false;
+    const std::string_view size = sizes->options[sizes->defaultOption].keyword;
+    const std::string_view region = regions ? regions->options[regions->defaultOption].keyword : size;
+    if (!regions)
+        check.Tell("page-region-missing", *sizes, "there is no PageRegion beside it");
+    else if (regions->hasDefault && sizes->hasDefault && region != size)
+        check.Tell("page-region-default", *regions, "the default ", region, " is not that of PageSize, ",
+                   size);
+    std::map<std::string_view, SizeParts> known;
     for (const PpdStatement& statement : check.ppd.Statements()) {
         const bool isDimension = statement.keyword == PpdKeyword::PaperDimension;
         if (!isDimension && statement.keyword != PpdKeyword::ImageableArea) continue;
-        (isDimension ? anyDimension : anyArea) = true;
-        if (!check.ppd.FindOption(*sizes, statement.option)) {
+        if (!check.ppd.Find("PageSize", statement.option))
             check.Tell("size-unknown", statement, Quoted(statement.option), " is no option of \"*PageSize\"");
-            continue;
-        }
         SizeParts& parts = known[statement.option];
         const PpdStatement*& part = isDimension ? parts.dimension : parts.area;
-        if (part) continue; // the first one counts
-        part = &statement;
+        if (!part) part = &statement; // the first one counts
     }
-    for (const PpdOption& size : feature.options) {
-        if (size.keyword == kCustomPageSize || size.keyword.starts_with(kCustomPrefix)) continue;
-        const SizeParts parts = known[size.keyword];
+    for (const PpdOption& option : sizes->options) {
+        if (option.keyword.starts_with(kCustomPrefix)) continue;
+        const SizeParts parts = known[option.keyword];
         std::vector<std::string> missing;
-        if (regions && !check.ppd.FindOption(*regions, size.keyword)) missing.emplace_back("*PageRegion");
+        if (regions && !check.ppd.Find("PageRegion", option.keyword)) missing.emplace_back("*PageRegion");
         if (!parts.dimension) missing.emplace_back("*PaperDimension");
         if (!parts.area) missing.emplace_back("*ImageableArea");
         if (!missing.empty())
-            check.Tell("size-not-in-all", {feature, size}, size.keyword, " has no ", Joined(missing));
+            check.Tell("size-not-in-all", {*sizes, option}, option.keyword, " has no ", Joined(missing));
         if (parts.dimension) CheckDimension(check, *parts.dimension);
         if (parts.area) CheckArea(check, parts);
     }

@@ -17,7 +17,7 @@ struct FeatureLine
 {
     std::string_view keyword;
     const PpdFeature* feature; // null for one of the core driver's own
-    FeatureUseInfo use;
+    FeatureUse use;
     std::string_view selected;
     std::vector<std::string_view> options;
 };
@@ -66,9 +66,9 @@ void Print(std::ostream& out, const Ppd& ppd, const std::vector<FeatureLine>& li
     };
     for (const std::string_view page : kPages)
         section("Page " + std::string(page), [&](const FeatureLine& line) { return line.use.page == page; });
-    section("Behaviour", [](const FeatureLine& line) { return line.use.use == FeatureUse::Behaviour; });
-    section("Not shown by the driver",
-            [](const FeatureLine& line) { return line.use.use == FeatureUse::None; });
+    section("Behaviour",
+            [](const FeatureLine& line) { return line.use.page.empty() && !line.use.control.empty(); });
+    section("Not shown by the driver", [](const FeatureLine& line) { return line.use.control.empty(); });
 }
 
 Json OrNull(std::string_view text)
@@ -82,7 +82,7 @@ Json Millimetres(int length)
     return length / 1000.0;
 }
 
-Json AsJson(const FeatureLine& line)
+Json AsJson(const Ppd& ppd, const FeatureLine& line)
 {
     constexpr std::string_view kKinds[] = {"PickOne", "PickMany", "Boolean"};
     const PpdFeature* const feature = line.feature;
@@ -100,10 +100,8 @@ Json AsJson(const FeatureLine& line)
     json["options"] = line.options;
     json["option_texts"] = Json::array();
     for (const std::string_view option : line.options) {
-        const auto found = feature ? std::ranges::find(feature->options, option, &PpdOption::keyword)
-                                   : std::vector<PpdOption>::const_iterator();
-        json["option_texts"].push_back(feature && found != feature->options.end() ? Json(found->text)
-                                                                                  : Json());
+        const PpdOption* const found = ppd.Find(line.keyword, option);
+        json["option_texts"].push_back(found ? Json(found->text) : Json());
     }
     return json;
 }
@@ -139,7 +137,7 @@ Json AsJson(const Ppd& ppd, const std::vector<FeatureLine>& lines)
     Json json{{"ppd", ppd.FileName()}, {"problem", ""}, {"printer", ppd.PrinterName()}};
     json["features"] = Json::array();
     for (const FeatureLine& line : lines)
-        json["features"].push_back(AsJson(line));
+        json["features"].push_back(AsJson(ppd, line));
     json["constraints"] = Json::array();
     for (const PpdConstraint& each : ppd.Constraints())
         json["constraints"].push_back(Json::array(

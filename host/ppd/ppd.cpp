@@ -22,12 +22,17 @@ unsigned PpdFile::LineOf(const char* place) const
     return static_cast<unsigned>(std::ranges::upper_bound(lines_, place) - lines_.begin());
 }
 
-PpdMessage Ppd::At(const char* place, std::string text) const
+PpdMessage Ppd::At(const char* place, std::string text, std::string_view code, std::string_view feature,
+                   std::string_view option) const
 {
-    for (const PpdFile& file : files_) {
-        if (file.Holds(place)) return {file.Name(), file.LineOf(place), std::move(text)};
-    }
-    return {fileName_, 0, std::move(text)};
+    const auto file = std::ranges::find_if(files_, [&](const PpdFile& each) { return each.Holds(place); });
+    const bool holds = file != files_.end();
+    return {holds ? file->Name() : fileName_,
+            holds ? file->LineOf(place) : 0,
+            std::move(text),
+            code,
+            std::string(feature),
+            std::string(option)};
 }
 
 std::string_view Ppd::PrinterName() const
@@ -54,6 +59,12 @@ const PpdFeature* Ppd::Find(std::string_view keyword) const
 {
     const auto feature = FindFeature(keyword);
     return feature ? &features_[*feature] : nullptr;
+}
+
+const PpdOption* Ppd::Find(std::string_view feature, std::string_view option) const
+{
+    const auto number = FindFeature(feature), its = number ? FindOption(*number, option) : std::nullopt;
+    return its ? &features_[*number].options[*its] : nullptr;
 }
 
 } // namespace tintwerk

@@ -25,8 +25,8 @@ struct PpdMessage
     std::string file;
     unsigned line = 0;
     std::string text;
-    std::string_view code = {}; // of the rule of tintwerk check that tells it
-    std::string feature = {}, option = {};
+    std::string_view code = {};            // of the rule of tintwerk check that tells it
+    std::string feature = {}, option = {}; // that it concerns
 
     std::string Full() const; // "file:line: text"
 };
@@ -111,10 +111,7 @@ public:
     // What the file says about the printer and itself; empty where it says nothing.
     struct Header
     {
-        std::string_view formatVersion, fileVersion, languageVersion, languageEncoding, manufacturer,
-            modelName, nickName, shortNickName, pcFileName, product, psVersion;
-        bool colorDevice = false;
-        int languageLevel = 0;
+        std::string_view languageEncoding, modelName, nickName, shortNickName, product;
     };
 
     Ppd() = default;
@@ -131,22 +128,21 @@ public:
     // Numbers of a feature and of its options; nothing when there is no such keyword.
     std::optional<std::size_t> FindFeature(std::string_view keyword) const;
     std::optional<std::size_t> FindOption(std::size_t feature, std::string_view keyword) const;
+    // Null when there is none.
     const PpdFeature* Find(std::string_view keyword) const;
+    const PpdOption* Find(std::string_view feature, std::string_view option) const;
 
     std::span<const PpdConstraint> Constraints() const { return constraints_; }
     std::span<const PpdForm> Forms() const { return forms_; }
     const std::optional<PpdCustomSize>& CustomSize() const { return customSize_; }
-    std::span<const std::string> Languages() const
-    {
-        return languages_;
-    } // of the translations in the file: "de", "fr"
     std::span<const PpdMessage> Warnings() const { return warnings_; }
     // As they stand in the file and those that it includes; only kept when the reader was asked to.
     std::span<const PpdStatement> Statements() const { return statements_; }
     const std::deque<PpdFile>& Files() const { return files_; }
     // A message about something that lies in one of the files: a keyword, a value. Without a line when it
     // does not.
-    PpdMessage At(const char* place, std::string text) const;
+    PpdMessage At(const char* place, std::string text, std::string_view code = {},
+                  std::string_view feature = {}, std::string_view option = {}) const;
 
 private:
     friend class PpdReader;
@@ -163,7 +159,6 @@ private:
     std::vector<PpdConstraint> constraints_;
     std::vector<PpdForm> forms_;
     std::optional<PpdCustomSize> customSize_;
-    std::vector<std::string> languages_;
     std::vector<PpdMessage> warnings_;
 };
 

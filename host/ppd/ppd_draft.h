@@ -9,7 +9,6 @@
 #include <utility>
 #include <vector>
 
-#include "host/ppd/encoding.h"
 #include "host/ppd/ppd.h"
 #include "host/ppd/ppd_reader.h"
 
@@ -43,22 +42,16 @@ public:
         bool regional;
     };
 
-    // `concerns` is the feature, and `option` one of its options, that the message is about.
-    void Warn(const char* place, std::string_view code, std::string text, std::string_view concerns = {},
+    void Warn(const char* place, std::string_view code, std::string text, std::string_view feature = {},
               std::string_view option = {})
     {
-        if (warnings.size() < kMaxWarnings) {
-            warnings.push_back(ppd->At(place, std::move(text)));
-            warnings.back().code = code;
-            warnings.back().feature = concerns;
-            warnings.back().option = option;
-        }
+        if (warnings.size() < kMaxWarnings)
+            warnings.push_back(ppd->At(place, std::move(text), code, feature, option));
     }
 
     static constexpr std::size_t kMaxWarnings = 500;
 
     std::unique_ptr<Ppd> ppd = std::make_unique<Ppd>();
-    PpdEncoding encoding = PpdEncoding::Unknown;
     std::vector<PpdStatement> pending; // in the file's order
     std::vector<Translation> translations;
     KeywordTable symbolTable;

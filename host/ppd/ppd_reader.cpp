@@ -17,7 +17,6 @@ constexpr std::size_t kMaxFileBytes = 32u << 20;
 constexpr std::size_t kMaxIncludeDepth = 8;
 constexpr std::size_t kMaxFiles = 100;
 constexpr std::size_t kMaxGroupDepth = 32;
-constexpr std::size_t kMaxLanguages = 200;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 struct MainRow
@@ -48,21 +47,21 @@ constexpr MainRow kMains[] = {
     {"ParamCustomPageSize", PpdKeyword::ParamCustomPageSize},
     {"MaxMediaWidth", PpdKeyword::MaxMediaWidth},
     {"MaxMediaHeight", PpdKeyword::MaxMediaHeight},
-    {"LanguageEncoding", PpdKeyword::LanguageEncoding},
-    {"LanguageLevel", PpdKeyword::LanguageLevel},
-    {"ColorDevice", PpdKeyword::ColorDevice},
+    {"LanguageEncoding", PpdKeyword::Header, &Ppd::Header::languageEncoding},
+    {"LanguageLevel", PpdKeyword::Header},
+    {"ColorDevice", PpdKeyword::Header},
     {"End", PpdKeyword::Other},
     {"SymbolEnd", PpdKeyword::Other},
-    {"PPD-Adobe", PpdKeyword::Header, &Ppd::Header::formatVersion},
-    {"FileVersion", PpdKeyword::Header, &Ppd::Header::fileVersion},
-    {"LanguageVersion", PpdKeyword::Header, &Ppd::Header::languageVersion},
-    {"Manufacturer", PpdKeyword::Header, &Ppd::Header::manufacturer},
+    {"PPD-Adobe", PpdKeyword::Header},
+    {"FileVersion", PpdKeyword::Header},
+    {"LanguageVersion", PpdKeyword::Header},
+    {"Manufacturer", PpdKeyword::Header},
     {"ModelName", PpdKeyword::Header, &Ppd::Header::modelName},
     {"NickName", PpdKeyword::Header, &Ppd::Header::nickName},
     {"ShortNickName", PpdKeyword::Header, &Ppd::Header::shortNickName},
-    {"PCFileName", PpdKeyword::Header, &Ppd::Header::pcFileName},
+    {"PCFileName", PpdKeyword::Header},
     {"Product", PpdKeyword::Header, &Ppd::Header::product},
-    {"PSVersion", PpdKeyword::Header, &Ppd::Header::psVersion},
+    {"PSVersion", PpdKeyword::Header},
 };
 
 const KeywordTable& MainTable()
@@ -107,7 +106,7 @@ public:
         const std::string_view whole = ppd_->files_.front().Text();
         const char* const end = whole.data() + (whole.find_last_not_of(" \t\r\n") + 1); // none: 0
         if (!begun_) Fail(end, "\"*PPD-Adobe: \"4.3\"\" expected; the file is empty");
-        if (open_) SlipOpen(end, "the end of the file");
+        if (open_) TellOpen(end, "the end of the file");
         CloseGroupsAbove(0);
         SettlePpd(draft_, options_);
         ppd_->warnings_ = std::move(draft_.warnings);
@@ -115,11 +114,6 @@ public:
     }
 
 private:
-    struct OpenFeature
-    {
-        std::size_t feature;
-        bool jcl;
-    };
     struct Group
     {
         std::string_view keyword;
@@ -134,26 +128,19 @@ private:
         throw PpdFailure{ppd_->At(place, std::move(text))};
     }
 
-    // A fault whose meaning is clear: real files have it, a file under development should not.
-    void Slip(const char* place, std::string_view code, std::string text, std::string_view feature = {},
-              std::string_view option = {})
-    {
-        if (options_.strict) Fail(place, std::move(text));
-        draft_.Warn(place, code, std::move(text), feature, option);
-    }
-
     // A fault that loses some of the meaning.
-    void Fault(const char* place, std::string_view code, std::string text, std::string_view feature = {},
-               std::string_view option = {})
+    void Fault(const char* place, std::string_view code, const std::string& text,
+               std::string_view feature = {}, std::string_view option = {})
     {
-        if (!options_.toCheck) Fail(place, std::move(text));
-        draft_.Warn(place, code, std::move(text), feature, option);
+        if (!options_.toCheck) Fail(place, text);
+        draft_.Warn(place, code, text, feature, option);
     }
 
-    void SlipOpen(const char* place, const std::string& before)
+    // A feature is not closed; nobody else minds, and its end is clear.
+    void TellOpen(const char* place, const std::string& before)
     {
-        const std::string_view feature = ppd_->features_[open_->feature].keyword;
-        Slip(place, "feature-not-closed", CloseStatement() + " expected before " + before, feature);
+        draft_.Warn(place, "feature-not-closed", CloseStatement() + " expected before " + before,
+                    ppd_->features_[*open_].keyword);
     }
 
     // ---- files
@@ -205,8 +192,7 @@ private:
                   "the closing quote of the value that begins here is missing before the next statement",
                   statement.option.empty() ? std::string_view() : statement.main, statement.option);
         // Most lines are options of the feature that is open.
-        if (open_ && statement.main == ppd_->features_[open_->feature].keyword)
-            return AddOption(open_->feature, statement);
+        if (open_ && statement.main == ppd_->features_[*open_].keyword) return AddOption(*open_, statement);
         if (!begun_) Begin(statement);
         const std::uint32_t row = MainTable().Find(statement.main);
         if (row != KeywordTable::kNone) {
@@ -261,21 +247,9 @@ private:
             draft_.symbolTable.Insert(statement.option, static_cast<std::uint32_t>(draft_.symbols.size()));
             draft_.symbols.push_back(statement.value);
             return;
-        case PpdKeyword::LanguageEncoding:
-            if (!ppd_->header_.languageEncoding.empty()) return;
-            ppd_->header_.languageEncoding = statement.value;
-            draft_.encoding = PpdEncodingFromName(statement.value);
-            return;
-        case PpdKeyword::LanguageLevel:
-            ppd_->header_.languageLevel =
-                static_cast<int>(std::clamp(PpdNumber(Trim(statement.value)), 0.0, 9.0));
-            return;
-        case PpdKeyword::ColorDevice:
-            ppd_->header_.colorDevice = statement.value == "True";
-            return;
         case PpdKeyword::Header:
-            if (std::string_view& field = ppd_->header_.*row.field; field.empty())
-                field = Trim(statement.value);
+            if (row.field && (ppd_->header_.*row.field).empty())
+                ppd_->header_.*row.field = Trim(statement.value);
             return;
         case PpdKeyword::Other:
             return;
@@ -286,17 +260,18 @@ private:
 
     std::string CloseStatement() const
     {
-        return Statements(open_->jcl ? "*JCLCloseUI:" : "*CloseUI:", ppd_->features_[open_->feature].keyword);
+        const PpdFeature& open = ppd_->features_[*open_];
+        return Statements(open.jcl ? "*JCLCloseUI:" : "*CloseUI:", open.keyword);
     }
 
     void OpenUI(const PpdStatement& statement, bool jcl)
     {
         const std::string_view keyword = WithoutAsterisk(statement.option);
-        if (open_) SlipOpen(statement.at, Statements(jcl ? "*JCLOpenUI" : "*OpenUI", keyword));
+        if (open_) TellOpen(statement.at, Statements(jcl ? "*JCLOpenUI" : "*OpenUI", keyword));
         if (keyword.empty()) Fail(statement.at, "the keyword of a feature expected after \"*OpenUI\"");
         const auto number = static_cast<std::uint32_t>(ppd_->features_.size());
         const std::uint32_t known = ppd_->featureTable_.Insert(keyword, number);
-        open_ = OpenFeature{known, jcl};
+        open_ = known;
         if (known != number) {
             draft_.Warn(statement.at, "feature-twice",
                         Statements("*OpenUI", keyword) + " a second time; its options are added to the first",
@@ -329,29 +304,21 @@ private:
 
     void CloseUI(const PpdStatement& statement)
     {
-        std::string_view value = statement.hasValue ? statement.value : statement.option;
-        value = WithoutAsterisk(Trim(value.substr(0, value.find('/'))));
+        const std::string_view value = WithoutAsterisk(statement.Named());
         if (!open_) {
             draft_.Warn(statement.at, "feature-not-open",
                         Statements("*CloseUI:", value) + " without its \"*OpenUI\"", value);
             return;
         }
-        if (const std::string_view open = ppd_->features_[open_->feature].keyword; value != open)
+        if (const std::string_view open = ppd_->features_[*open_].keyword; value != open)
             Fault(statement.at, "feature-closed-as",
                   CloseStatement() + " expected, not " + Statements("*CloseUI:", value), open);
         open_.reset();
     }
 
-    static std::string_view GroupName(const PpdStatement& statement)
-    {
-        // "*OpenGroup: Name/Text", or sloppily "*OpenGroup Name/Text".
-        const std::string_view name = statement.hasValue ? statement.value : statement.option;
-        return Trim(name.substr(0, name.find('/')));
-    }
-
     void OpenGroup(const PpdStatement& statement)
     {
-        const std::string_view name = GroupName(statement);
+        const std::string_view name = statement.Named();
         if (groups_.size() == kMaxGroupDepth)
             Fail(statement.at,
                  "groups stand in one another more than " + std::to_string(kMaxGroupDepth) + " deep");
@@ -362,9 +329,9 @@ private:
 
     void CloseGroup(const PpdStatement& statement)
     {
-        const std::string_view name = GroupName(statement);
+        const std::string_view name = statement.Named();
         if (open_) {
-            SlipOpen(statement.at, Quoted("*CloseGroup: " + std::string(name)));
+            TellOpen(statement.at, Quoted("*CloseGroup: " + std::string(name)));
             open_.reset();
         }
         const auto open = std::find_if(groups_.rbegin(), groups_.rend(),
@@ -448,21 +415,15 @@ private:
         if (stop == std::string_view::npos || !IsLanguage(statement.main.substr(0, stop))) return;
         statement.keyword = PpdKeyword::Translation;
         const std::string_view tag = statement.main.substr(0, stop);
-        if (tag != lastLanguage_) {
-            lastLanguage_ = tag;
-            if (ppd_->languages_.size() < kMaxLanguages &&
-                std::find(ppd_->languages_.begin(), ppd_->languages_.end(), tag) == ppd_->languages_.end())
-                ppd_->languages_.emplace_back(tag);
-        }
         const bool exact = tag == options_.language;
         if (!statement.hasText || options_.language.empty() ||
             (!exact && tag != std::string_view(options_.language).substr(0, 2)))
             return;
         const std::string_view main = statement.main.substr(stop + 1);
-        if (main == "Translation")
-            draft_.translations.push_back({statement.option, {}, statement.text, exact});
-        else
-            draft_.translations.push_back({main, statement.option, statement.text, exact});
+        const bool ofOption = main != "Translation";
+        draft_.translations.push_back({ofOption ? main : statement.option,
+                                       ofOption ? statement.option : std::string_view(), statement.text,
+                                       exact});
     }
 
     PpdDraft draft_;
@@ -471,9 +432,8 @@ private:
     const PpdIncluder& includer_;
     std::vector<const PpdFile*> active_; // that are being read, each included by the one before it
     bool begun_ = false;
-    std::optional<OpenFeature> open_;
+    std::optional<std::size_t> open_; // the number of the feature that is open
     std::vector<Group> groups_;
-    std::string_view lastLanguage_;
 };
 
 PpdResult ReadPpdText(std::string text, const std::string& name, const PpdReadOptions& options,

@@ -20,8 +20,6 @@ struct PpdReadOptions
     // Takes the translations of this language ("de", "pt_BR") where the file has them; empty: the file's own
     // texts.
     std::string language;
-    // Refuses what readers usually put up with: a feature that is not closed before the next one.
-    bool strict = false;
     // For tintwerk check: goes on behind faults that otherwise end the reading, and keeps the statements.
     bool toCheck = false;
     // Feature and option: the option becomes the feature's first one and its default, as if the file had it

@@ -2,8 +2,10 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <set>
 #include <utility>
 
+#include "host/ppd/encoding.h"
 #include "host/ppd/ppd_draft.h"
 #include "host/ppd/ppd_text.h"
 
@@ -44,18 +46,17 @@ public:
         DropEmptyFeatures();
         Pretend();
         for (PpdFeature& feature : ppd_->features_) {
-            feature.text = Decoded(feature.text, feature.keyword, draft_.encoding);
+            feature.text = Decoded(feature.text, feature.keyword, encoding_);
             for (PpdOption& option : feature.options) {
-                option.text = Decoded(option.text, option.keyword, draft_.encoding);
+                option.text = Decoded(option.text, option.keyword, encoding_);
                 ResolveSymbol(option);
                 if (feature.jcl && option.value.find('<') != std::string_view::npos)
                     option.value = ppd_->texts_.emplace_back(ResolvePpdHex(option.value));
             }
         }
         Ppd::Header& header = ppd_->header_;
-        for (std::string_view* text :
-             {&header.manufacturer, &header.modelName, &header.nickName, &header.shortNickName})
-            *text = Decoded(*text, *text, draft_.encoding);
+        for (std::string_view* text : {&header.modelName, &header.nickName, &header.shortNickName})
+            *text = Decoded(*text, *text, encoding_);
         if (header.product.starts_with('(') && header.product.ends_with(')'))
             header.product = header.product.substr(1, header.product.size() - 2);
 
@@ -163,16 +164,13 @@ private:
         ppd_->customSize_.emplace();
         PpdFeature& feature = ppd_->features_[*pageSize];
         const auto option = static_cast<std::uint32_t>(feature.options.size());
-        if (ppd_->optionTable_.Insert(kCustomPageSize, option, static_cast<std::uint32_t>(*pageSize)) ==
+        if (ppd_->optionTable_.Insert(kCustomPageSize, option, static_cast<std::uint32_t>(*pageSize)) !=
             option)
-            feature.options.push_back({kCustomPageSize, CustomText(), custom->value});
-    }
-
-    std::string_view CustomText() const
-    {
-        return options_.language.starts_with("de") ? "Eigene Gr\xC3\xB6\xC3\x9F"
-                                                     "e"
-                                                   : "Custom Size";
+            return;
+        const bool german = options_.language.starts_with("de");
+        feature.options.push_back(
+            {kCustomPageSize, german ? "Eigene Gr\u00F6\u00DFe" : "Custom Size", custom->value});
+        ResolveSymbol(feature.options.back());
     }
 
     void Settle(const PpdStatement& pending)
@@ -204,7 +202,7 @@ private:
         if (!number) return;
         PpdFeature& feature = ppd_->features_[*number];
         if (std::exchange(feature.hasDefault, true) || !pending.hasValue) return;
-        const std::string_view value = Trim(pending.value.substr(0, pending.value.find('/')));
+        const std::string_view value = WithoutText(pending.value);
         if (const auto option = ppd_->FindOption(*number, value))
             feature.defaultOption = *option;
         else if (value != "Unknown")
@@ -227,50 +225,45 @@ private:
     }
 
     // "*Duplex *MediaType Film", "*Duplex DuplexTumble *MediaType Film", "*Duplex DuplexTumble *MediaType",
-    // "*A *B".
+    // "*A *B"; "*CustomPageSize", with or without "True", is the size of the user's own.
     void AddConstraint(const PpdStatement& pending)
     {
-        PpdConstraint constraint{0, kNoOption, 0, kNoOption};
+        std::pair<std::size_t, std::size_t> sides[2];
         std::string_view rest = pending.value;
         std::string_view word = NextWord(rest);
-        for (int side = 0; side < 2; ++side) {
-            if (!word.starts_with('*')) {
-                draft_.Warn(pending.at, "constraint-form",
-                            "two features with their options expected after \"*" + std::string(pending.main) +
-                                ":\"; the constraint is passed over");
-                return;
-            }
-            std::size_t& feature = side ? constraint.feature2 : constraint.feature1;
-            std::size_t& option = side ? constraint.option2 : constraint.option1;
+        for (auto& [feature, option] : sides) {
+            if (!word.starts_with('*'))
+                return draft_.Warn(pending.at, "constraint-form",
+                                   "two features with their options expected after \"*" +
+                                       std::string(pending.main) + ":\"; the constraint is passed over");
             std::string_view keyword = word.substr(1);
-            if (keyword == kCustomPageSize) keyword = "PageSize";
-            const auto number = ppd_->FindFeature(keyword);
-            if (!number) return UnknownInConstraint(pending, word);
-            feature = *number;
-            const bool custom = word == "*CustomPageSize";
             word = NextWord(rest);
-            if (custom && word == "True")
-                option = ppd_->FindOption(feature, kCustomPageSize).value_or(kNoOption);
-            else if (!word.empty() && !word.starts_with('*')) {
-                const auto found = ppd_->FindOption(feature, word);
-                if (!found) return UnknownInConstraint(pending, word);
-                option = *found;
+            std::string_view its = word.starts_with('*') ? std::string_view() : word;
+            if (!its.empty()) word = NextWord(rest);
+            if (keyword == kCustomPageSize) {
+                its = keyword;
+                keyword = "PageSize";
             }
-            if (!word.empty() && !word.starts_with('*')) word = NextWord(rest);
+            const auto number = ppd_->FindFeature(keyword);
+            const auto found = number && !its.empty() ? ppd_->FindOption(*number, its) : std::nullopt;
+            if (!number || (!its.empty() && !found)) return TellUnknown(pending, keyword, number ? its : "");
+            feature = *number;
+            option = found.value_or(kNoOption);
         }
-        if (constraint.feature1 != constraint.feature2) ppd_->constraints_.push_back(constraint);
+        const auto& [first, second] = sides;
+        if (first.first != second.first)
+            ppd_->constraints_.push_back({first.first, first.second, second.first, second.second});
     }
 
-    void UnknownInConstraint(const PpdStatement& pending, std::string_view word)
+    // Once for each feature or option.
+    void TellUnknown(const PpdStatement& pending, std::string_view feature, std::string_view option)
     {
-        if (pending.keyword == PpdKeyword::UIConstraints &&
-            unknownTable_.Insert(word, unknownCount_) == unknownCount_) {
-            ++unknownCount_;
-            draft_.Warn(pending.at, "constraint-unknown",
-                        Quoted(word) +
-                            " is not defined in the file; constraints that name it are passed over",
-                        word.starts_with('*') ? word.substr(1) : std::string_view());
-        }
+        if (pending.keyword != PpdKeyword::UIConstraints || !unknown_.insert({feature, option}).second)
+            return;
+        const std::string name = Starred(feature) + (option.empty() ? "" : " " + std::string(option));
+        draft_.Warn(pending.at, "constraint-unknown",
+                    Quoted(name) + " is not defined in the file; constraints that name it are passed over",
+                    feature, option);
     }
 
     void SetDimension(const PpdStatement& pending)
@@ -322,10 +315,10 @@ private:
     PpdDraft& draft_;
     Ppd* const ppd_;
     const PpdReadOptions& options_;
+    const PpdEncoding encoding_ = PpdEncodingFromName(ppd_->header_.languageEncoding);
     KeywordTable formTable_;
-    KeywordTable unknownTable_; // words of constraints that were told about
-    std::uint32_t unknownCount_ = 0;
-    bool hasWidth_ = false, hasHeight_ = false; // of custom sizes
+    std::set<std::pair<std::string_view, std::string_view>> unknown_; // in constraints, told already
+    bool hasWidth_ = false, hasHeight_ = false;                       // of custom sizes
 };
 
 void SettlePpd(PpdDraft& draft, const PpdReadOptions& options)

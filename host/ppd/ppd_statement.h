@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "host/ppd/ppd_text.h"
+
 namespace tintwerk {
 
 // What a main keyword means here.
@@ -28,9 +30,6 @@ enum class PpdKeyword : std::uint32_t
     ParamCustomPageSize,
     MaxMediaWidth,
     MaxMediaHeight,
-    LanguageEncoding,
-    LanguageLevel,
-    ColorDevice,
     Header,      // what the file says about the printer and itself
     Default,     // `main` stands without "Default"
     Option,      // of a feature
@@ -48,6 +47,9 @@ struct PpdStatement
     bool hasText = false, hasValue = false;
     bool quoted = false;
     bool unclosed = false; // the value's closing quote is missing: it ends with its line
+
+    // What "*CloseUI: *Name" and "*OpenGroup: Name/Text" speak of, written sloppily without the colon too.
+    std::string_view Named() const { return WithoutText(hasValue ? value : option); }
 };
 
 } // namespace tintwerk

@@ -29,6 +29,12 @@ inline std::string_view Trim(std::string_view text)
     return text;
 }
 
+// The keyword of "Keyword/Text".
+inline std::string_view WithoutText(std::string_view value)
+{
+    return Trim(value.substr(0, value.find('/')));
+}
+
 // Takes the next blank-separated word off the front of a text; empty at its end.
 inline std::string_view NextWord(std::string_view& text)
 {

@@ -1,16 +1,15 @@
 // The module as the core driver meets it: entry points, class factory, and the plug-in object with its
-// answers.
+// answers; its part of the DEVMODE, byte for byte.
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <array>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "platform/coredriver.h"
 #include "platform/owners.h"
 #include "src/plugin/class_factory.h"
-#include "src/plugin/module_counters.h"
+#include "src/plugin/private_devmode.h"
 #include "src/records/process_values.h"
 #include "tests/support/fake_core.h"
 #include "tests/support/fake_helper_ps.h"
@@ -23,7 +22,7 @@ STDAPI DllCanUnloadNow();
 namespace tintwerk {
 namespace {
 
-using Text = std::basic_string<WCHAR>;
+using Text = DebugLines::Text;
 
 template <typename Interface> void** Out(ComPtr<Interface>& pointer)
 {
@@ -48,40 +47,15 @@ TEST(Module, TellsOfItsComingAndGoing)
 {
     const HINSTANCE before = Process().module;
     DebugLines lines;
-    int address = 0;
-    const HINSTANCE module = reinterpret_cast<HINSTANCE>(&address);
-    const struct
-    {
-        DWORD reason;
-        const WCHAR* line;
-    } cases[] = {{1, TEXT("UI:  Process attach.\r\n")},
-                 {2, TEXT("UI:  Thread attach.\r\n")},
-                 {3, TEXT("UI:  Thread detach.\r\n")},
-                 {0, TEXT("UI:  Process detach.\r\n")},
-                 {4, nullptr},
-                 {0x70002, TEXT("UI:  Thread attach.\r\n")}};
-    for (const auto& row : cases) {
-        EXPECT_TRUE(DllMain(module, row.reason, nullptr));
-        EXPECT_EQ(row.line ? std::vector<Text>{row.line} : std::vector<Text>(), lines.Take()) << row.reason;
-    }
+    const HINSTANCE module = reinterpret_cast<HINSTANCE>(&lines);
+    for (const DWORD reason : {1, 2, 3, 0, 4, 0x70002})
+        EXPECT_TRUE(DllMain(module, reason, nullptr));
+    EXPECT_EQ((std::vector<Text>{TEXT("UI:  Process attach.\r\n"), TEXT("UI:  Thread attach.\r\n"),
+                                 TEXT("UI:  Thread detach.\r\n"), TEXT("UI:  Process detach.\r\n"),
+                                 TEXT("UI:  Thread attach.\r\n")}),
+              lines.Lines());
     EXPECT_EQ(module, Process().module);
     Process().module = before;
-}
-
-TEST(Module, ServesOneClass)
-{
-    HeapWatch heaps;
-    GUID other = kPluginClassId;
-    other.Data4[7] ^= 1;
-    void* object = &heaps;
-    EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE, DllGetClassObject(other, IID_IClassFactory, &object));
-    EXPECT_EQ(&heaps, object);
-    EXPECT_EQ(E_NOINTERFACE, DllGetClassObject(kPluginClassId, IID_IPrintOemUI2, &object));
-    EXPECT_EQ(nullptr, object);
-    EXPECT_EQ(0, heaps.LiveBlocks());
-    ComPtr<IUnknown> unknown;
-    EXPECT_EQ(S_OK, DllGetClassObject(kPluginClassId, IID_IUnknown, Out(unknown)));
-    EXPECT_EQ(1, heaps.LiveBlocks());
 }
 
 TEST(Module, StaysWhileItIsNeeded)
@@ -102,71 +76,59 @@ TEST(Module, StaysWhileItIsNeeded)
 TEST(Module, RefusesWhatItCannotMake)
 {
     HeapWatch heaps;
-    ComPtr<IClassFactory> factory = Factory();
-    void* object = nullptr;
-    EXPECT_EQ(CLASS_E_NOAGGREGATION, factory->CreateInstance(factory.Get(), IID_IPrintOemUI2, &object));
-    EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, IID_IClassFactory, &object));
-    EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, IID_IPrintOemUI, &object));
+    GUID other = kPluginClassId;
+    other.Data4[7] ^= 1;
+    void* object = &heaps;
+    EXPECT_EQ(CLASS_E_CLASSNOTAVAILABLE, DllGetClassObject(other, IID_IClassFactory, &object));
+    EXPECT_EQ(&heaps, object);
+    EXPECT_EQ(E_NOINTERFACE, DllGetClassObject(kPluginClassId, IID_IPrintOemUI2, &object));
     EXPECT_EQ(nullptr, object);
-    EXPECT_EQ(S_OK, DllCanUnloadNow());
+    EXPECT_EQ(0, heaps.LiveBlocks());
+
+    ComPtr<IClassFactory> factory;
+    EXPECT_EQ(S_OK, DllGetClassObject(kPluginClassId, IID_IUnknown, Out(factory)));
+    EXPECT_EQ(1, heaps.LiveBlocks());
+    EXPECT_EQ(CLASS_E_NOAGGREGATION, factory->CreateInstance(factory.Get(), IID_IPrintOemUI2, &object));
+    for (const GUID& id : {IID_IClassFactory, IID_IPrintOemUI})
+        EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, id, &object));
     heaps.FailAllocation(1, 100);
     EXPECT_EQ(E_OUTOFMEMORY, factory->CreateInstance(nullptr, IID_IPrintOemUI2, &object));
     EXPECT_EQ(E_OUTOFMEMORY, DllGetClassObject(kPluginClassId, IID_IClassFactory, &object));
-    heaps.FailAllocation(0, 0);
+    EXPECT_EQ(nullptr, object);
+    EXPECT_EQ(S_OK, DllCanUnloadNow());
     factory.Reset();
     EXPECT_EQ(0, heaps.LiveBlocks());
 }
 
-TEST(PluginObject, CountsReferencesFromManyThreads)
+class PluginObject : public testing::Test
 {
-    const DebugLines lines; // or every line goes the long way to a debugger
+protected:
     ComPtr<IPrintOemUI2> plugin = Plugin();
-    std::vector<std::thread> threads;
-    for (int i = 0; i < 8; ++i)
-        threads.emplace_back([&plugin] {
-            for (int step = 0; step < 50; ++step) {
-                plugin->AddRef();
-                plugin->Release();
-                ComPtr<IPrintOemUI2> other = Plugin();
-            }
-        });
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(2u, plugin->AddRef());
-    EXPECT_EQ(1u, plugin->Release());
-    plugin.Reset();
-    EXPECT_EQ(S_OK, DllCanUnloadNow());
-}
+    DebugLines lines;
+};
 
-TEST(PluginObject, TracesItsInterfaces)
+TEST_F(PluginObject, TracesItsInterfaces)
 {
-    const ComPtr<IPrintOemUI2> plugin = Plugin();
-    const Text entry = TEXT("UI:  IOemUI:QueryInterface entry.\r\n\r\n"),
-               counted = TEXT("UI:  IOemUI:AddRef entry.\r\n");
-    const struct
-    {
-        GUID id;
-        HRESULT result;
-        std::vector<Text> lines;
-    } cases[] = {
-        {IID_IUnknown, S_OK, {entry, TEXT("UI:  IOemUI:Return pointer to IUnknown.\r\n\r\n"), counted}},
-        {IID_IPrintOemUI2, S_OK, {entry, TEXT("UI:  IOemUI:Return pointer to IPrintOemUI.\r\n"), counted}},
-        {IID_IPrintOemUI, E_NOINTERFACE, {entry, TEXT("UI:  IOemUI:No Interface. Return NULL.\r\n")}},
-    };
-    for (const auto& row : cases) {
-        DebugLines lines;
+    for (const GUID& id : {IID_IUnknown, IID_IPrintOemUI2, IID_IPrintOemUI}) {
         void* object = &lines;
-        EXPECT_EQ(row.result, plugin->QueryInterface(row.id, &object));
-        EXPECT_EQ(row.lines, lines.Lines());
-        EXPECT_EQ(row.result == S_OK ? plugin.Get() : nullptr, object);
+        const HRESULT result = plugin->QueryInterface(id, &object);
+        EXPECT_EQ(result == S_OK ? plugin.Get() : nullptr, object);
         if (object) plugin->Release();
+        EXPECT_EQ(IsEqualIID(id, IID_IPrintOemUI) ? E_NOINTERFACE : S_OK, result);
     }
+    const Text entry = TEXT("UI:  IOemUI:QueryInterface entry.\r\n\r\n"),
+               counted = TEXT("UI:  IOemUI:AddRef entry.\r\n"), left = TEXT("UI:  IOemUI:Release entry.\r\n");
+    EXPECT_EQ((std::vector<Text>{entry, TEXT("UI:  IOemUI:Return pointer to IUnknown.\r\n\r\n"), counted, left,
+                                 entry, TEXT("UI:  IOemUI:Return pointer to IPrintOemUI.\r\n"), counted, left,
+                                 entry, TEXT("UI:  IOemUI:No Interface. Return NULL.\r\n")}),
+              lines.Lines());
 }
 
-TEST(PluginObject, AnswersWhatTheCoreDriverWantsToKnow)
+TEST_F(PluginObject, AnswersWhatTheCoreDriverWantsToKnow)
 {
-    const ComPtr<IPrintOemUI2> plugin = Plugin();
     constexpr DWORD kUntouched = 0x5A5A5A5A;
+    const WCHAR* const unknown = TEXT("pcbNeeded is NULL! ERROR_INVALID_PARAMETER");
+    const WCHAR* const noRoom = TEXT("insufficient buffer!");
     const struct
     {
         const char* what;
@@ -176,34 +138,31 @@ TEST(PluginObject, AnswersWhatTheCoreDriverWantsToKnow)
         DWORD error; // 0: answers
         DWORD needed;
         DWORD answer;
-        const WCHAR* line;
+        const WCHAR* exit;
     } cases[] = {
-        // clang-format off
-        {"signature",       1, true,  4, 0,   4,          0x48414C56, TEXT("UI:  IOemUI::GetInfo() exit S_OK, (*pBuffer is 0x48414c56).\r\r\n")},
-        {"version",         3, true,  4, 0,   4,          5,          TEXT("UI:  IOemUI::GetInfo() exit S_OK, (*pBuffer is 0x5).\r\r\n")},
-        {"helpers",         5, true,  9, 0,   4,          1,          TEXT("UI:  IOemUI::GetInfo() exit S_OK, (*pBuffer is 0x1).\r\r\n")},
-        {"publisher",       4, true,  4, 50,  0,          kUntouched, TEXT("UI:  IOemUI::GetInfo() exit mode not supported.\r\r\n")},
-        {"interface",       2, true,  4, 87,  kUntouched, kUntouched, TEXT("UI:  IOemUI::GetInfo() exit pcbNeeded is NULL! ERROR_INVALID_PARAMETER\r\r\n")},
-        {"unknown",         6, true,  4, 87,  kUntouched, kUntouched, TEXT("UI:  IOemUI::GetInfo() exit pcbNeeded is NULL! ERROR_INVALID_PARAMETER\r\r\n")},
-        {"small",           1, true,  3, 122, 4,          kUntouched, TEXT("UI:  IOemUI::GetInfo() exit insufficient buffer!\r\r\n")},
-        {"no buffer",       3, false, 4, 122, 4,          kUntouched, TEXT("UI:  IOemUI::GetInfo() exit insufficient buffer!\r\r\n")},
-        {"small publisher", 4, true,  0, 122, 4,          kUntouched, TEXT("UI:  IOemUI::GetInfo() exit insufficient buffer!\r\r\n")},
-        // clang-format on
+        {"signature", 1, true, 4, 0, 4, 0x48414C56, TEXT("S_OK, (*pBuffer is 0x48414c56).")},
+        {"version", 3, true, 4, 0, 4, 5, TEXT("S_OK, (*pBuffer is 0x5).")},
+        {"helpers", 5, true, 9, 0, 4, 1, TEXT("S_OK, (*pBuffer is 0x1).")},
+        {"publisher", 4, true, 4, 50, 0, kUntouched, TEXT("mode not supported.")},
+        {"interface", 2, true, 4, 87, kUntouched, kUntouched, unknown},
+        {"unknown", 6, true, 4, 87, kUntouched, kUntouched, unknown},
+        {"small", 1, true, 3, 122, 4, kUntouched, noRoom},
+        {"no buffer", 3, false, 4, 122, 4, kUntouched, noRoom},
+        {"small publisher", 4, true, 0, 122, 4, kUntouched, noRoom},
     };
     for (const auto& row : cases) {
-        DebugLines lines;
+        SCOPED_TRACE(row.what);
+        lines.Take();
         DWORD answer = kUntouched, needed = kUntouched;
         SetLastError(0);
         EXPECT_EQ(row.error ? E_FAIL : S_OK,
-                  plugin->GetInfo(row.mode, row.buffer ? &answer : nullptr, row.size, &needed))
-            << row.what;
-        if (row.error) {
-            EXPECT_EQ(row.error, GetLastError()) << row.what;
-        }
-        EXPECT_EQ(row.needed, needed) << row.what;
-        EXPECT_EQ(row.answer, answer) << row.what;
-        EXPECT_TRUE(lines.Contains(row.line)) << row.what;
-        EXPECT_EQ(2u, lines.Lines().size()) << row.what;
+                  plugin->GetInfo(row.mode, row.buffer ? &answer : nullptr, row.size, &needed));
+        EXPECT_EQ(row.error, GetLastError());
+        EXPECT_EQ(row.needed, needed);
+        EXPECT_EQ(row.answer, answer);
+        const std::vector<Text> told = lines.Lines();
+        EXPECT_EQ(2u, told.size());
+        EXPECT_EQ(TEXT("UI:  IOemUI::GetInfo() exit ") + Text(row.exit), told[1].substr(0, told[1].find('\r')));
     }
     DWORD answer = 0;
     SetLastError(0);
@@ -211,27 +170,10 @@ TEST(PluginObject, AnswersWhatTheCoreDriverWantsToKnow)
     EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
 }
 
-class PublishedCore : public RefusingCore
+TEST_F(PluginObject, HoldsTheHelpersUntilItsEnd)
 {
-public:
-    int references = 1;
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceId, void** object) override
-    {
-        const bool known = IsEqualIID(interfaceId, IID_IPrintCoreUI2);
-        *object = known ? this : nullptr;
-        references += known;
-        return known ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
-    ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--references); }
-};
-
-TEST(PluginObject, HoldsTheHelpersUntilItsEnd)
-{
-    PublishedCore core;
+    RefusingCore core;
     FakeHelperPS helper;
-    ComPtr<IPrintOemUI2> plugin = Plugin();
     EXPECT_EQ(E_FAIL, plugin->PublishDriverInterface(&helper)); // the user interface helper comes first
     EXPECT_EQ(E_FAIL, plugin->PublishDriverInterface(nullptr));
     EXPECT_EQ(S_OK, plugin->PublishDriverInterface(&core));
@@ -245,54 +187,41 @@ TEST(PluginObject, HoldsTheHelpersUntilItsEnd)
     EXPECT_EQ(1, helper.references);
 }
 
-TEST(PluginObject, NamesOneColorProfile)
+TEST_F(PluginObject, NamesOneColorProfile)
 {
-    const ComPtr<IPrintOemUI2> plugin = Plugin();
-    const struct
-    {
-        const char* what;
-        ULONG mode;
-        bool buffer;
-        ULONG size;
-        HRESULT result;
-        DWORD error;
-        ULONG reported;
-    } cases[] = {
-        {"room", 0, true, 32, S_OK, 0, 32},          {"more room", 0, true, 64, S_OK, 0, 32},
-        {"short", 0, true, 30, E_FAIL, 122, 32},     {"only the size", 0, false, 77, E_FAIL, 122, 32},
-        {"other query", 1, true, 64, E_FAIL, 0, 64},
-    };
-    for (const auto& row : cases) {
-        WCHAR name[32] = {};
-        ULONG size = row.size;
-        FLONG flags = 9;
+    WCHAR name[32] = {};
+    ULONG size = 64;
+    FLONG flags = 9;
+    const auto query = [&](ULONG mode, WCHAR* buffer) {
         SetLastError(0);
-        EXPECT_EQ(row.result, plugin->QueryColorProfile(nullptr, nullptr, nullptr, nullptr, row.mode,
-                                                        row.buffer ? name : nullptr, &size, &flags))
-            << row.what;
-        EXPECT_EQ(row.reported, size) << row.what;
-        EXPECT_EQ(row.result == S_OK ? Text(TEXT("OEMPROFILE.icm")) : Text(), name) << row.what;
-        EXPECT_EQ(row.result == S_OK ? 2u : 9u, flags) << row.what;
-        if (row.error) {
-            EXPECT_EQ(row.error, GetLastError()) << row.what;
-        }
+        return plugin->QueryColorProfile(nullptr, nullptr, nullptr, nullptr, mode, buffer, &size, &flags);
+    };
+    EXPECT_EQ(E_FAIL, query(1, name));
+    EXPECT_EQ(64u, size);
+    for (const ULONG room : {0u, 31u, 32u, 77u}) {
+        size = room;
+        const bool fits = room == 32; // at 77 there is no buffer
+        EXPECT_EQ(fits ? S_OK : E_FAIL, query(0, room == 77 ? nullptr : name)) << room;
+        EXPECT_EQ(fits ? 0u : 122u, GetLastError());
+        EXPECT_EQ(32u, size);
+        EXPECT_EQ(fits ? Text(TEXT("OEMPROFILE.icm")) : Text(), name);
+        EXPECT_EQ(fits ? 2u : 9u, flags);
+        name[0] = 0;
+        flags = 9;
     }
 }
 
-TEST(PluginObject, DeclinesTheRest)
+TEST_F(PluginObject, DeclinesTheRest)
 {
-    const ComPtr<IPrintOemUI2> plugin = Plugin();
-    DebugLines lines;
     EXPECT_EQ(S_OK, plugin->CommonUIProp(0, nullptr));
-    EXPECT_EQ(E_NOTIMPL, plugin->DevQueryPrintEx(nullptr, nullptr, nullptr, nullptr));
-    EXPECT_EQ(E_NOTIMPL, plugin->DeviceCapabilities(nullptr, nullptr, nullptr, 0, nullptr, nullptr, nullptr,
-                                                    0, nullptr));
-    EXPECT_EQ(E_NOTIMPL, plugin->UpgradePrinter(0, nullptr));
-    EXPECT_EQ(E_NOTIMPL, plugin->PrinterEvent(nullptr, 0, 0, 0));
-    EXPECT_EQ(E_NOTIMPL, plugin->DriverEvent(0, 0, nullptr, 0));
-    EXPECT_EQ(E_NOTIMPL, plugin->FontInstallerDlgProc(nullptr, 0, 0, 0));
-    EXPECT_EQ(E_NOTIMPL, plugin->UpdateExternalFonts(nullptr, nullptr, nullptr));
-    EXPECT_EQ(E_NOTIMPL, plugin->QueryJobAttributes(nullptr, nullptr, 0, nullptr));
+    for (const HRESULT result :
+         {plugin->DevQueryPrintEx(nullptr, nullptr, nullptr, nullptr),
+          plugin->DeviceCapabilities(nullptr, nullptr, nullptr, 0, nullptr, nullptr, nullptr, 0, nullptr),
+          plugin->UpgradePrinter(0, nullptr), plugin->PrinterEvent(nullptr, 0, 0, 0),
+          plugin->DriverEvent(0, 0, nullptr, 0), plugin->FontInstallerDlgProc(nullptr, 0, 0, 0),
+          plugin->UpdateExternalFonts(nullptr, nullptr, nullptr),
+          plugin->QueryJobAttributes(nullptr, nullptr, 0, nullptr)})
+        EXPECT_EQ(E_NOTIMPL, result);
     for (const DWORD mode : {0u, 1u, 2u, 99u})
         EXPECT_EQ(S_OK, plugin->HideStandardUI(mode));
     std::vector<Text> expected;
@@ -301,9 +230,90 @@ TEST(PluginObject, DeclinesTheRest)
                               TEXT("FontInstallerDlgProc"), TEXT("UpdateExternalFonts")})
         expected.push_back(Text(TEXT("UI:  IOemUI:")) + name + TEXT(" entry.\r\n"));
     EXPECT_EQ(expected, lines.Lines());
-    INT result = 9;
-    EXPECT_EQ(S_OK, plugin->DocumentEvent(nullptr, nullptr, 1, 0, nullptr, 0, nullptr, &result));
-    EXPECT_EQ(1, result);
+}
+
+constexpr DWORD kHalv = 0x48414C56;
+constexpr DWORD kGarbage = 0xABABABAB;
+
+using Record = std::array<DWORD, 6>; // size, signature, version, two settings, apply count
+
+Record After(DWORD mode, const Record* input, Record output, DWORD size = 24)
+{
+    OEMDMPARAM parameters{};
+    parameters.pOEMDMIn = const_cast<Record*>(input);
+    parameters.pOEMDMOut = &output;
+    parameters.cbBufSize = size;
+    EXPECT_EQ(S_OK, HandleDevMode(mode, &parameters));
+    EXPECT_EQ(mode == OEMDM_SIZE ? 24u : size, parameters.cbBufSize);
+    return output;
+}
+
+TEST(PrivateDevmode, HasASizeAndDefaults)
+{
+    Record garbage;
+    garbage.fill(kGarbage);
+    EXPECT_EQ(garbage, After(OEMDM_SIZE, nullptr, garbage, 4096));
+    EXPECT_EQ((Record{24, kHalv, 5, 0, 0, kGarbage}), After(OEMDM_DEFAULT, nullptr, garbage, 0));
+    OEMDMPARAM without{};
+    for (const DWORD mode : {OEMDM_DEFAULT, OEMDM_CONVERT, OEMDM_MERGE})
+        EXPECT_EQ(S_OK, HandleDevMode(mode, &without));
+}
+
+TEST(PrivateDevmode, ConvertsAndMerges)
+{
+    const Record whole{24, kHalv, 5, 50, 60, 7}, blank{24, kHalv, 5, 11, 12, 99}, full{24, kHalv, 5, 0, 0, 99};
+    const WCHAR* const taken = TEXT("UI:  pOEMDevIn:\r\n");
+    const WCHAR* const foreign = TEXT("UI:  Unknown DEVMODE signature, pOEMDMIn ignored.\r\n");
+    const WCHAR* const refused = TEXT("ERROR UI:  ConvertOEMDevmode() invalid parameters.\r\n");
+    const struct
+    {
+        const char* what;
+        Record input;
+        Record output;
+        DWORD size;
+        Record converted;
+        Record merged;
+        const WCHAR* line;
+    } cases[] = {
+        // clang-format off
+        {"same layout",       whole, blank, 24, whole, whole, taken},
+        {"shorter input",     {16, kHalv, 4, 50, 60, 7}, blank, 24, {24, kHalv, 5, 50, 0, 99}, {24, kHalv, 5, 50, 0, 99}, taken},
+        {"longer input",      {40, kHalv, 9, 50, 60, 7}, blank, 64, whole, whole, taken},
+        {"empty input",       {0, kHalv, 9, 50, 60, 7}, blank, 24, full, full, taken},
+        {"shorter output",    whole, {20, kHalv, 5, 1, 2, 3}, 24, {24, kHalv, 5, 50, 60, 3}, {24, kHalv, 5, 50, 60, 3}, taken},
+        {"other plug-in",     {24, 0x1234, 5, 50, 60, 7}, blank, 24, full, full, foreign},
+        {"other on both sides", {24, 0x1234, 5, 50, 60, 7}, {24, 0x1234, 5, 1, 2, 3}, 24, {24, 0x1234, 5, 50, 60, 7}, whole, taken},
+        {"out of range",      {24, kHalv, 5, 150, 100, 7}, blank, 24, {24, kHalv, 5, 150, 100, 7}, {24, kHalv, 5, 0, 100, 7}, taken},
+        {"just out of range", {24, kHalv, 5, 100, 101, 7}, blank, 24, {24, kHalv, 5, 100, 101, 7}, {24, kHalv, 5, 100, 0, 7}, taken},
+        {"no room",           whole, {1, 2, 3, 400, 5, 6}, 23, {1, 2, 3, 400, 5, 6}, {24, kHalv, 5, 0, 5, 6}, refused},
+        // clang-format on
+    };
+    for (const auto& row : cases) {
+        DebugLines lines;
+        EXPECT_EQ(row.converted, After(OEMDM_CONVERT, &row.input, row.output, row.size)) << row.what;
+        EXPECT_EQ(row.merged, After(OEMDM_MERGE, &row.input, row.output, row.size)) << row.what;
+        EXPECT_TRUE(lines.Contains(row.line)) << row.what;
+        Record output = row.output;
+        EXPECT_EQ(row.line != refused, ConvertOEMDevmode(&row.input, &output, row.size)) << row.what;
+        EXPECT_EQ(row.line == taken, lines.Contains(TEXT("UI:  Converting private OEM Devmode.\r\n")));
+    }
+    EXPECT_EQ(blank, After(OEMDM_CONVERT, nullptr, blank));
+}
+
+TEST(PrivateDevmode, RefusesOtherModes)
+{
+    OEMDMPARAM parameters{};
+    for (const DWORD mode : {0u, 5u, 0xFFFFFFFFu}) {
+        SetLastError(0);
+        EXPECT_EQ(E_FAIL, HandleDevMode(mode, &parameters));
+        EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
+    }
+    DebugLines lines;
+    EXPECT_EQ(E_FAIL, HandleDevMode(OEMDM_DEFAULT, nullptr));
+    EXPECT_EQ((std::vector<Text>{TEXT("UI:  IOemUI:DevMode(2, 0) entry.\r\n"),
+                                             TEXT("ERROR UI:  DevMode() ERROR_INVALID_PARAMETER.\r\n"),
+                                             TEXT("UI:  \tdwMode = 2, pOemDMParam = 0.\r\n")}),
+              lines.Lines());
 }
 
 } // namespace

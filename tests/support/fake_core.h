@@ -3,6 +3,7 @@
 #pragma once
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <map>
 #include <sstream>
@@ -13,17 +14,21 @@
 
 namespace tintwerk {
 
-// Refuses every call; the base of the other stand-ins.
+// Counts its references and refuses every call; the base of the other stand-ins.
 class RefusingCore : public IPrintCoreUI2
 {
 public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override
+    std::atomic<int> references{1};
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceId, void** object) override
     {
-        *object = nullptr;
-        return E_NOINTERFACE;
+        const bool known = IsEqualIID(interfaceId, IID_IPrintCoreUI2);
+        *object = known ? this : nullptr;
+        references += known;
+        return known ? S_OK : E_NOINTERFACE;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
+    ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--references); }
     // clang-format off
     HRESULT STDMETHODCALLTYPE DrvGetDriverSetting(PVOID, PCSTR, PVOID, DWORD, PDWORD, PDWORD) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE DrvUpgradeRegistrySetting(HANDLE, PCSTR, PCSTR) override { return E_NOTIMPL; }

@@ -6,50 +6,31 @@
 #include <string>
 #include <vector>
 
-#include "platform/debug_sink.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {
 
-using Text = std::basic_string<WCHAR>;
+using Texts = std::vector<DebugLines::Text>;
 
-class TraceTest : public testing::Test
+TEST(Trace, CutsAt260Characters)
 {
-protected:
-    TraceTest()
-    {
-        SetDebugSink(
-            [](const WCHAR* line, void* self) { static_cast<TraceTest*>(self)->lines.push_back(line); },
-            this);
-    }
-    ~TraceTest() override { SetDebugSink(nullptr, nullptr); }
-
-    std::vector<Text> lines;
-};
-
-TEST_F(TraceTest, CutsAt260Characters)
-{
+    const DebugLines::Text whole(260, 'x');
     for (const size_t length : {259u, 260u, 261u, 5000u}) {
-        lines.clear();
+        DebugLines lines;
         EXPECT_EQ(1, Trace(TEXT("%S"), std::string(length, 'x').c_str()));
-        ASSERT_EQ(1u, lines.size()) << length;
-        EXPECT_EQ(Text(std::min<size_t>(length, 260), 'x'), lines[0]) << length;
+        EXPECT_EQ(Texts{whole.substr(0, length)}, lines.Lines()) << length;
+        EXPECT_EQ(0, Trace(nullptr));
+        EXPECT_EQ(1u, lines.Lines().size());
     }
 }
 
-TEST_F(TraceTest, EmitsNothingWithoutAFormat)
+TEST(Trace, ShowsFinishedTextAsItStandsAndNothingOfWhatIsNoUtf8)
 {
-    EXPECT_EQ(0, Trace(nullptr));
-    EXPECT_TRUE(lines.empty());
-}
-
-TEST_F(TraceTest, ShowsFinishedTextAsItStands)
-{
+    DebugLines lines;
     TraceText("CMYK-Mode - 100%s gr\xC3\xBCn\n");
-    ASSERT_EQ(1u, lines.size());
-    EXPECT_EQ(TEXT("CMYK-Mode - 100%s gr\u00FCn\n"), lines[0]);
-    TraceText("CMYK-Mode - gr\xFCn\n"); // not UTF-8
-    EXPECT_EQ(1u, lines.size());
+    TraceText("CMYK-Mode - gr\xFCn\n");
+    EXPECT_EQ(Texts{TEXT("CMYK-Mode - 100%s gr\u00FCn\n")}, lines.Lines());
 }
 
 } // namespace

@@ -10,8 +10,10 @@
 
 #include "src/bindings/current_values.h"
 #include "src/bindings/popups.h"
+#include "src/features/popup_filling.h"
 #include "src/records/sheet_context.h"
 #include "tests/support/fake_core.h"
+#include "tests/support/recording_dialog.h"
 #include "tests/support/testing.h"
 #include "tests/support/trace_order.h"
 
@@ -70,6 +72,21 @@ protected:
         return context.popups.windows[row] =
                    Child(TEXT("COMBOBOX"), CBS_DROPDOWNLIST, kPopupTable[static_cast<size_t>(row)].controlId);
     }
+    // A popup with its options as it stands on its page.
+    HWND Popup(int row, const std::string& keywords, int selection)
+    {
+        if (row != kPopupHalftone) Fill(row, keywords, selection); // whose options never change
+        context.popups.selections[row] = selection;
+        const HWND combo = context.popups.windows[row] ? context.popups.windows[row] : Combo(row);
+        FillPopUp(combo, PopupList(context, row), PopupVisibility(context, row), selection);
+        if (selection == 0) Select(row, -1);
+        trace.Take();
+        return combo;
+    }
+    void Select(int row, int item)
+    {
+        SendMessageW(context.popups.windows[row], CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+    }
     HWND Slider(int row, DWORD style = 0)
     {
         const ControlBinding& slider = kSliderTable[static_cast<size_t>(row)];
@@ -79,12 +96,12 @@ protected:
         return context.sliders.windows[row] = window;
     }
     static bool Visible(HWND window) { return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0; }
-    HWND CheckBox(int row, bool checked)
+    void CheckBox(int row, bool checked)
     {
-        const HWND box =
-            Child(TEXT("BUTTON"), BS_AUTOCHECKBOX, kCheckBoxTable[static_cast<size_t>(row)].controlId);
+        HWND& box = context.checkBoxes.windows[row];
+        if (!box)
+            box = Child(TEXT("BUTTON"), BS_AUTOCHECKBOX, kCheckBoxTable[static_cast<size_t>(row)].controlId);
         SendMessageW(box, BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);
-        return context.checkBoxes.windows[row] = box;
     }
     // "text=data" of every item, the current one with a star.
     static Strings Items(HWND combo)

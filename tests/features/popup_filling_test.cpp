@@ -45,24 +45,19 @@ TEST_F(PopupTest, ShowsTheVisibleOptionsAndTheSelectedOne)
                   row.visibility.empty() ? nullptr : row.visibility.data(), row.selection);
         EXPECT_EQ(row.items, Items(combo)) << row.options << " " << row.selection;
     }
-}
-
-TEST_F(PopupTest, TellsTheTraceWhatItDoes)
-{
-    const HWND combo = Combo(kPopupMediaType);
     Fill(kPopupMediaType, "a b *c d", 2);
     Name(kPopupMediaType);
     table->lists[kPopupMediaType][3].displayName = nullptr;
     const int visibility[] = {0, 1, 1, 1};
+    trace.Take();
     FillPopUp(combo, table->lists[kPopupMediaType].data(), visibility, 2);
+    EXPECT_EQ((Strings{"[b]=2*", "=4"}), Items(combo));
     EXPECT_EQ(
         "",
         Missing({"UI:  \nFILLPOPUP - active= 2 / '[b]'\n", "UI:  --- INVISIBLE --- '[a]'\n",
                  "UI:  Fillpopup - setactive item to #0\n", "UI:  Adding to PopUpButton: '[b]' itemname:b\n",
-                 "UI:  Fillpopup - setactive item to #1\n", "UI:  Fillpopup - setactive item to #1\n",
-                 "UI:  Adding to PopUpButton: '' itemname:d\n", "UI:  Fillpopup - setactive item to #2\n",
-                 "UI:  FillPOPUP -> activeidx = 1\n"}));
-    EXPECT_EQ((Strings{"[b]=2*", "=4"}), Items(combo));
+                 "UI:  Fillpopup - setactive item to #1\n", "UI:  Adding to PopUpButton: '' itemname:d\n",
+                 "UI:  Fillpopup - setactive item to #2\n", "UI:  FillPOPUP -> activeidx = 1\n"}));
 }
 
 TEST_F(PopupTest, HoldsAtMost80Options)
@@ -70,16 +65,12 @@ TEST_F(PopupTest, HoldsAtMost80Options)
     std::string options;
     for (int i = 0; i < 80; ++i)
         options += "o ";
-    Fill(kPopupPageSize, options, 80);
     std::fill_n(context.pageSizes.statuses, kMaxOptions, -1);
-    const HWND combo = Combo(kPopupPageSize);
-    FillPopUp(combo, PopupList(context, kPopupPageSize), PopupVisibility(context, kPopupPageSize), 80);
+    const HWND combo = Popup(kPopupPageSize, options, 80);
     EXPECT_EQ(80, SendMessageW(combo, CB_GETCOUNT, 0, 0));
     EXPECT_EQ(80, SelectedItemData(combo));
-    FillPopUp(Combo(kPopupHalftone), PopupList(context, kPopupHalftone),
-              PopupVisibility(context, kPopupHalftone), 4);
     EXPECT_EQ((Strings{"Tintwerk=1*", "App specified (Postscript)=2", "Off=3"}),
-              Items(context.popups.windows[kPopupHalftone]));
+              Items(Popup(kPopupHalftone, "", 4)));
 }
 
 TEST_F(PopupTest, AChoiceWritesTheOptionThatTheItemCarries)
@@ -96,13 +87,13 @@ TEST_F(PopupTest, AChoiceWritesTheOptionThatTheItemCarries)
     EXPECT_EQ("", Missing({"UI:  Option '*MediaType' selection is 'Paper'\r\n",
                            "UI:  Selection is entry #2'\r\n", "SetOption 'MediaType'='Paper' result"}));
 
+    SendMessageW(combo, CB_SETITEMDATA, 1, 4);
     for (const int item : {-1, 1}) { // no current item, an item beyond the list
-        SendMessageW(combo, CB_SETITEMDATA, 1, 4);
         SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
         EXPECT_FALSE(SetPopupOption(context, kPopupMediaType));
         EXPECT_EQ(item < 0 ? 0 : 4, context.popups.selections[kPopupMediaType]);
-        EXPECT_EQ("", Missing({"No PPD Options for feature available\n"}));
     }
+    EXPECT_EQ("", Missing({"No PPD Options for feature available\n"}));
     EXPECT_FALSE(SetPopupOption(context, kPopupCartridge)) << "no window";
     EXPECT_EQ(1u, core.calls.size());
 }
@@ -135,12 +126,6 @@ TEST_F(PopupTest, ShowsTheSizeOfTheFormInWholeMillimetres)
     Fill(kPopupPageSize, "A4", 1);
     Name(kPopupPageSize);
     FillPopUp(combo, PopupList(context, kPopupPageSize), nullptr, 1);
-    trace.Take();
-    const auto shown = [&] {
-        WCHAR text[100] = {};
-        GetWindowTextW(label, text, 100);
-        return Narrow(text);
-    };
 
     ReplaceFunction("GetFormW", &AnswerForm);
     // clang-format off
@@ -153,7 +138,7 @@ TEST_F(PopupTest, ShowsTheSizeOfTheFormInWholeMillimetres)
     for (const auto& row : cases) {
         formSize = row.size;
         ShowFormSize(context);
-        EXPECT_EQ(row.text, shown());
+        EXPECT_EQ(row.text, Narrow(TextOf(label)));
         EXPECT_EQ(
             "", Missing({"ComboBox PageSize - Selection = [A4]\n", "ComboBox PageSize - GetForm result = 1\n",
                          "Form:A4 form " + std::string(row.text) + "\n\n"}));
@@ -162,7 +147,7 @@ TEST_F(PopupTest, ShowsTheSizeOfTheFormInWholeMillimetres)
 
     formError = 1;
     ShowFormSize(context);
-    EXPECT_EQ("(2147484 x -1 mm)", shown());
+    EXPECT_EQ(TEXT("(2147484 x -1 mm)"), TextOf(label));
     EXPECT_EQ("", Missing({"ComboBox PageSize - GetForm result = 0\n",
                            "** GetForm failed - cbNeeded = 2000 (1024)\n"}));
 

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "src/bindings/cartridge_codes.h"
 #include "src/bindings/cartridges.h"
 #include "src/bindings/number_fields.h"
@@ -53,27 +55,20 @@ TEST_F(Embedding, BindsTheControlsOfEveryTableRow)
 
 TEST_F(Embedding, ShowsBorderlessPrintingAsThePpdHasIt)
 {
-    struct
-    {
-        const char* pageSize;
-        bool checked, enabled;
-        const WCHAR* shownSize;
-    } const cases[] = {
+    const std::tuple<const char*, bool, bool, Text> cases[] = {
         {"A4", false, true, TEXT("[A4]")},
         {"A4Borderless", true, true, TEXT("[A4]")},
         {"Letter", false, false, TEXT("[Letter]")},
-        {"PhotoBorderless", true, false, TEXT("[PhotoBorderless]")},
-    };
-    for (const auto& row : cases) {
+        {"PhotoBorderless", true, false, TEXT("[PhotoBorderless]")}};
+    for (const auto& [pageSize, checked, enabled, shownSize] : cases) {
         OpenSheet other;
-        other.core.features["PageSize"].selected = row.pageSize;
+        other.core.features["PageSize"].selected = pageSize;
         other.Open(kMain);
-        const HWND checkBox = other.Control(kMain, 1123);
-        EXPECT_EQ(row.checked, Checked(checkBox)) << row.pageSize;
-        EXPECT_EQ(row.enabled, Enabled(checkBox)) << row.pageSize;
-        EXPECT_EQ(row.shownSize, other.Chosen(kMain, 1022));
+        EXPECT_EQ(checked, Checked(other.Control(kMain, 1123))) << pageSize;
+        EXPECT_EQ(enabled, Enabled(other.Control(kMain, 1123))) << pageSize;
+        EXPECT_EQ(shownSize, other.Chosen(kMain, 1022));
         for (const int expansion : {1217, 1227, 1228, 1229})
-            EXPECT_EQ(row.checked, Shown(other.Control(kMain, expansion))) << row.pageSize << expansion;
+            EXPECT_EQ(checked, Shown(other.Control(kMain, expansion))) << pageSize << expansion;
     }
 }
 
@@ -126,27 +121,22 @@ TEST_F(Embedding, ShowsTheCartridgesThatThePpdKnows)
     sheet.Read();
     lstrcpyW(sheet.context.options->cartridgeColors, TEXT("BK,G,C,??"));
     sheet.Open(kScreenPrinting);
-    struct
-    {
-        int checkBox, icon, name;
-        bool shown, checked, picture;
-        const WCHAR* code;
-    } const cases[] = {
-        {1240, 1261, 1286, true, true, true, TEXT("BK")},  {1241, 1262, 1275, true, false, true, TEXT("G")},
+    const std::tuple<int, int, int, bool, bool, bool, Text> cases[] = {
+        // box, icon, name; whether it is shown, checked, has a picture
+        {1240, 1261, 1286, true, true, true, TEXT("BK")},
+        {1241, 1262, 1275, true, false, true, TEXT("G")},
         {1242, 1263, 1276, false, false, false, TEXT("")}, // uses up "C"
-        {1243, 1264, 1277, true, true, false, TEXT("??")}, {1245, 1265, 1278, false, false, false, TEXT("")},
-    };
-    for (const auto& row : cases) {
-        for (const int id : {row.checkBox, row.icon, row.name}) {
-            EXPECT_EQ(row.shown, Shown(sheet.Control(kScreenPrinting, id))) << id;
+        {1243, 1264, 1277, true, true, false, TEXT("??")},
+        {1245, 1265, 1278, false, false, false, TEXT("")}};
+    for (const auto& [box, icon, name, shown, checked, picture, code] : cases) {
+        for (const int id : {box, icon, name}) {
+            EXPECT_EQ(shown, Shown(sheet.Control(kScreenPrinting, id))) << id;
             EXPECT_TRUE(Enabled(sheet.Control(kScreenPrinting, id))) << id;
         }
-        EXPECT_EQ(row.checked, Checked(sheet.Control(kScreenPrinting, row.checkBox))) << row.checkBox;
-        EXPECT_EQ(row.picture, Picture(sheet.Control(kScreenPrinting, row.icon)) != nullptr) << row.icon;
-        EXPECT_EQ(row.code, TextOf(sheet.Control(kScreenPrinting, row.name))) << row.name;
-        EXPECT_EQ(row.shown ? Text(TEXT("  ")) + row.code : Text(row.code),
-                  TextOf(sheet.Control(kScreenPrinting, row.checkBox)))
-            << row.checkBox;
+        EXPECT_EQ(checked, Checked(sheet.Control(kScreenPrinting, box))) << box;
+        EXPECT_EQ(picture, Picture(sheet.Control(kScreenPrinting, icon)) != nullptr) << icon;
+        EXPECT_EQ(code, TextOf(sheet.Control(kScreenPrinting, name))) << name;
+        EXPECT_EQ((shown ? TEXT("  ") : TEXT("")) + code, TextOf(sheet.Control(kScreenPrinting, box))) << box;
     }
 }
 
@@ -174,33 +164,26 @@ TEST(Cartridges, HaveCodesUsedUpOnePerSlotTheLastOneForTheRestAndPictures)
 
 TEST_F(Embedding, KeepsScreenPrintingAndColoursApart)
 {
-    struct
-    {
-        const char* mode;
-        bool on, multiBlack, parameters;
-    } const cases[] = {
-        {"off", false, false, true},
-        {"a", true, false, true},
-        {"b", true, true, true},
-        {"c", true, false, false}, // "App specified"
-    };
-    for (const auto& row : cases) {
+    const std::tuple<const char*, bool, bool, bool> cases[] = {{"off", false, false, true},
+                                                               {"a", true, false, true},
+                                                               {"b", true, true, true},
+                                                               {"c", true, false, false}}; // "App specified"
+    for (const auto& [mode, on, multiBlack, parameters] : cases) {
         OpenSheet other;
-        other.core.features["halvScreenmode"].selected = row.mode;
+        other.core.features["halvScreenmode"].selected = mode;
         for (const auto& [position, control] :
              {std::pair{kColors, 1111}, {kCorrection, 1296}, {kInkControl, 1401}}) {
             other.Open(position);
-            EXPECT_EQ(!row.on, Enabled(other.Control(position, control))) << row.mode << control;
+            EXPECT_EQ(!on, Enabled(other.Control(position, control))) << mode << control;
         }
         other.Open(kScreenPrinting);
-        EXPECT_EQ(row.on, Checked(other.Control(kScreenPrinting, 1118))) << row.mode;
-        EXPECT_TRUE(Enabled(other.Control(kScreenPrinting, 1118))) << row.mode;
-        EXPECT_EQ(row.on, Enabled(other.Control(kScreenPrinting, 1257))) << row.mode;
-        EXPECT_EQ(row.multiBlack, Checked(other.Control(kScreenPrinting, 1239))) << row.mode;
-        EXPECT_EQ(row.multiBlack, Enabled(other.Control(kScreenPrinting, 1240))) << row.mode;
+        EXPECT_EQ(on, Checked(other.Control(kScreenPrinting, 1118))) << mode;
+        EXPECT_TRUE(Enabled(other.Control(kScreenPrinting, 1118))) << mode;
+        EXPECT_EQ(on, Enabled(other.Control(kScreenPrinting, 1257))) << mode;
+        EXPECT_EQ(multiBlack, Checked(other.Control(kScreenPrinting, 1239))) << mode;
+        EXPECT_EQ(multiBlack, Enabled(other.Control(kScreenPrinting, 1240))) << mode;
         for (const int parameter : {1146, 1274, 1292, 1244, 1250, 1293, 1251, 1252})
-            EXPECT_EQ(row.parameters, Shown(other.Control(kScreenPrinting, parameter)))
-                << row.mode << parameter;
+            EXPECT_EQ(parameters, Shown(other.Control(kScreenPrinting, parameter))) << mode << parameter;
     }
 }
 

@@ -160,29 +160,20 @@ public:
 private:
     void OfferEverything()
     {
-        core.Offer("halvCartridgeType", "Standard Special", "Standard");
-        core.Offer("MediaType", "Plain_0 Photo_6 Chart_2", "Photo_6");
-        core.Offer("Resolution", "360 720", "720");
-        core.Offer("PageSize", "A4 A4Borderless Letter PhotoBorderless Custom.1x2", "A4");
-        core.Offer("InputSlot", "Sheet Roll", "Sheet");
-        core.Offer("OutputBin", "Rear", "Rear");
-        core.Offer("halvIntent", "none_0 photo_0 proof_3", "photo_0");
-        core.Offer("halvColorModel", "RGB CMYK CMYKproof", "RGB");
-        core.Offer("halvDithering", "fine", "fine");
-        core.Offer("halvColorspace", "sRGB Adobe", "sRGB");
-        core.Offer("halvCMYKspace", "FOGRA", "FOGRA");
-        core.Offer("halvScreenShape", "Round Line", "Round");
-        core.Offer("halvScreenmode", "off a b c d e f", "off");
-        core.Offer("halvScreenLPI", "44", "44");
-        core.Offer("halvScreenLPI2", "15", "15");
-        core.Offer("halvScreenAngle", "35", "35");
-        core.Offer("halvScreenAngle2", "25", "25");
-        core.Offer("halvPreview", "0 1", "1");
-        core.Offer("halvBrightness", "-50", "-50");
-        core.Offer("halvRefLight", "65", "65");
-        core.Offer("halvScreenCartridge0", "0 1", "1");
-        core.Offer("halvScreenCartridge1", "0 1", "0");
-        core.Offer("halvScreenCartridge3", "0 1", "1");
+        // clang-format off
+        for (const auto& [feature, offered, selected] : std::initializer_list<std::array<const char*, 3>>{
+            {"halvCartridgeType", "Standard Special", "Standard"}, {"MediaType", "Plain_0 Photo_6 Chart_2", "Photo_6"},
+            {"Resolution", "360 720", "720"}, {"PageSize", "A4 A4Borderless Letter PhotoBorderless Custom.1x2", "A4"},
+            {"InputSlot", "Sheet Roll", "Sheet"}, {"OutputBin", "Rear", "Rear"},
+            {"halvIntent", "none_0 photo_0 proof_3", "photo_0"}, {"halvColorModel", "RGB CMYK CMYKproof", "RGB"},
+            {"halvDithering", "fine", "fine"}, {"halvColorspace", "sRGB Adobe", "sRGB"}, {"halvCMYKspace", "FOGRA", "FOGRA"},
+            {"halvScreenShape", "Round Line", "Round"}, {"halvScreenmode", "off a b c d e f", "off"},
+            {"halvScreenLPI", "44", "44"}, {"halvScreenLPI2", "15", "15"}, {"halvScreenAngle", "35", "35"},
+            {"halvScreenAngle2", "25", "25"}, {"halvPreview", "0 1", "1"}, {"halvBrightness", "-50", "-50"},
+            {"halvRefLight", "65", "65"}, {"halvScreenCartridge0", "0 1", "1"}, {"halvScreenCartridge1", "0 1", "0"},
+            {"halvScreenCartridge3", "0 1", "1"}})
+            core.Offer(feature, offered, selected);
+        // clang-format on
     }
 
     static LRESULT CALLBACK SheetProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam)

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "src/bindings/sliders.h"
 #include "src/features/popup_filling.h"
 #include "tests/pages/open_sheet.h"
@@ -17,31 +19,24 @@ using PageEvents = PageTest;
 TEST_F(PageEvents, TheBorderlessBoxFollowsThePageSize)
 {
     sheet.Open(kMain);
-    struct
-    {
-        const char* size;
-        int item; // of the popup, which hides A4's twin
-        bool shown, enabled;
-        int checked; // -1: as it was
-    } const cases[] = {
-        {"borderless only", 2, true, false, 1},
-        {"with a twin", 0, true, true, -1},
-        {"without a twin", 1, true, false, 0},
-        {"custom", 3, false, true, 0},
-    };
+    // The item of the popup, which hides A4's twin; what the box is then, -1: as it was.
+    const std::tuple<const char*, int, bool, bool, int> cases[] = {{"borderless only", 2, true, false, 1},
+                                                                   {"with a twin", 0, true, true, -1},
+                                                                   {"without a twin", 1, true, false, 0},
+                                                                   {"custom", 3, false, true, 0}};
     const HWND box = sheet.Control(kMain, 1123);
     for (const bool before : {false, true}) {
-        for (const auto& row : cases) {
+        for (const auto& [size, item, shown, enabled, then] : cases) {
             SendMessageW(box, BM_SETCHECK, before, 0);
             trace.Take();
-            sheet.Choose(kMain, 1022, row.item);
-            const bool checked = row.checked < 0 ? before : row.checked != 0;
-            EXPECT_EQ(row.shown, Shown(box)) << row.size;
-            EXPECT_EQ(row.enabled, Enabled(box)) << row.size;
-            EXPECT_EQ(checked, Checked(box)) << row.size;
+            sheet.Choose(kMain, 1022, item);
+            const bool checked = then < 0 ? before : then != 0;
+            EXPECT_EQ(shown, Shown(box)) << size;
+            EXPECT_EQ(enabled, Enabled(box)) << size;
+            EXPECT_EQ(checked, Checked(box)) << size;
             for (const int expansion : {1217, 1227, 1228, 1229})
-                EXPECT_EQ(checked, Shown(sheet.Control(kMain, expansion))) << row.size << expansion;
-            EXPECT_EQ("", Missing({"Change in PageSize: BLOption=" + std::to_string(row.enabled) +
+                EXPECT_EQ(checked, Shown(sheet.Control(kMain, expansion))) << size << expansion;
+            EXPECT_EQ("", Missing({"Change in PageSize: BLOption=" + std::to_string(enabled) +
                                    ", BLFormat=" + std::to_string(checked) + " Ctrl="}));
             EXPECT_FALSE(sheet.context.pageSizes.borderless) << "waits for the apply";
         }
@@ -58,27 +53,20 @@ TEST_F(PageEvents, ChoicesThatDecideOthersAreWrittenAtOnce)
 {
     sheet.Open(kMain);
     sheet.Open(kColors);
-    struct
-    {
-        int position, popup, item;
-        const char* feature;
-        const char* option;
-        PopupRow row;
-    } const cases[] = {
+    const std::tuple<int, int, int, const char*, const char*, PopupRow> cases[] = {
         {kMain, 1072, 0, "Resolution", "360", kPopupResolution},
         {kMain, 1073, 0, "MediaType", "Plain_0", kPopupMediaType},
         {kMain, 1075, 1, "halvCartridgeType", "Special", kPopupCartridge},
-        {kColors, 1111, 1, "halvIntent", "photo_0", kPopupIntent},
-    };
-    for (const auto& row : cases) {
+        {kColors, 1111, 1, "halvIntent", "photo_0", kPopupIntent}};
+    for (const auto& [position, popup, item, feature, option, row] : cases) {
         sheet.core.calls.clear();
-        sheet.Choose(row.position, row.popup, row.item);
-        EXPECT_EQ(row.option, sheet.core.features[row.feature].selected);
-        EXPECT_EQ(1, sheet.core.Count("SetOptions")) << row.feature;
+        sheet.Choose(position, popup, item);
+        EXPECT_EQ(option, sheet.core.features[feature].selected);
+        EXPECT_EQ(1, sheet.core.Count("SetOptions")) << feature;
         EXPECT_EQ(2, sheet.core.Count("EnumConstrainedOptions")) << "media types and resolutions are checked";
-        EXPECT_EQ(row.option, std::string(FindSelected(PopupList(sheet.context, row.row),
-                                                       sheet.context.popups.selections[row.row])
-                                              ->keyword));
+        EXPECT_STREQ(
+            option,
+            FindSelected(PopupList(sheet.context, row), sheet.context.popups.selections[row])->keyword);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "tests/sheets/sheet_fixture.h"
 
 #include <cstdio>
+#include <tuple>
 
 #include "src/pages/page_procedure.h"
 #include "src/sheets/device_sheet.h"
@@ -98,6 +99,8 @@ TEST_F(DocumentSheet, ChoosesItsPagesByWindowsVersionAndGuiMode)
         {10, 0, nullptr, true, "193 layout 189 192 191 190 229 advanced"},
         {6, 1, "oem0", true, "193 layout 189 192 191 190 229 advanced"},
         {6, 1, "oem", true, "193 layout 189 192 191 190 229 advanced"},
+        {10, 0, "OEM1", false, "193 layout 189 192 191 190 advanced"},
+        {10, 0, "oem129", false, "193 layout advanced"}, // two characters count
         {10, 0, "oem1", true, "194 layout advanced"},
         {10, 0, "oem2", true, "194 layout 191 advanced"},
         {10, 0, "oem3", false, "194 layout 191 advanced"},
@@ -122,19 +125,17 @@ TEST_F(DocumentSheet, ChoosesItsPagesByWindowsVersionAndGuiMode)
 
 TEST_F(DocumentSheet, TitlesItsPagesInTheFirstLanguageOfThePpd)
 {
-    const std::vector<Text> german{TEXT("Druck"),     TEXT("Farben"), TEXT("Korrektur"),
-                                   TEXT("Verbrauch"), TEXT("Tinte"),  TEXT("Siebdruck")};
-    const std::vector<Text> english{TEXT("Main"),        TEXT("Color"),    TEXT("Correction"),
-                                    TEXT("Consumption"), TEXT("Ink Ctrl"), TEXT("Screen Printing")};
-    const std::pair<std::vector<std::string>, std::vector<Text>> cases[] = {
+    const Text german = TEXT("Druck, Farben, Korrektur, Verbrauch, Tinte, Siebdruck, ");
+    const Text english = TEXT("Main, Color, Correction, Consumption, Ink Ctrl, Screen Printing, ");
+    const std::pair<std::vector<std::string>, Text> cases[] = {
         {{"de", "en"}, german}, {{"en", "de"}, english}, {{}, english}};
     for (const auto& [languages, expected] : cases) {
         core.features = {{"halvLanguage", languages, "en"}, Feature("halvScreenmode", "on")};
         TestSheet sheet(&core, core.object);
         sheet.Open();
-        std::vector<Text> titles;
+        Text titles;
         for (const AddedPage& page : sheet.added)
-            if (page.hasTitle) titles.push_back(page.title);
+            if (page.hasTitle) titles += page.title + TEXT(", ");
         EXPECT_EQ(expected, titles);
     }
 }
@@ -164,27 +165,20 @@ TEST_F(DocumentSheet, DescribesEveryPageAndKeepsItsHandle)
     EXPECT_EQ(static_cast<LONG_PTR>(100 + sheet.added.size()), sheet.Record().lastPageHandle);
 }
 
-TEST_F(DocumentSheet, OpensWithAllPagesOfALongNameThatAreRefused)
+TEST_F(DocumentSheet, WorksWithoutACoreHelperOrPagesButNotWithoutParameters)
 {
-    TestSheet sheet(&core, core.object);
+    Process().gui.Set({4, ""});
+    TestSheet sheet(nullptr, core.object);
     sheet.refusesPages = true;
     sheet.printerName = Text(200, 'p');
     sheet.parameters.pPrinterName = sheet.printerName.data();
     EXPECT_EQ(1, sheet.Open());
     EXPECT_EQ(Text(127, 'p'), sheet.Context().printerName);
-    EXPECT_EQ("193 layout 189 192 191 190 advanced", sheet.Pages());
-    EXPECT_EQ(0, sheet.Record().lastPageHandle);
-    EXPECT_EQ(0, sheet.Record().pages[3].pageHandle);
-}
-
-TEST_F(DocumentSheet, WorksWithoutACoreHelperButNotWithoutParameters)
-{
-    Process().gui.Set({4, ""});
-    TestSheet sheet(nullptr, core.object);
-    EXPECT_EQ(1, sheet.Open());
     EXPECT_EQ("193 layout 189 192 191 190", sheet.Pages());
     EXPECT_EQ(0, sheet.Find("layout")->items.cOptItem);
     EXPECT_EQ(0, Process().gui.Get().mode);
+    EXPECT_EQ(0, sheet.Record().lastPageHandle);
+    EXPECT_EQ(0, sheet.Record().pages[3].pageHandle);
 
     TestSheet none(&core, core.object);
     none.info.lParamInit = 0;
@@ -196,7 +190,7 @@ TEST_F(DocumentSheet, WorksWithoutACoreHelperButNotWithoutParameters)
 
 TEST_F(DocumentSheet, TellsItsStepsInOrder)
 {
-    core.features = {Feature("halvGuiMode", "oem2"), Feature("halvGuiIcon", "logos-acme.bmp")};
+    core.features = {Feature("halvGuiMode", "oem2"), Feature("halvGuiIcon", "logos-acme-2.bmp")};
     TestSheet sheet(&core, core.object);
     sheet.Open();
     EXPECT_EQ(
@@ -206,13 +200,13 @@ TEST_F(DocumentSheet, TellsItsStepsInOrder)
                      "UI:  DocPropSheet - INIT\n", "GetPrinter needs 164 Bytes\n", "pPrinterInfo2 is ",
                      "*** extracted drivername: Tintwerk 0042\n", "Got 1 args with number=42\n",
                      "UI:  set poemuiobj to " + Hex(core.object) + "\r\n", "UI:  DocPropSheet - INITPPD\n",
-                     "UI:  Reply length=45\n", "UI:  **Feature Option halvGuiMode is oem2\r\n",
-                     "UI:  **Feature Option halvGuiIcon is logos-acme.bmp\r\n", "UI:  halvGUIMODE= 2\n",
-                     "UI:  halvOemLogoFilename= logos\\acme.bmp\n", "DokumentPropSheets - Add Tab Pages\n",
+                     "UI:  Reply length=47\n", "UI:  **Feature Option halvGuiMode is oem2\r\n",
+                     "UI:  **Feature Option halvGuiIcon is logos-acme-2.bmp\r\n", "UI:  halvGUIMODE= 2\n",
+                     "UI:  halvOemLogoFilename= logos\\acme-2.bmp\n", "DokumentPropSheets - Add Tab Pages\n",
                      "Add Page #1 - tabidx = 1\n", "*** *** CPSFUNC_ADD_PCOMPROPSHEET: pages: 1\n",
                      "Add Page #4 - tabidx = 8\n", "*** optionspage CPSFUNC_ADD_PCOMPROPSHEET: pages: 1\n"}));
     EXPECT_EQ(2, Process().gui.Get().mode);
-    EXPECT_STREQ("logos\\acme.bmp", Process().gui.Get().oemLogoFileName);
+    EXPECT_STREQ("logos\\acme-2.bmp", Process().gui.Get().oemLogoFileName);
 
     // The next sheet knows nothing of it.
     core.answers["GetOptions"] = {E_UNEXPECTED, ""};
@@ -226,55 +220,45 @@ TEST_F(DocumentSheet, TellsItsStepsInOrder)
 
 TEST_F(DocumentSheet, ComesUpWhateverTheGuiReplyHolds)
 {
-    const struct
-    {
-        std::string reply;
-        DWORD reported;
-        int mode;
-    } cases[] = {{std::string("halvGuiMode\0oem3", 16), 16, 0}, // the option has no end
-                 {std::string("halvGuiMode\0oem3\0", 17), 0xFFFFFFFF, 3},
-                 {std::string("halvGuiModeX\0oem3\0\0", 19), 19, 0}};
-    for (const auto& row : cases) {
-        core.answers["GetOptions halvGuiMode"] = {S_OK, row.reply, row.reported};
+    const std::tuple<std::string, DWORD, int> cases[] = {
+        {std::string("halvGuiMode\0oem3", 16), 16, 0}, // the option has no end
+        {std::string("halvGuiMode\0oem3\0", 17), 0xFFFFFFFF, 3},
+        {std::string("halvGuiModeX\0oem3\0\0", 19), 19, 0}};
+    for (const auto& [reply, reported, mode] : cases) {
+        core.answers["GetOptions halvGuiMode"] = {S_OK, reply, reported};
         TestSheet sheet(&core, core.object);
         EXPECT_EQ(1, sheet.Open());
-        EXPECT_EQ(row.mode, Process().gui.Get().mode) << row.reply;
+        EXPECT_EQ(mode, Process().gui.Get().mode) << reply;
     }
 }
 
 TEST_F(DocumentSheet, TakesThePrinterNumberFromTheDriverName)
 {
-    const struct
-    {
-        const char* driver;
-        int number;
-        const char* got; // numbers that were found and what they say; none: the name is not looked at
-    } cases[] = {
-        {"Tintwerk 12345", 2345, "1 args with number=2345"},
-        {"Tintwerk -123", -123, "1 args with number=-123"},
-        {"x0042", 42, "1 args with number=42"},
-        {"x  +7", 7, "1 args with number=7"},
-        {"x\t\n 9", 9, "1 args with number=9"},
-        {"x12ab", 12, "1 args with number=12"},
-        {"x9 99", 9, "1 args with number=9"},
-        {"x  -1", 0, "1 args with number=-1"},
-        {"xa1b2", 0, "0 args with number=-1"},
-        {"x- 12", 0, "0 args with number=-1"},
-        {"x    ", 0, "0 args with number=-1"},
-        {"x--12", 0, "0 args with number=-1"},
-        {"x\xB2\xB2\xB2\xB2", 0, "0 args with number=-1"},
-        {"0042", 0, nullptr},
-        {"", 0, nullptr},
+    // The number, what was found at the end of the name; nothing where the name is not looked at.
+    const std::tuple<const char*, int, std::string> cases[] = {
+        {"Tintwerk 12345", 2345, "Got 1 args with number=2345\n"},
+        {"Tintwerk -123", -123, "Got 1 args with number=-123\n"},
+        {"x0042", 42, "Got 1 args with number=42\n"},
+        {"x \t+7", 7, "Got 1 args with number=7\n"},
+        {"x12ab", 12, "Got 1 args with number=12\n"},
+        {"x9 99", 9, "Got 1 args with number=9\n"},
+        {"x  -1", 0, "Got 1 args with number=-1\n"},
+        {"xa1b2", 0, "Got 0 args with number=-1\n"},
+        {"x- 12", 0, "Got 0 args with number=-1\n"},
+        {"x    ", 0, "Got 0 args with number=-1\n"},
+        {"x\xB2\xB2\xB2\xB2", 0, "Got 0 args with number=-1\n"},
+        {"0042", 0, ""},
+        {"", 0, ""},
     };
-    for (const auto& row : cases) {
-        TestSpooler::driverName = Wide(row.driver);
+    for (const auto& [driver, number, got] : cases) {
+        TestSpooler::driverName = Wide(driver);
         trace.Take();
         TestSheet sheet(&core, core.object);
         sheet.Open();
-        EXPECT_EQ(row.number, sheet.Record().printerNumber) << row.driver;
-        EXPECT_EQ(row.number == 0, trace.Contains(TEXT("GetPrinter failed\n"))) << row.driver;
-        const std::string got = row.got ? "Got " + std::string(row.got) + "\n" : "";
-        EXPECT_EQ("", MissingLine(trace.Take(), {got})) << row.driver;
+        EXPECT_EQ(number, sheet.Record().printerNumber) << driver;
+        EXPECT_EQ(number == 0, trace.Contains(TEXT("GetPrinter failed\n"))) << driver;
+        EXPECT_EQ("", MissingLine(trace.Take(), {got})) << driver;
+        EXPECT_TRUE(number != -123 || std::string(sheet.Context().inkFilePath).ends_with("printer-0123.ink"));
     }
     TestSpooler::sizeOnly = true;
     TestSheet refused(&core, core.object);

@@ -2,7 +2,7 @@
 // them writes.
 #include "tests/sheets/sheet_fixture.h"
 
-#include "src/features/feature_access.h"
+#include <tuple>
 
 namespace tintwerk {
 namespace {
@@ -88,26 +88,21 @@ TEST_F(OptionPages, RegistersBothPages)
 {
     core.features.push_back({"halvSettingA", {"1"}, "1"});
     Open();
-    const struct
-    {
-        const char* page;
-        UINT_PTR dialog;
-        int items;
-        Text caller, itemName;
-    } cases[] = {{"layout", 1, 4, TEXT("Loomspire Driver"), TEXT("Optname")},
-                 {"advanced", 4, 3, TEXT("Tintwerk Driver"), TEXT("Proofer")}};
-    for (const auto& row : cases) {
-        const COMPROPSHEETUI& page = Page(row.page);
+    const std::tuple<const char*, UINT_PTR, int, Text, Text> cases[] = {
+        {"layout", 1, 4, TEXT("Loomspire Driver"), TEXT("Optname")},
+        {"advanced", 4, 3, TEXT("Tintwerk Driver"), TEXT("Proofer")}};
+    for (const auto& [name, dialog, items, caller, itemName] : cases) {
+        const COMPROPSHEETUI& page = Page(name);
         EXPECT_EQ(sizeof(COMPROPSHEETUI), page.cbSize);
         EXPECT_EQ(CPSUIF_UPDATE_PERMISSION, page.Flags);
         EXPECT_EQ(Process().module, page.hInstCaller);
-        EXPECT_EQ(row.caller, page.pCallerName);
+        EXPECT_EQ(caller, page.pCallerName);
         EXPECT_EQ(sheet->info.UserData, page.UserData);
         EXPECT_EQ(Text(TEXT("CPSUISam.hlp")), page.pHelpFile);
-        EXPECT_EQ(row.dialog, reinterpret_cast<UINT_PTR>(page.pDlgPage));
-        EXPECT_EQ(row.items, page.cOptItem);
+        EXPECT_EQ(dialog, reinterpret_cast<UINT_PTR>(page.pDlgPage));
+        EXPECT_EQ(items, page.cOptItem);
         EXPECT_EQ(64062u, page.IconID);
-        EXPECT_EQ(row.itemName, page.pOptItemName);
+        EXPECT_EQ(itemName, page.pOptItemName);
         EXPECT_EQ(0x100, page.CallerVersion);
         EXPECT_EQ(0x100, page.OptItemVersion);
     }
@@ -179,39 +174,30 @@ TEST_F(OptionPages, WriteNothingBesideAnApply)
 
 TEST_F(OptionPages, ListTheDriversOwnFeaturesInGroups)
 {
-    const struct
-    {
-        const char* name;
-        Strings features, items;
-    } cases[] = {
-        {"no special features",
-         {"halvSettingA", "halvDuplexOdd", "halvSettingB"},
+    const std::pair<Strings, Strings> cases[] = {
+        {{"halvSettingA", "halvDuplexOdd", "halvSettingB"},
          {"+Printer Options", "halvSettingA(x|y)=1", "halvSettingB(x|y)=1", "+Advanced Settings"}},
-        {"only special features, in their own order",
-         {"halvDuplexAdjust", "halvMirror"},
+        {{"halvDuplexAdjust", "halvMirror"},
          {"+Advanced Settings", "halvMirror(x|y)=1", "halvDuplexAdjust(x|y)=1"}},
-        {"screen printing features that have no control",
-         {"halvScreenmode", "halvScreenInksaturation", "halvScreenShape", "halvScreenCartridge",
+        {{"halvScreenmode", "halvScreenInksaturation", "halvScreenShape", "halvScreenCartridge",
           "halvScreenLPI", "halvScreenLPI2", "halvScreenLPI3", "halvScreenAngle", "halvScreenAngle2",
           "halvScreenCartridgeX", "halvScreenInksaturExtra", "halvScreenInksatura", "halvScreen"},
          {"+Advanced Settings", "halvScreenLPI3(x|y)=1", "halvScreenInksaturExtra(x|y)=1",
           "halvScreen(x|y)=1"}},
-        {"the DTF group",
-         {"halvDTFWhite", "halvSetting"},
+        {{"halvDTFWhite", "halvSetting"},
          {"+Printer Options", "halvSetting(x|y)=1", "+Advanced Settings", "+Special Settings DTF Printing",
           "halvDTFWhite(x|y)=1"}},
-        {"nothing of the driver's", {"PageSize", "halvsettingA", "XhalvDTF"}, {"+Advanced Settings"}},
-        {"in German",
-         {"halvLanguage", "halvSettingA", "halvDTFWhite"},
+        {{"PageSize", "halvsettingA", "XhalvDTF"}, {"+Advanced Settings"}},
+        {{"halvLanguage", "halvSettingA", "halvDTFWhite"},
          {"+Drucker Optionen", "halvSettingA(x|y)=1", "+Erweiterte Einstellungen",
           "+Sonderfunktionen DTF-Druck", "halvDTFWhite(x|y)=1"}},
     };
-    for (const auto& row : cases) {
+    for (const auto& [features, items] : cases) {
         core.features.clear();
-        for (const std::string& feature : row.features)
+        for (const std::string& feature : features)
             core.features.push_back({feature, {"x", "y"}, "y"});
-        if (row.features[0] == "halvLanguage") core.features[0].options[0] = "de";
-        EXPECT_EQ(row.items, Advanced()) << row.name;
+        if (features[0] == "halvLanguage") core.features[0].options[0] = "de";
+        EXPECT_EQ(items, Advanced()) << features[0];
     }
     EXPECT_EQ(255, Items("advanced")[0].DMPubID);
     EXPECT_EQ(0, Items("advanced")[1].DMPubID);
@@ -240,23 +226,17 @@ TEST_F(OptionPages, TakeADisplayNameOfAnyTypeAndLength)
     const auto units = [](const Text& text) {
         return std::string(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(WCHAR));
     };
-    const struct
-    {
-        const char* name;
-        std::string bytes;
-        DWORD reported; // 0: their number
-        std::string shown;
-    } cases[] = {{"no terminator", units(TEXT("abc")), 0, "abc"},
-                 {"more than told", units(Text(TEXT("abcdef")) + WCHAR{}), 6, "abc"},
-                 {"an odd size", units(TEXT("abc")) + "x", 0, "abc"},
-                 {"a size past the buffer", units(Text(TEXT("ab")) + WCHAR{}), 0xFFFFFFFF, "ab"},
-                 {"one byte", "x", 0, ""},
-                 {"8-bit text", std::string("a\0b\0c\0\0\0", 8), 0, "abc"}};
-    for (const auto& row : cases) {
-        core.features = {{"halvSettingA", {"1"}, "1"}};
-        core.answers["GetFeatureAttribute"] =
-            core.answers["GetOptionAttribute"] = {S_OK, row.bytes, row.reported};
-        EXPECT_EQ(row.shown + "(" + row.shown + ")=0", Advanced().at(1)) << row.name;
+    const std::tuple<const char*, std::string, DWORD, std::string> cases[] = {
+        {"no terminator", units(TEXT("abc")), 0, "abc"},
+        {"more than told", units(Text(TEXT("abcdef")) + WCHAR{}), 6, "abc"},
+        {"an odd size", units(TEXT("abc")) + "x", 0, "abc"},
+        {"a size past the buffer", units(Text(TEXT("ab")) + WCHAR{}), 0xFFFFFFFF, "ab"},
+        {"one byte", "x", 0, ""},
+        {"8-bit text", std::string("a\0b\0c\0\0\0", 8), 0, "abc"}};
+    core.features = {{"halvSettingA", {"1"}, "1"}};
+    for (const auto& [name, bytes, reported, shown] : cases) {
+        core.answers["GetFeatureAttribute"] = core.answers["GetOptionAttribute"] = {S_OK, bytes, reported};
+        EXPECT_EQ(shown + "(" + shown + ")=0", Advanced().at(1)) << name;
     }
 }
 

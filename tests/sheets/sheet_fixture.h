@@ -29,14 +29,10 @@ struct TestSpooler
 
     static BOOL WINAPI Answer(HANDLE printer, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed)
     {
-        const DWORD bytes =
-            static_cast<DWORD>(sizeof(PRINTER_INFO_2W) + (driverName.size() + 1) * sizeof(WCHAR));
-        *needed = 0;
-        SetLastError(ERROR_INVALID_HANDLE);
-        if (!printer || level != 2) return FALSE;
-        *needed = bytes;
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        if (size < bytes || sizeOnly) return FALSE;
+        *needed = printer && level == 2
+                      ? static_cast<DWORD>(sizeof(PRINTER_INFO_2W) + (driverName.size() + 1) * sizeof(WCHAR))
+                      : 0;
+        if (*needed == 0 || size < *needed || sizeOnly) return FALSE;
         auto* const information = reinterpret_cast<PRINTER_INFO_2W*>(buffer);
         *information = {};
         information->pDriverName = reinterpret_cast<LPWSTR>(information + 1);

@@ -4,19 +4,19 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
+#include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "host/ppd/ppd_reader.h"
+#include "host/ppd/wide_text.h"
 #include "platform/owners.h"
 
 namespace tintwerk {
 namespace {
 
 using testing::ElementsAre;
-using testing::IsEmpty;
-using List = std::vector<std::string>;
 
 constexpr char kPrinter[] = R"(*PPD-Adobe: "4.3"
 *LanguageEncoding: ISOLatin1
@@ -55,6 +55,16 @@ constexpr char kPrinter[] = R"(*PPD-Adobe: "4.3"
 *UIConstraints: *PageSize A3 *Tray2 False
 )";
 
+constexpr DWORD kKeep = SETOPTIONS_FLAG_KEEP_CONFLICT, kResolve = SETOPTIONS_FLAG_RESOLVE_CONFLICT;
+
+// "A4 Letter" as a core driver passes it: each with its zero, and one more.
+std::string Request(const std::string& words)
+{
+    std::string list = words.empty() ? words : words + '\0';
+    std::ranges::replace(list, ' ', '\0');
+    return list + '\0';
+}
+
 // A printer of its own with the helpers that a plug-in would ask for.
 class CoreDriverTest : public testing::Test
 {
@@ -65,253 +75,182 @@ protected:
         core.Helper()->QueryInterface(IID_IPrintCoreHelperPS, reinterpret_cast<void**>(ps.Receive()));
     }
 
-    static std::string Request(const List& keywords)
-    {
-        std::string list;
-        for (const std::string& keyword : keywords)
-            list.append(keyword).append(1, '\0');
-        return list.append(1, '\0');
-    }
-    static List Parse(const std::string& list)
-    {
-        List keywords;
-        for (std::size_t at = 0; at < list.size() && list[at]; at += keywords.back().size() + 1)
-            keywords.push_back(list.c_str() + at);
-        return keywords;
-    }
-
-    HRESULT Set(const List& pairs, DWORD flags, DWORD* outcome = nullptr)
+    HRESULT Set(const std::string& pairs, DWORD flags, DWORD* outcome = nullptr)
     {
         DWORD result = 99;
         const std::string list = Request(pairs);
         const HRESULT status =
-            ui->SetOptions(core.CoreObject(), flags, list.data(), static_cast<DWORD>(list.size()), &result);
+            ui->SetOptions(object, flags, list.data(), static_cast<DWORD>(list.size()), &result);
         if (outcome) *outcome = result;
         return status;
     }
-    List Constrained(const char* feature)
+    HRESULT GetOptions(const std::string& request, PSTR list, DWORD size, PDWORD needed)
+    {
+        return ui->GetOptions(object, 0, request.data(), static_cast<DWORD>(request.size()), list, size,
+                              needed);
+    }
+    // A query that fills a buffer, as the call log writes it: "EnumOptions PageSize". Names that are not
+    // given are null.
+    HRESULT Ask(const std::string& call, PSTR list, DWORD size, PDWORD needed)
+    {
+        std::istringstream words(call);
+        std::string method, names[3];
+        words >> method >> names[0] >> names[1] >> names[2];
+        const auto name = [&](int i) { return names[i].empty() ? nullptr : names[i].c_str(); };
+        if (method == "EnumFeatures") return ui->EnumFeatures(object, 0, list, size, needed);
+        if (method == "EnumOptions") return ui->EnumOptions(object, 0, name(0), list, size, needed);
+        if (method == "EnumConstrainedOptions")
+            return ui->EnumConstrainedOptions(object, 0, name(0), list, size, needed);
+        if (method == "WhyConstrained")
+            return ui->WhyConstrained(object, 0, name(0), name(1), list, size, needed);
+        if (method == "GetFeatureAttribute")
+            return ui->GetFeatureAttribute(object, 0, name(0), name(1), &type, reinterpret_cast<PBYTE>(list),
+                                           size, needed);
+        if (method == "GetOptionAttribute")
+            return ui->GetOptionAttribute(object, 0, name(0), name(1), name(2), &type,
+                                          reinterpret_cast<PBYTE>(list), size, needed);
+        return GetOptions(Request(call.substr(std::min(call.size(), method.size() + 1))), list, size, needed);
+    }
+    std::string Constrained(const std::string& feature)
     {
         char buffer[256];
         DWORD needed = 0;
-        EXPECT_EQ(S_OK,
-                  ui->EnumConstrainedOptions(core.CoreObject(), 0, feature, buffer, sizeof buffer, &needed));
-        return Parse(std::string(buffer, needed));
+        EXPECT_EQ(S_OK, Ask("EnumConstrainedOptions " + feature, buffer, sizeof buffer, &needed));
+        return std::string(buffer, needed);
     }
 
     PpdResult printer;
     Selections selections;
     CoreDriver core;
+    const POEMUIOBJ object = core.CoreObject();
+    DWORD type = 0; // of the last attribute
     ComPtr<IPrintCoreUI2> ui;
     ComPtr<IPrintCoreHelperPS> ps;
 };
 
-// Every query that fills a buffer, with what it must give.
 TEST_F(CoreDriverTest, GivesWholeListsAndRefusesOneByteLess)
 {
-    const POEMUIOBJ object = core.CoreObject();
-    const std::string request = Request({"MediaType", "Duplex"});
-    const DWORD requestSize = static_cast<DWORD>(request.size());
-    ASSERT_EQ(S_OK, Set({"MediaType", "Film"}, SETOPTIONS_FLAG_KEEP_CONFLICT));
-    struct Case
+    const struct
     {
-        const char* name;
-        std::function<HRESULT(PSTR, DWORD, PDWORD)> query;
-        List expected;
+        std::string call, expected, told = {}; // what the log adds to the call
+    } cases[] = {
+        {"EnumFeatures", "PageSize MediaType Duplex Tray2 %Orientation %PageOrder %PagePerSheet"},
+        {"EnumOptions PageSize", "A4 Letter A3"},
+        {"EnumOptions %PagePerSheet", "1 2 4 6 9 16 Booklet"},
+        {"GetOptions MediaType halvGuiMode Duplex", "MediaType Film Duplex None",
+         ": MediaType=Film Duplex=None"}, // what the printer lacks is left out
+        {"GetOptions ",
+         "PageSize A4 MediaType Film Duplex None Tray2 False %Orientation Portrait %PageOrder FrontToBack "
+         "%PagePerSheet 1",
+         ": PageSize=A4 MediaType=Film Duplex=None Tray2=False %Orientation=Portrait %PageOrder=FrontToBack "
+         "%PagePerSheet=1"},
+        {"EnumConstrainedOptions Duplex", "DuplexNoTumble DuplexTumble", ": DuplexNoTumble DuplexTumble"},
+        {"EnumConstrainedOptions %PageOrder", "", ": "},
+        {"WhyConstrained Duplex DuplexTumble", "MediaType Film", ": MediaType=Film"},
+        {"GetFeatureAttribute MediaType DisplayName", "Gr\xC3\xB6\xC3\x9F"
+                                                      "e"},
+        {"GetOptionAttribute PageSize A4 DisplayName", "DIN A4"},
+        {"GetOptionAttribute MediaType Plain DisplayName", "Plain"},
+        {"GetOptionAttribute %Orientation RotatedLandscape DisplayName", "Rotated Landscape"},
     };
-    const Case cases[] = {
-        {"features",
-         [&](PSTR list, DWORD size, PDWORD needed) {
-             return ui->EnumFeatures(object, 0, list, size, needed);
-         },
-         {"PageSize", "MediaType", "Duplex", "Tray2", "%Orientation", "%PageOrder", "%PagePerSheet"}},
-        {"options",
-         [&](PSTR list, DWORD size, PDWORD needed) {
-             return ui->EnumOptions(object, 0, "PageSize", list, size, needed);
-         },
-         {"A4", "Letter", "A3"}},
-        {"own options",
-         [&](PSTR list, DWORD size, PDWORD needed) {
-             return ui->EnumOptions(object, 0, "%PagePerSheet", list, size, needed);
-         },
-         {"1", "2", "4", "6", "9", "16", "Booklet"}},
-        {"selections",
-         [&](PSTR list, DWORD size, PDWORD needed) {
-             return ui->GetOptions(object, 0, request.data(), requestSize, list, size, needed);
-         },
-         {"MediaType", "Film", "Duplex", "None"}},
-        {"all selections",
-         [&](PSTR list, DWORD size, PDWORD needed) {
-             return ui->GetOptions(object, 0, "", 1, list, size, needed);
-         },
-         {"PageSize", "A4", "MediaType", "Film", "Duplex", "None", "Tray2", "False", "%Orientation",
-          "Portrait", "%PageOrder", "FrontToBack", "%PagePerSheet", "1"}},
-        {"constrained",
-         [&](PSTR list, DWORD size, PDWORD needed) {
-             return ui->EnumConstrainedOptions(object, 0, "Duplex", list, size, needed);
-         },
-         {"DuplexNoTumble", "DuplexTumble"}},
-        {"nothing constrained",
-         [&](PSTR list, DWORD size, PDWORD needed) {
-             return ui->EnumConstrainedOptions(object, 0, "%PageOrder", list, size, needed);
-         },
-         {}},
-        {"reasons",
-         [&](PSTR list, DWORD size, PDWORD needed) {
-             return ui->WhyConstrained(object, 0, "Duplex", "DuplexTumble", list, size, needed);
-         },
-         {"MediaType", "Film"}},
-    };
-    for (const Case& row : cases) {
-        SCOPED_TRACE(row.name);
-        const std::string expected = Request(row.expected);
+    ASSERT_EQ(S_OK, Set("MediaType Film", kKeep));
+    core.Calls().Record(true);
+    for (const auto& [call, text, told] : cases) {
+        SCOPED_TRACE(call);
+        const WideString name = WideFromUtf8(text) + WCHAR{0};
+        const std::string expected =
+            call.ends_with("DisplayName")
+                ? std::string(reinterpret_cast<const char*>(name.data()), name.size() * sizeof(WCHAR))
+                : Request(text);
         DWORD needed = 0;
-        EXPECT_EQ(E_OUTOFMEMORY, row.query(nullptr, 0, &needed));
+        EXPECT_EQ(E_OUTOFMEMORY, Ask(call, nullptr, 0, &needed));
         EXPECT_EQ(expected.size(), needed);
-        needed = 0;
-        std::string tooSmall(expected.size() - 1, '?');
-        EXPECT_EQ(E_OUTOFMEMORY, row.query(tooSmall.data(), static_cast<DWORD>(tooSmall.size()), &needed));
-        EXPECT_EQ(expected.size(), needed);
-        EXPECT_EQ(std::string(tooSmall.size(), '?'), tooSmall);
-        std::string exact(expected.size(), '?');
-        EXPECT_EQ(S_OK, row.query(exact.data(), static_cast<DWORD>(exact.size()), &needed));
-        EXPECT_EQ(expected, exact);
+        std::string list(expected.size(), '?');
+        EXPECT_EQ(E_OUTOFMEMORY, Ask(call, list.data(), needed - 1, &needed));
+        EXPECT_EQ(std::string(needed, '?'), list);
+        EXPECT_EQ(S_OK, Ask(call, list.data(), needed, &needed));
+        EXPECT_EQ(expected, list);
+        EXPECT_EQ(call + told + " -> 0x00000000", core.Calls().Lines().back());
     }
+    EXPECT_EQ(kADT_UNICODE, type);
+    EXPECT_EQ(1u, core.Calls().Count(CoreMethod::SetOptions)) << "counted when nothing is recorded";
 }
 
 TEST_F(CoreDriverTest, RefusesWhatItDoesNotKnow)
 {
-    const POEMUIOBJ object = core.CoreObject();
-    const POEMUIOBJ foreign = reinterpret_cast<POEMUIOBJ>(this);
     char buffer[256];
     DWORD needed = 0;
-    DWORD type = 0;
-    const auto bytes = reinterpret_cast<PBYTE>(buffer);
-    const auto options = [&](const char* feature, POEMUIOBJ owner, DWORD flags) {
-        return ui->EnumOptions(owner, flags, feature, buffer, sizeof buffer, &needed);
-    };
-    const auto selected = [&](const std::string& list, std::size_t size) {
-        return ui->GetOptions(object, 0, list.data(), static_cast<DWORD>(size), buffer, sizeof buffer,
-                              &needed);
-    };
-    EXPECT_EQ(S_OK, options("PageSize", object, 0));
-    EXPECT_EQ(E_INVALIDARG, options("PageSize", foreign, 0));
-    EXPECT_EQ(E_INVALIDARG, options("PageSize", nullptr, 0));
-    EXPECT_EQ(E_INVALIDARG, options("PageSize", object, 1));
-    EXPECT_EQ(E_INVALIDARG, options("*PageSize", object, 0));
-    EXPECT_EQ(E_INVALIDARG, options("pagesize", object, 0));
-    EXPECT_EQ(E_INVALIDARG, options("PageRegion", object, 0)) << "chosen through PageSize only";
-    EXPECT_EQ(E_INVALIDARG, options(nullptr, object, 0));
-    EXPECT_EQ(E_INVALIDARG, ui->EnumFeatures(object, 0, buffer, sizeof buffer, nullptr));
-
-    const std::string unknown = Request({"halvGuiMode"});
-    EXPECT_EQ(E_INVALIDARG, selected(unknown, unknown.size()));
-    const std::string some = Request({"halvGuiMode", "Duplex"});
-    EXPECT_EQ(S_OK, selected(some, some.size())) << "what the printer lacks is left out";
-    EXPECT_EQ(Request({"Duplex", "None"}), std::string(buffer, needed));
-    EXPECT_EQ(E_INVALIDARG, selected(some, some.size() - 1)) << "not closed";
-    EXPECT_EQ(E_INVALIDARG, selected(some, some.size() - 4)) << "cut inside a keyword";
-
-    EXPECT_EQ(E_INVALIDARG, ui->WhyConstrained(object, 0, "Duplex", "Both", buffer, sizeof buffer, &needed));
-    EXPECT_EQ(E_INVALIDARG,
-              ui->GetFeatureAttribute(object, 0, "Duplex", "Colour", &type, bytes, sizeof buffer, &needed));
-    EXPECT_EQ(E_INVALIDARG, ui->GetOptionAttribute(object, 0, "Duplex", "Both", "DisplayName", &type, bytes,
-                                                   sizeof buffer, &needed));
-    EXPECT_EQ(E_INVALIDARG, ui->GetOptionAttribute(object, 0, "Duplex", "None", "Colour", &type, bytes,
-                                                   sizeof buffer, &needed));
-}
-
-TEST_F(CoreDriverTest, NamesFeaturesAndOptions)
-{
-    struct
-    {
-        const char* feature;
-        const char* option; // null: the feature's own name
-        WideString name;
-    } cases[] = {
-        {"MediaType", nullptr, TEXT("Gr\u00F6\u00DFe")},
-        {"PageSize", "A4", TEXT("DIN A4")},
-        {"MediaType", "Plain", TEXT("Plain")},
-        {"%Orientation", "RotatedLandscape", TEXT("Rotated Landscape")},
-    };
-    for (const auto& row : cases) {
-        SCOPED_TRACE(row.feature);
-        const WideString name = row.name + WCHAR{0};
-        const DWORD size = static_cast<DWORD>(name.size() * sizeof(WCHAR));
-        DWORD type = 99;
-        DWORD needed = 0;
-        std::vector<BYTE> value(size);
-        const auto ask = [&](DWORD room) {
-            return row.option ? ui->GetOptionAttribute(core.CoreObject(), 0, row.feature, row.option,
-                                                       "DisplayName", &type, value.data(), room, &needed)
-                              : ui->GetFeatureAttribute(core.CoreObject(), 0, row.feature, "DisplayName",
-                                                        &type, value.data(), room, &needed);
-        };
-        EXPECT_EQ(E_OUTOFMEMORY, ask(size - 1));
-        EXPECT_EQ(size, needed);
-        EXPECT_EQ(S_OK, ask(size));
-        EXPECT_EQ(kADT_UNICODE, type);
-        EXPECT_EQ(0, std::memcmp(name.data(), value.data(), size));
-    }
+    for (const char* call : {"EnumOptions", "EnumOptions *PageSize", "EnumOptions pagesize",
+                             "EnumOptions PageRegion", // chosen through PageSize only
+                             "EnumConstrainedOptions Gloss", "GetOptions halvGuiMode",
+                             "WhyConstrained Duplex Both", "GetFeatureAttribute Duplex Colour",
+                             "GetFeatureAttribute Duplex", "GetOptionAttribute Duplex None Colour",
+                             "GetOptionAttribute Duplex None", "GetOptionAttribute Duplex Both DisplayName"})
+        EXPECT_EQ(E_INVALIDARG, Ask(call, buffer, sizeof buffer, &needed)) << call;
+    const std::string list = Request("Duplex MediaType");
+    for (const std::size_t missing : {1, 4}) // the list's end; half a keyword
+        EXPECT_EQ(E_INVALIDARG,
+                  GetOptions(list.substr(0, list.size() - missing), buffer, sizeof buffer, &needed));
+    EXPECT_EQ(E_INVALIDARG, Ask("EnumFeatures", buffer, sizeof buffer, nullptr));
+    for (const POEMUIOBJ foreign : {POEMUIOBJ{}, reinterpret_cast<POEMUIOBJ>(this)})
+        EXPECT_EQ(E_INVALIDARG, ui->EnumOptions(foreign, 0, "PageSize", buffer, sizeof buffer, &needed));
+    EXPECT_EQ(E_INVALIDARG, ui->EnumOptions(object, 1, "PageSize", buffer, sizeof buffer, &needed));
 }
 
 TEST_F(CoreDriverTest, KeepsOrResolvesConflictsAsAsked)
 {
-    DWORD outcome = 0;
-    EXPECT_EQ(S_OK, Set({"Duplex", "DuplexTumble", "%Orientation", "Landscape"},
-                        SETOPTIONS_FLAG_KEEP_CONFLICT, &outcome));
-    EXPECT_EQ(SETOPTIONS_RESULT_NO_CONFLICT, outcome);
-    EXPECT_EQ("DuplexTumble", core.Selected("Duplex"));
+    const struct
+    {
+        const char* pairs;
+        DWORD flags, outcome;
+        const char *duplex, *media;
+    } cases[] = {
+        {"Duplex DuplexTumble %Orientation Landscape", kKeep, SETOPTIONS_RESULT_NO_CONFLICT, "DuplexTumble",
+         "Plain"},
+        {"MediaType Film", kKeep, SETOPTIONS_RESULT_CONFLICT_REMAINED, "DuplexTumble", "Film"},
+        {"MediaType Film", kResolve, SETOPTIONS_RESULT_CONFLICT_RESOLVED, "None", "Film"},
+        {"MediaType Film Duplex DuplexTumble", kResolve, SETOPTIONS_RESULT_CONFLICT_REMAINED, "DuplexTumble",
+         "Film"}, // both were asked for
+    };
+    for (const auto& row : cases) {
+        DWORD outcome = 0;
+        EXPECT_EQ(S_OK, Set(row.pairs, row.flags, &outcome));
+        EXPECT_EQ(row.outcome, outcome);
+        EXPECT_EQ(row.duplex, core.Selected("Duplex"));
+        EXPECT_EQ(row.media, core.Selected("MediaType"));
+    }
     EXPECT_EQ("Landscape", core.Selected("%Orientation"));
-
-    EXPECT_EQ(S_OK, Set({"MediaType", "Film"}, SETOPTIONS_FLAG_KEEP_CONFLICT, &outcome));
-    EXPECT_EQ(SETOPTIONS_RESULT_CONFLICT_REMAINED, outcome);
-    EXPECT_EQ("DuplexTumble", core.Selected("Duplex"));
     EXPECT_THAT(core.Conflicts(),
                 ElementsAre(std::pair<std::string, std::string>("MediaType Film", "Duplex DuplexTumble")));
-
-    EXPECT_EQ(S_OK, Set({"MediaType", "Film"}, SETOPTIONS_FLAG_RESOLVE_CONFLICT, &outcome));
-    EXPECT_EQ(SETOPTIONS_RESULT_CONFLICT_RESOLVED, outcome);
-    EXPECT_EQ("None", core.Selected("Duplex"));
-    EXPECT_EQ("Film", core.Selected("MediaType"));
-
-    EXPECT_EQ(S_OK, Set({"MediaType", "Film", "Duplex", "DuplexTumble"}, SETOPTIONS_FLAG_RESOLVE_CONFLICT,
-                        &outcome));
-    EXPECT_EQ(SETOPTIONS_RESULT_CONFLICT_REMAINED, outcome) << "both were asked for";
 }
 
 TEST_F(CoreDriverTest, ChangesNothingWhenOnePairIsWrong)
 {
-    const List wrong[] = {{"Duplex", "DuplexTumble", "MediaType", "Glass"},
-                          {"Duplex", "DuplexTumble", "Gloss", "High"},
-                          {"Duplex", "DuplexTumble", "MediaType"},
-                          {"Duplex", "DuplexTumble", "*MediaType", "Film"}};
-    for (const List& pairs : wrong) {
-        EXPECT_EQ(E_INVALIDARG, Set(pairs, SETOPTIONS_FLAG_KEEP_CONFLICT)) << pairs.back();
-        EXPECT_EQ("None", core.Selected("Duplex")) << pairs.back();
+    for (const char* pairs : {"Duplex DuplexTumble MediaType Glass", "Duplex DuplexTumble Gloss High",
+                              "Duplex DuplexTumble MediaType", "Duplex DuplexTumble *MediaType Film"}) {
+        EXPECT_EQ(E_INVALIDARG, Set(pairs, kKeep)) << pairs;
+        EXPECT_EQ("None", core.Selected("Duplex")) << pairs;
     }
-    EXPECT_EQ(E_INVALIDARG, Set({"Duplex", "DuplexTumble"}, 0));
+    EXPECT_EQ(E_INVALIDARG, Set("Duplex DuplexTumble", 0));
     EXPECT_EQ(nullptr, selections.Find("Duplex"));
 }
 
 TEST_F(CoreDriverTest, SeesConstraintsFromBothSides)
 {
-    EXPECT_THAT(Constrained("Duplex"), IsEmpty());
-    EXPECT_THAT(Constrained("PageSize"), ElementsAre("A3")) << "the second tray is missing";
-    ASSERT_EQ(S_OK, Set({"Duplex", "DuplexTumble", "Tray2", "True", "PageSize", "A3"},
-                        SETOPTIONS_FLAG_KEEP_CONFLICT));
-    EXPECT_THAT(Constrained("MediaType"), ElementsAre("Film", "Canvas"));
-    EXPECT_THAT(Constrained("Tray2"), ElementsAre("False"));
-    ASSERT_EQ(S_OK,
-              Set({"Duplex", "None", "PageSize", "A4", "MediaType", "Film"}, SETOPTIONS_FLAG_KEEP_CONFLICT));
-    EXPECT_THAT(Constrained("MediaType"), IsEmpty());
-    EXPECT_THAT(Constrained("Duplex"), ElementsAre("DuplexNoTumble", "DuplexTumble"));
+    EXPECT_EQ(Request(""), Constrained("Duplex"));
+    EXPECT_EQ(Request("A3"), Constrained("PageSize")) << "the second tray is missing";
+    ASSERT_EQ(S_OK, Set("Duplex DuplexTumble Tray2 True PageSize A3", kKeep));
+    EXPECT_EQ(Request("Film Canvas"), Constrained("MediaType"));
+    EXPECT_EQ(Request("False"), Constrained("Tray2"));
+    ASSERT_EQ(S_OK, Set("Duplex None PageSize A4", kKeep));
+    EXPECT_EQ(Request(""), Constrained("MediaType"));
 }
 
+// Counted so that a plug-in's leaks show; calls behind the driver's end are refused.
 TEST_F(CoreDriverTest, IsOneObjectWithTwoInterfaces)
 {
-    EXPECT_EQ(2u, core.OutstandingReferences());
-    ComPtr<IUnknown> first;
-    ComPtr<IUnknown> second;
+    ComPtr<IUnknown> first, second;
+    ComPtr<IPrintCoreUI2> held;
     EXPECT_EQ(S_OK, ui->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(first.Receive())));
     EXPECT_EQ(S_OK, ps->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(second.Receive())));
     EXPECT_EQ(first.Get(), second.Get());
@@ -319,20 +258,16 @@ TEST_F(CoreDriverTest, IsOneObjectWithTwoInterfaces)
     void* other = this;
     EXPECT_EQ(E_NOINTERFACE, ui->QueryInterface(IID_IPrintOemUI2, &other));
     EXPECT_EQ(nullptr, other);
-}
 
-TEST_F(CoreDriverTest, RefusesCallsAfterItsEnd)
-{
-    ComPtr<IPrintCoreUI2> held;
-    POEMUIOBJ object;
+    POEMUIOBJ gone = nullptr;
     {
         CoreDriver brief(*printer.ppd, selections);
-        object = brief.CoreObject();
+        gone = brief.CoreObject();
         brief.Helper()->QueryInterface(IID_IPrintCoreUI2, reinterpret_cast<void**>(held.Receive()));
     }
     char buffer[64];
     DWORD needed = 0;
-    EXPECT_EQ(E_UNEXPECTED, held->EnumFeatures(object, 0, buffer, sizeof buffer, &needed));
+    EXPECT_EQ(E_UNEXPECTED, held->EnumFeatures(gone, 0, buffer, sizeof buffer, &needed));
 }
 
 TEST_F(CoreDriverTest, AnswersFromTheSelectionsOfAJob)
@@ -347,28 +282,31 @@ TEST_F(CoreDriverTest, AnswersFromTheSelectionsOfAJob)
     ASSERT_EQ(size, DWORD{devmode->dmSize} + devmode->dmDriverExtra);
     EXPECT_EQ(DMORIENT_LANDSCAPE, devmode->dmOrientation);
     EXPECT_EQ(DMDUP_HORIZONTAL, devmode->dmDuplex);
-    ASSERT_EQ(24u, core.PluginPart(devmode, size).size());
-    EXPECT_EQ(0, std::memcmp(pluginPart, core.PluginPart(devmode, size).data(), 24));
+    EXPECT_TRUE(std::ranges::equal(pluginPart, core.PluginPart(devmode, size)));
 
     ASSERT_TRUE(core.Select("MediaType", "Plain"));
     PCSTR option = nullptr;
     EXPECT_EQ(S_OK, ps->GetOption(devmode, size, "MediaType", &option));
     EXPECT_STREQ("Canvas", option) << "the job keeps its settings";
+    PCSTR* options = nullptr;
+    DWORD count = 0;
+    EXPECT_EQ(S_OK, ps->EnumOptions("MediaType", &options, &count));
+    EXPECT_THAT(std::vector<std::string>(options, options + count), ElementsAre("Plain", "Film", "Canvas"));
+    EXPECT_EQ(E_INVALIDARG, ps->EnumOptions("Gloss", &options, &count));
 }
 
 TEST_F(CoreDriverTest, RefusesDevmodesThatAreNotItsOwn)
 {
-    std::vector<BYTE> good = core.MakeDevmode(TEXT("Printer"), {});
+    const std::vector<BYTE> good = core.MakeDevmode(TEXT("Printer"), {});
     PCSTR option = nullptr;
-    const auto ask = [&](std::vector<BYTE>& bytes, std::size_t size) {
-        return ps->GetOption(reinterpret_cast<DEVMODEW*>(bytes.data()), static_cast<DWORD>(size), "MediaType",
+    const auto ask = [&](std::vector<BYTE> bytes, std::size_t size, PCSTR feature = "MediaType") {
+        return ps->GetOption(reinterpret_cast<DEVMODEW*>(bytes.data()), static_cast<DWORD>(size), feature,
                              &option);
     };
-    ASSERT_EQ(S_OK, ask(good, good.size()));
+    EXPECT_EQ(S_OK, ask(good, good.size()));
     EXPECT_EQ(E_INVALIDARG, ask(good, good.size() - 1));
-    EXPECT_EQ(E_INVALIDARG, ps->GetOption(nullptr, 0, "MediaType", &option));
-    EXPECT_EQ(E_INVALIDARG, ps->GetOption(reinterpret_cast<DEVMODEW*>(good.data()),
-                                          static_cast<DWORD>(good.size()), "Gloss", &option));
+    EXPECT_EQ(E_INVALIDARG, ask({}, 0));
+    EXPECT_EQ(E_INVALIDARG, ask(good, good.size(), "Gloss"));
     for (std::size_t at = sizeof(DEVMODEW); at < sizeof(DEVMODEW) + 24; at += 4) {
         std::vector<BYTE> bad = good;
         bad[at] ^= 1;
@@ -377,42 +315,6 @@ TEST_F(CoreDriverTest, RefusesDevmodesThatAreNotItsOwn)
     std::vector<BYTE> plain(sizeof(DEVMODEW));
     reinterpret_cast<DEVMODEW*>(plain.data())->dmSize = sizeof(DEVMODEW);
     EXPECT_EQ(E_INVALIDARG, ask(plain, plain.size()));
-}
-
-TEST_F(CoreDriverTest, HandsOutPointerArraysThatLast)
-{
-    PCSTR* options = nullptr;
-    DWORD count = 0;
-    ASSERT_EQ(S_OK, ps->EnumOptions("MediaType", &options, &count));
-    EXPECT_THAT(List(options, options + count), ElementsAre("Plain", "Film", "Canvas"));
-    EXPECT_EQ(E_INVALIDARG, ps->EnumOptions("Gloss", &options, &count));
-}
-
-TEST_F(CoreDriverTest, RecordsCallsOnDemand)
-{
-    Set({"Duplex", "None"}, SETOPTIONS_FLAG_KEEP_CONFLICT);
-    core.Calls().Record(true);
-    Set({"MediaType", "Film"}, SETOPTIONS_FLAG_KEEP_CONFLICT);
-    Constrained("Duplex");
-    EXPECT_EQ(2u, core.Calls().Count(CoreMethod::SetOptions));
-    EXPECT_EQ(3u, core.Calls().Total());
-    EXPECT_THAT(core.Calls().Lines(),
-                ElementsAre("SetOptions MediaType=Film -> 0x00000000",
-                            "EnumConstrainedOptions Duplex: DuplexNoTumble DuplexTumble -> 0x00000000"));
-}
-
-TEST_F(CoreDriverTest, TellsWhichStoredSelectionsItCannotUse)
-{
-    Selections stored;
-    stored.Set("MediaType", "Canvas");
-    stored.Set("Duplex", "Both");
-    stored.Set("Gloss", "High");
-    CoreDriver restored(*printer.ppd, stored);
-    EXPECT_EQ("Canvas", restored.Selected("MediaType"));
-    EXPECT_EQ("None", restored.Selected("Duplex"));
-    EXPECT_THAT(restored.Refused(), ElementsAre("Duplex=Both: the feature has no such option",
-                                                "Gloss=High: the printer has no such feature"));
-    EXPECT_EQ("High", *stored.Find("Gloss"));
 }
 
 } // namespace

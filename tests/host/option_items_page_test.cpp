@@ -53,6 +53,7 @@ TEST(OptionItems, BadDescriptionsAreRefusedWithTheSystemsErrorNumbers)
         {"no items", [](Description& d) { d.sheet.pOptItem = nullptr; }, ERR_CPSUI_NULL_POPTITEM},
         {"zero items", [](Description& d) { d.sheet.cOptItem = 0; }, ERR_CPSUI_ZERO_OPTITEM},
         {"too many items", [](Description& d) { d.sheet.cOptItem = 0xFFFF; }, ERR_CPSUI_ZERO_OPTITEM},
+        {"header size", [](Description& d) { d.items[0].cbSize = 0; }, ERR_CPSUI_INVALID_OPTITEM_CBSIZE},
         {"item size", [](Description& d) { d.items[1].cbSize = 0; }, ERR_CPSUI_INVALID_OPTITEM_CBSIZE},
         {"type size", [](Description& d) { d.type.cbSize = 1; }, ERR_CPSUI_INVALID_OPTTYPE_CBSIZE},
         {"kind of type", [](Description& d) { d.type.Type = TVOT_EDITBOX; }, ERR_CPSUI_INVALID_TVOT_TYPE},

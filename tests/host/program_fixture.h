@@ -4,6 +4,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -30,6 +32,12 @@ inline ProgramResult RunTintwerk(const std::vector<std::string>& arguments)
 inline std::string Sample(const std::string& name)
 {
     return std::string(TINTWERK_SOURCE_DIR) + "/samples/" + name;
+}
+
+inline std::string ContentOf(const std::filesystem::path& file)
+{
+    std::ifstream in(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 } // namespace tintwerk

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/ppd/ppd_text.h"
 #include "platform/win32.h"
 
 namespace tintwerk {
@@ -40,22 +41,13 @@ std::vector<std::string> Warnings(const PpdResult& result)
     return lines;
 }
 
-std::string Repeated(const std::string& text, int times)
-{
-    std::string repeated;
-    while (times-- > 0)
-        repeated += text;
-    return repeated;
-}
-
 constexpr char kOneFeature[] =
     "*OpenUI *Gloss/Gloss: PickOne\n*DefaultGloss: High\n*Gloss Low/Low Gloss: \"0\"\n"
     "*Gloss High: \"1\"\n*CloseUI: *Gloss\n";
 
-TEST(PpdReader, TellsOneClearErrorWithItsLine)
+TEST(PpdReader, KnowsAPpdByItsFirstLine)
 {
-    const std::string magic = "*PPD-Adobe: \"4.3\"\n";
-    struct
+    const struct
     {
         std::string text;
         const char* error;
@@ -66,149 +58,90 @@ TEST(PpdReader, TellsOneClearErrorWithItsLine)
          "x.ppd:3: \"*PPD-Adobe: \"4.3\"\" expected as the first line of a PPD, not \"*NickName\""},
         {std::string("*PPD-Adobe: \"4.3\"\n*A\0: 1\n", 25),
          "x.ppd: holds zero bytes; a PPD is a text of 8-bit characters"},
-        {magic +
-             "*OpenUI *PageSize: PickOne\n*PageSize A4: \"\n<<>> setpagedevice\n*End\n*CloseUI: *PageSize\n",
-         "x.ppd:3: the closing quote of the value that begins here is missing before the next statement"},
-        {magic + "*NickName: \"Tintwerk\n*ModelName Tintwerk\n",
-         "x.ppd:2: the closing quote of the value that begins here is missing before the next statement"},
-        {magic + "*OpenUI *PageSize: PickOne\n*PageSize A4: \"\"\n*CloseUI: *PageRegion\n",
-         "x.ppd:4: \"*CloseUI: *PageSize\" expected, not \"*CloseUI: *PageRegion\""},
-        {magic + "*OpenUI: PickOne\n", "x.ppd:2: the keyword of a feature expected after \"*OpenUI\""},
-        {magic + "*Include: \"../other.ppd\"\n",
-         "x.ppd:2: the name of a file in the PPD's folder expected, not \"../other.ppd\""},
-        {magic + Repeated("*OpenGroup: A\n", 33), "x.ppd:34: groups stand in one another more than 32 deep"},
-        {magic + "*Include: \"other.ppd\"\n", "x.ppd:2: the included file \"other.ppd\" cannot be read"},
     };
-    for (const auto& row : cases) {
-        const PpdResult result = ReadPpdText(row.text, "x.ppd");
-        EXPECT_FALSE(result) << row.error;
-        EXPECT_EQ(row.error, result.error.Full());
-    }
+    for (const auto& row : cases)
+        EXPECT_EQ(row.error, ReadPpdText(row.text, "x.ppd").error.Full());
 }
 
-TEST(PpdReader, PutsUpWithFeaturesThatAreNotClosed)
+TEST(PpdReader, TellsWhatIsWrongWithItsLine)
 {
-    struct
+    std::string groups;
+    for (int i = 0; i < 33; ++i)
+        groups += "*OpenGroup: A\n";
+    const struct
     {
-        const char* text;
+        bool isRead;      // what is merely sloppy is passed over
+        std::string text; // from line 7 on
         const char* message;
     } cases[] = {
-        {"*OpenUI *PageSize: PickOne\n*PageSize A4: \"\"\n*OpenUI *InputSlot: PickOne\n*InputSlot Roll: "
-         "\"\"\n"
-         "*CloseUI: *InputSlot\n",
-         "x.ppd:4: \"*CloseUI: *PageSize\" expected before \"*OpenUI *InputSlot\""},
-        {"*JCLOpenUI *JCLMode: Boolean\n*JCLMode True: \"\"\n*OpenUI *InputSlot: PickOne\n*InputSlot Roll: "
-         "\"\"\n"
-         "*CloseUI: *InputSlot\n",
-         "x.ppd:4: \"*JCLCloseUI: *JCLMode\" expected before \"*OpenUI *InputSlot\""},
-        {"*OpenGroup: Paper\n*OpenUI *PageSize: PickOne\n*PageSize A4: \"\"\n*CloseGroup: Paper\n*OpenUI "
-         "*InputSlot: "
-         "PickOne\n*InputSlot Roll: \"\"\n*CloseUI: *InputSlot\n",
-         "x.ppd:5: \"*CloseUI: *PageSize\" expected before \"*CloseGroup: Paper\""},
-        {"*OpenUI *PageSize: PickOne\n*PageSize A4: \"\"\n\n\n",
-         "x.ppd:3: \"*CloseUI: *PageSize\" expected before the end of the file"},
-    };
-    for (const auto& row : cases) {
-        const PpdResult lenient = Read(row.text);
-        ASSERT_TRUE(lenient) << row.message;
-        EXPECT_THAT(Warnings(lenient), ElementsAre(row.message));
-        EXPECT_EQ(1u, lenient.ppd->Features()[0].options.size());
-    }
-}
-
-TEST(PpdReader, WarnsOfWhatItPassesOver)
-{
-    const std::string feature = kOneFeature;
-    struct
-    {
-        std::string text;
-        const char* warning;
-    } cases[] = {
-        {"Gloss High\n" + feature,
-         "x.ppd:2: \"*\" expected at the start of \"Gloss High\"; the line is passed over"},
-        {feature + "*CloseUI: *Gloss\n", "x.ppd:7: \"*CloseUI: *Gloss\" without its \"*OpenUI\""},
-        {feature + "*OpenUI *Gloss: PickOne\n*Gloss Mid: \"\"\n*CloseUI: *Gloss\n",
+        {false, "*OpenUI *A: PickOne\n*A B: \"\n<<>> setpagedevice\n*End\n*CloseUI: *A\n",
+         "x.ppd:8: the closing quote of the value that begins here is missing before the next statement"},
+        {false, "*NickName: \"Tintwerk\n*ModelName Tintwerk\n",
+         "x.ppd:7: the closing quote of the value that begins here is missing before the next statement"},
+        {false, "*OpenUI *A: PickOne\n*A B: \"\"\n*CloseUI: *PageRegion\n",
+         "x.ppd:9: \"*CloseUI: *A\" expected, not \"*CloseUI: *PageRegion\""},
+        {false, "*OpenUI: PickOne\n", "x.ppd:7: the keyword of a feature expected after \"*OpenUI\""},
+        {false, "*Include: \"../other.ppd\"\n",
+         "x.ppd:7: the name of a file in the PPD's folder expected, not \"../other.ppd\""},
+        {false, groups, "x.ppd:39: groups stand in one another more than 32 deep"},
+        {false, "*Include: \"other.ppd\"\n", "x.ppd:7: the included file \"other.ppd\" cannot be read"},
+        {true, "*OpenUI *A: PickOne\n*A B: \"\"\n*OpenUI *C: PickOne\n*C D: \"\"\n*CloseUI: *C\n",
+         "x.ppd:9: \"*CloseUI: *A\" expected before \"*OpenUI *C\""},
+        {true, "*JCLOpenUI *A: Boolean\n*A True: \"\"\n*OpenUI *C: PickOne\n*C D: \"\"\n*CloseUI: *C\n",
+         "x.ppd:9: \"*JCLCloseUI: *A\" expected before \"*OpenUI *C\""},
+        {true, "*OpenGroup: Paper\n*OpenUI *A: PickOne\n*A B: \"\"\n*CloseGroup: Paper\n",
+         "x.ppd:10: \"*CloseUI: *A\" expected before \"*CloseGroup: Paper\""},
+        {true, "*OpenUI *A: PickOne\n*A B: \"\"\n\n\n",
+         "x.ppd:8: \"*CloseUI: *A\" expected before the end of the file"},
+        {true, "Gloss High\n",
+         "x.ppd:7: \"*\" expected at the start of \"Gloss High\"; the line is passed over"},
+        {true, "*CloseUI: *Gloss\n", "x.ppd:7: \"*CloseUI: *Gloss\" without its \"*OpenUI\""},
+        {true, "*OpenUI *Gloss: PickOne\n*Gloss Mid: \"\"\n*CloseUI: *Gloss\n",
          "x.ppd:7: \"*OpenUI *Gloss\" a second time; its options are added to the first"},
-        {feature + "*Gloss Low: \"2\"\n", "x.ppd:7: \"*Gloss Low\" a second time; the first one counts"},
-        {feature + "*OpenUI *Empty: PickOne\n*CloseUI: *Empty\n",
-         "x.ppd:7: \"*Empty\" has no options; it is left out"},
-        {feature + "*OpenUI *A: PickAny\n*A B: \"\"\n*CloseUI: *A\n",
+        {true, "*Gloss Low: \"2\"\n", "x.ppd:7: \"*Gloss Low\" a second time; the first one counts"},
+        {true, "*OpenUI *A: PickOne\n*CloseUI: *A\n*OpenUI *B: PickOne\n*B C: \"\"\n*CloseUI: *B\n",
+         "x.ppd:7: \"*A\" has no options; it is left out"},
+        {true, "*OpenUI *A: PickAny\n*A B: \"\"\n*CloseUI: *A\n",
          "x.ppd:7: \"PickOne\", \"PickMany\" or \"Boolean\" expected, not \"PickAny\"; taken as \"PickOne\""},
-        {feature + "*OpenUI *A: PickOne\n*DefaultA: C\n*A B: \"\"\n*CloseUI: *A\n",
+        {true, "*OpenUI *A: PickOne\n*DefaultA: C\n*A B: \"\"\n*CloseUI: *A\n",
          "x.ppd:8: the default \"C\" is no option of \"*A\"; the first option \"B\" is taken"},
-        {feature + "*UIConstraints: *Gloss High *Media\n*UIConstraints: *Media *Gloss High\n",
+        {true, "*UIConstraints: *Gloss High *Media\n*UIConstraints: *Media *Gloss High\n",
          "x.ppd:7: \"*Media\" is not defined in the file; constraints that name it are passed over"},
-        {feature + "*UIConstraints: Gloss High\n", "x.ppd:7: two features with their options expected after "
-                                                   "\"*UIConstraints:\"; the constraint is passed over"},
-        {feature + "*CloseGroup: Paper\n", "x.ppd:7: \"*CloseGroup: Paper\" without its \"*OpenGroup\""},
+        {true, "*UIConstraints: Gloss High\n",
+         "x.ppd:7: two features with their options expected after \"*UIConstraints:\"; the constraint is "
+         "passed over"},
+        {true, "*CloseGroup: Paper\n", "x.ppd:7: \"*CloseGroup: Paper\" without its \"*OpenGroup\""},
     };
     for (const auto& row : cases) {
-        const PpdResult result = Read(row.text);
-        ASSERT_TRUE(result) << row.warning;
-        EXPECT_THAT(Warnings(result), ElementsAre(row.warning));
-        EXPECT_EQ("High", result.ppd->Features()[0].options[1].keyword);
+        SCOPED_TRACE(row.message);
+        const PpdResult result = Read(kOneFeature + row.text);
+        ASSERT_EQ(static_cast<bool>(result), row.isRead);
+        if (!result) {
+            EXPECT_EQ(row.message, result.error.Full());
+            continue;
+        }
+        EXPECT_THAT(Warnings(result), ElementsAre(row.message));
+        EXPECT_EQ("1", result.ppd->Features()[0].options[1].value);
+        const PpdFeature& last = result.ppd->Features().back();
+        EXPECT_EQ(&last, result.ppd->Find(last.keyword));
     }
 }
 
-constexpr char kAllParts[] = R"PPD(*LanguageEncoding: ISOLatin1
-*NickName: "Tintwerk X12"
-*Product: "(X12)"
-*ColorDevice: True
-*LanguageLevel: "3"
-*SymbolValue ^Long: "a code
-of two lines"
-*SymbolEnd
-*OpenGroup: InstallableOptions/Installed
-*OpenUI *Tray2/Second Tray: Boolean
-*DefaultTray2: False
-*Tray2 True/Yes: ""
-*Tray2 False/No: ""
-*CloseUI: *Tray2
-*CloseGroup: InstallableOptions
-*OpenGroup: Paper/Paper
-*OpenSubGroup: Feed
-*OpenUI *ManualFeed/Manual Feed: Boolean
-*OrderDependency: 20.5 AnySetup *ManualFeed
-*DefaultManualFeed: False
-*ManualFeed True/On: "
-  << /ManualFeed true >>
-  setpagedevice"
-*End
-*ManualFeed False: ^Long
-*?ManualFeed: "(unknown) ="
-*CloseUI: *ManualFeed
-*CloseSubGroup: Feed
-*CloseGroup: Paper
-*JCLOpenUI *JCLMode/Mode: PickMany
-*JCLMode A: "@PJL SET MODE=A<0A>"
-*JCLCloseUI: *JCLMode
-)PPD";
-
-TEST(PpdReader, ReadsFeaturesWithAllTheirParts)
+// What else is read of a feature tintwerk features tells.
+TEST(PpdReader, ReadsCodes)
 {
-    const PpdResult result = Read(kAllParts);
+    const PpdResult result =
+        Read("*SymbolValue ^Long: \"a code\nof two lines\"\n*SymbolEnd\n"
+             "*OpenUI *Feed: Boolean\n*Feed True/On: \"\n  << /Feed true >>\n  run\"\n*End\n"
+             "*Feed False: ^Long\n*?Feed: \"(unknown) =\"\n*CloseUI: *Feed\n"
+             "*JCLOpenUI *Mode: PickOne\n*Mode A: \"@PJL SET MODE=A<0A>\"\n"
+             "*JCLCloseUI: *Mode\n");
     ASSERT_TRUE(result) << result.error.Full();
     EXPECT_THAT(Warnings(result), IsEmpty());
-    EXPECT_EQ("Tintwerk X12", result.ppd->PrinterName());
-    EXPECT_EQ("X12", result.ppd->About().product);
-    EXPECT_THAT(Keywords(*result.ppd),
-                ElementsAre("Tray2 True", "Tray2 False", "ManualFeed True", "ManualFeed False", "JCLMode A"));
-    const PpdFeature& tray = *result.ppd->Find("Tray2");
-    EXPECT_EQ("Second Tray", tray.text);
-    EXPECT_TRUE(tray.installable);
-    EXPECT_EQ(1u, tray.defaultOption);
-    const PpdFeature& feed = *result.ppd->Find("ManualFeed");
-    EXPECT_EQ("Feed", feed.group);
-    EXPECT_FALSE(feed.installable);
-    EXPECT_EQ(20.5, feed.order);
-    EXPECT_EQ("AnySetup", feed.section);
-    EXPECT_EQ("\n  << /ManualFeed true >>\n  setpagedevice", feed.options[0].value);
-    EXPECT_EQ("a code\nof two lines", feed.options[1].value);
-    EXPECT_EQ("False", feed.options[1].text) << "an option without a translation shows its keyword";
-    EXPECT_EQ(PpdFeatureType::PickMany, result.ppd->Find("JCLMode")->type);
-    EXPECT_TRUE(result.ppd->Find("JCLMode")->jcl);
-    EXPECT_EQ("@PJL SET MODE=A\n", result.ppd->Find("JCLMode")->options[0].value);
-    EXPECT_EQ(nullptr, result.ppd->Find("*Tray2"));
+    EXPECT_EQ("\n  << /Feed true >>\n  run", result.ppd->Find("Feed")->options[0].value);
+    EXPECT_EQ("a code\nof two lines", result.ppd->Find("Feed")->options[1].value);
+    EXPECT_EQ("@PJL SET MODE=A\n", result.ppd->Find("Mode")->options[0].value);
+    EXPECT_EQ(nullptr, result.ppd->Find("*Feed"));
 }
 
 TEST(PpdReader, ReadsAllLineEndingsAlike)
@@ -232,24 +165,18 @@ TEST(PpdReader, ReadsAllLineEndingsAlike)
 TEST(PpdReader, DecodesTranslationsFromTheFilesEncoding)
 {
     const bool hasShiftJis = MultiByteToWideChar(932, 0, "A", 1, nullptr, 0) == 1; // the platform's code page
-    struct
+    const struct
     {
-        const char* encoding;
-        const char* raw;
-        const char* text;
+        const char *encoding, *raw, *text;
     } cases[] = {
-        {"ISOLatin1", "Gr<f6df>e",
-         "Gr\xC3\xB6\xC3\x9F"
-         "e"},
-        {"ISOLatin1", "Gr<F6 DF>e",
-         "Gr\xC3\xB6\xC3\x9F"
-         "e"},
-        {"ISOLatin1",
-         "Gr\xF6\xDF"
-         "e",
-         "Gr\xC3\xB6\xC3\x9F"
-         "e"},
+        {"ISOLatin1", "<f6df> z", "\xC3\xB6\xC3\x9F z"},
+        {"ISOLatin1", "<F6 DF>z", "\xC3\xB6\xC3\x9Fz"},
+        {"ISOLatin1", "\xF6\xDFz", "\xC3\xB6\xC3\x9Fz"},
         {"ISOLatin1", "5<80>", "5\xE2\x82\xAC"},
+        {"ISOLatin1", "2<2F>3<3A>", "2/3:"},
+        {"ISOLatin1", "a < b <xyz> <f>", "a < b <xyz> <f>"},
+        {"ISOLatin1", "  ends  ", "ends"},
+        {"ISOLatin1", "", "A"},
         {"ISOLatin2", "<b3>", "\xC5\x82"},
         {"ISOLatin5", "<fd>", "\xC4\xB1"},
         {"WindowsANSI", "<93>x<94>", "\xE2\x80\x9Cx\xE2\x80\x9D"},
@@ -259,13 +186,16 @@ TEST(PpdReader, DecodesTranslationsFromTheFilesEncoding)
         {"UTF-8", "<fc>", "\xC3\xBC"}, // not UTF-8 after all
         {"None", "<c3bc>", "\xC3\xBC"},
         {"None", "<fc>", "\xC3\xBC"},
-        {"JIS83-RKSJ", "<8ea9>", hasShiftJis ? "\xE8\x87\xAA" : "A"}, // cannot be decoded: the keyword
-        {"JIS83-RKSJ", "<8e>", "A"},
         {"JIS83-RKSJ", "Plain", "Plain"},
-        {"ISOLatin1", "2<2F>3<3A>", "2/3:"},
-        {"ISOLatin1", "a < b <xyz> <f>", "a < b <xyz> <f>"},
-        {"ISOLatin1", "  ends  ", "ends"},
-        {"ISOLatin1", "", "A"},
+        {"JIS83-RKSJ", "<8ea9>", hasShiftJis ? "\xE8\x87\xAA" : "A"},
+        {"JIS83-RKSJ", "<8e>", "A"}, // cannot be decoded: the keyword
+        {"MacJapanese", "<8e>", "A"},
+        {"ShiftJIS", "<8e>", "A"},
+        {"GB2312-80", "<8e>", "A"},
+        {"GBK", "<8e>", "A"},
+        {"BIG5", "<8e>", "A"},
+        {"KSC5601-1992", "<8e>", "A"},
+        {"EUC-JP", "<8e>", "A"},
     };
     for (const auto& row : cases) {
         const PpdResult result = Read(std::string("*OpenUI *F: PickOne\n*F A/") + row.raw +
@@ -281,81 +211,18 @@ TEST(PpdReader, TakesTheTranslationsOfALanguage)
                              "*cupsLanguages: \"de de_AT fr\"\n*de.Translation Gloss/Glanz: \"\"\n"
                              "*de.Gloss High/Hoch: \"\"\n*de_AT.Gloss High/Sehr hoch: \"\"\n"
                              "*fr.Gloss High/Haut: \"\"\n*de.Other High/X: \"\"\n";
-    struct
-    {
-        const char* language;
-        const char* feature;
-        const char* option;
-    } cases[] = {{"", "Gloss", "High"},
-                 {"de", "Glanz", "Hoch"},
-                 {"de_AT", "Glanz", "Sehr hoch"},
-                 {"it", "Gloss", "High"}};
-    for (const auto& row : cases) {
+    const std::pair<const char*, const char*> cases[] = {{"", "Gloss, Low Gloss, High"},
+                                                         {"de", "Glanz, Low Gloss, Hoch"},
+                                                         {"de_AT", "Glanz, Low Gloss, Sehr hoch"},
+                                                         {"it", "Gloss, Low Gloss, High"}};
+    for (const auto& [language, texts] : cases) {
         PpdReadOptions options;
-        options.language = row.language;
+        options.language = language;
         const PpdResult result = Read(text, options);
         ASSERT_TRUE(result);
-        EXPECT_EQ(row.feature, result.ppd->Features()[0].text) << row.language;
-        EXPECT_EQ(row.option, result.ppd->Features()[0].options[1].text) << row.language;
-        EXPECT_EQ("Low Gloss", result.ppd->Features()[0].options[0].text);
+        const PpdFeature& gloss = result.ppd->Features()[0];
+        EXPECT_EQ(texts, std::string(gloss.text) + ", " + Joined(gloss.options, &PpdOption::text));
     }
-}
-
-TEST(PpdReader, ReadsConstraintsOfAllForms)
-{
-    const std::string features =
-        "*OpenUI *A: PickOne\n*A None: \"\"\n*A A1: \"\"\n*A A2: \"\"\n*CloseUI: *A\n"
-        "*OpenUI *B: PickOne\n*B None: \"\"\n*B B1: \"\"\n*CloseUI: *B\n"
-        "*OpenUI *PageSize: PickOne\n*PageSize A4: \"\"\n*CloseUI: *PageSize\n*CustomPageSize True: \"\"\n";
-    struct
-    {
-        const char* text;
-        std::vector<std::size_t> expected; // feature and option, twice
-    } cases[] = {
-        {"*UIConstraints: *A *B", {0, kNoOption, 1, kNoOption}},
-        {"*UIConstraints: *A A1 *B", {0, 1, 1, kNoOption}},
-        {"*UIConstraints: *A\t*B  B1", {0, kNoOption, 1, 1}},
-        {"*UIConstraints: *B B1 *A A2", {1, 1, 0, 2}},
-        {"*UIConstraints: \"*B B1 *A A2\"", {1, 1, 0, 2}},
-        {"*NonUIConstraints: *CustomPageSize True *B B1", {2, 1, 1, 1}},
-        {"*UIConstraints: *B B1 *CustomPageSize", {1, 1, 2, 1}},
-        {"*NonUIConstraints: *Unknown *B B1", {}},
-        {"*UIConstraints: *A A1 *A A2", {}},
-    };
-    for (const auto& row : cases) {
-        const PpdResult result = Read(features + row.text + "\n");
-        ASSERT_TRUE(result);
-        EXPECT_THAT(Warnings(result), IsEmpty()) << row.text;
-        std::vector<std::size_t> read;
-        for (const PpdConstraint& one : result.ppd->Constraints())
-            read.insert(read.end(), {one.feature1, one.option1, one.feature2, one.option2});
-        EXPECT_EQ(row.expected, read) << row.text;
-    }
-}
-
-TEST(PpdReader, MeasuresPageSizesInThousandthsOfAMillimetre)
-{
-    const PpdResult result = Read(
-        "*OpenUI *PageSize: PickOne\n*PageSize A4/DIN A4: \"\"\n*PageSize Letter: \"\"\n*CloseUI: *PageSize\n"
-        "*ImageableArea A4: \"9 18 586 833\"\n*PaperDimension A4/DIN A4: \"595.28 841.89\"\n"
-        "*PaperDimension Letter: \"612 792\"\n*PaperDimension Unknown: \"1 1\"\n"
-        "*CustomPageSize True: \"code\"\n*ParamCustomPageSize Width: 1 points 72 1440\n*MaxMediaHeight: "
-        "\"7200\"\n");
-    ASSERT_TRUE(result);
-    ASSERT_EQ(2u, result.ppd->Forms().size());
-    const PpdForm& a4 = result.ppd->Forms()[0];
-    EXPECT_EQ("DIN A4", a4.text);
-    EXPECT_EQ(210002, a4.width);
-    EXPECT_EQ(297000, a4.height);
-    EXPECT_EQ(3175, a4.left);
-    EXPECT_EQ(6350, a4.bottom);
-    EXPECT_EQ(215900, result.ppd->Forms()[1].width);
-    EXPECT_EQ(279400, result.ppd->Forms()[1].height);
-    EXPECT_THAT(Keywords(*result.ppd),
-                ElementsAre("PageSize A4", "PageSize Letter", "PageSize CustomPageSize"));
-    EXPECT_EQ(25400, result.ppd->CustomSize()->minWidth);
-    EXPECT_EQ(508000, result.ppd->CustomSize()->maxWidth);
-    EXPECT_EQ(2540000, result.ppd->CustomSize()->maxHeight);
 }
 
 TEST(PpdReader, IncludesFilesOfItsFolderWithoutLoops)
@@ -366,39 +233,40 @@ TEST(PpdReader, IncludesFilesOfItsFolderWithoutLoops)
         {"self.ppd", "*Include: \"self.ppd\"\n"},
         {"a.ppd", "*Include: \"b.ppd\"\n"},
         {"b.ppd", "\n*Include: \"a.ppd\"\n"},
+        {"leaf.ppd", "*% nothing\n"},
     };
     for (int i = 0; i < 20; ++i)
         files["deep" + std::to_string(i)] = "*Include: \"deep" + std::to_string(i + 1) + "\"\n";
     for (int i = 0; i < 200; ++i)
         files["fan.ppd"] += "*Include: \"leaf.ppd\"\n";
-    files["leaf.ppd"] = "*% nothing\n";
-    const PpdIncluder includer = [&files](const std::string& name) -> std::optional<std::string> {
-        const auto file = files.find(name);
-        return file == files.end() ? std::nullopt : std::optional(file->second);
-    };
     const auto read = [&](const std::string& name) {
-        return ReadPpdText("*PPD-Adobe: \"4.3\"\n*Include: \"" + name + "\"\n*Include: \"gloss.ppd\"\n",
-                           "dir/x.ppd", {}, includer);
+        const std::string include = "*Include: \"" + name + "\"\n";
+        return ReadPpdText("*PPD-Adobe: \"4.3\"\n" + include + "*DefaultGloss: Low\n" + include, "dir/x.ppd",
+                           {}, [&](const std::string& file) {
+                               const auto found = files.find(file);
+                               return found == files.end() ? std::nullopt : std::optional(found->second);
+                           });
     };
-    const PpdResult overridden =
-        ReadPpdText("*PPD-Adobe: \"4.3\"\n*DefaultGloss: Low\n*Include: \"gloss.ppd\"\n*DefaultGloss: High\n",
-                    "x.ppd", {}, includer);
-    ASSERT_TRUE(overridden) << overridden.error.Full();
-    EXPECT_EQ("Low",
-              overridden.ppd->Features()[0].options[overridden.ppd->Features()[0].defaultOption].keyword)
-        << "the first statement counts, so that a file can override what it includes";
-    const PpdResult twice = read("gloss.ppd");
+    const PpdResult twice = read("<gloss.ppd>");
     ASSERT_TRUE(twice) << twice.error.Full();
     EXPECT_THAT(Keywords(*twice.ppd), ElementsAre("Gloss Low", "Gloss High"));
     EXPECT_EQ("dir/gloss.ppd:1: \"*OpenUI *Gloss\" a second time; its options are added to the first",
               Warnings(twice).front());
-
-    EXPECT_EQ("dir/bad.ppd:2: the keyword of a feature expected after \"*OpenUI\"",
-              read("bad.ppd").error.Full());
-    EXPECT_EQ("dir/self.ppd:1: \"self.ppd\" includes itself", read("self.ppd").error.Full());
-    EXPECT_EQ("dir/b.ppd:2: \"a.ppd\" includes itself", read("a.ppd").error.Full());
-    EXPECT_EQ("dir/deep6:1: files include one another more than 8 deep", read("deep0").error.Full());
-    EXPECT_EQ("dir/fan.ppd:99: more than 100 files are included", read("fan.ppd").error.Full());
+    const std::pair<const char*, const char*> errors[] = {
+        {"<gloss.ppd", "dir/x.ppd:2: the included file \"<gloss.ppd\" cannot be read"},
+        {"bad.ppd", "dir/bad.ppd:2: the keyword of a feature expected after \"*OpenUI\""},
+        {"self.ppd", "dir/self.ppd:1: \"self.ppd\" includes itself"},
+        {"a.ppd", "dir/b.ppd:2: \"a.ppd\" includes itself"},
+        {"deep0", "dir/deep6:1: files include one another more than 8 deep"},
+        {"fan.ppd", "dir/fan.ppd:99: more than 100 files are included"},
+    };
+    for (const auto& [name, error] : errors)
+        EXPECT_EQ(error, read(name).error.Full());
+    // The first statement counts, so that a file can override what it includes.
+    const PpdResult overridden =
+        ReadPpdText("*PPD-Adobe: \"4.3\"\n*DefaultGloss: Low\n*Include: \"gloss.ppd\"\n", "x.ppd", {},
+                    [&](const std::string& name) { return std::optional(files[name]); });
+    EXPECT_EQ(0u, overridden.ppd->Features()[0].defaultOption);
 }
 
 TEST(PpdReader, UnpacksWhatGzipPacked)
@@ -420,26 +288,22 @@ TEST(PpdReader, UnpacksWhatGzipPacked)
 
 TEST(PpdReader, SurvivesEveryCutOfAFile)
 {
-    const PpdResult whole = ReadPpd(TINTWERK_SOURCE_DIR "/samples/tintwerk-lite.ppd");
-    ASSERT_TRUE(whole) << whole.error.Full();
-    std::string text = "*PPD-Adobe: \"4.3\"\r*X <41>: ^Y\r\n*Include: \"n\"\n";
-    text += std::string(kOneFeature) +
-            "*de.Gloss High/H<c3>: \"\"\n*UIConstraints: *Gloss *Gloss\n*OpenGroup: A\n*CloseGroup: A\n";
+    const std::string text = std::string("*PPD-Adobe: \"4.3\"\r*X <41>: ^Y\r\n*Include: \"n\"\n") +
+                             kOneFeature +
+                             "*de.Gloss High/H<c3>: \"\"\n*UIConstraints: *Gloss *Gloss\n*OpenGroup: A\n"
+                             "*CloseGroup: A\n";
     for (std::size_t length = 0; length <= text.size(); ++length) {
         const PpdResult result = ReadPpdText(text.substr(0, length), "x.ppd");
         EXPECT_NE(static_cast<bool>(result), !result.error.text.empty()) << length;
     }
-    EXPECT_EQ("no/such.ppd: the file cannot be read: there is no such file",
-              ReadPpd("no/such.ppd").error.Full());
 }
 
 // The printers of our own must be faultless and fit what the driver's pages can take.
 TEST(Samples, AreReadWithoutAWord)
 {
-    struct
+    const struct
     {
-        const char* file;
-        const char* name;
+        const char *file, *name;
         std::size_t features;
     } cases[] = {{"tintwerk-x12.ppd", "Tintwerk X12 0012", 70},
                  {"tintwerk-s8.ppd", "Tintwerk S8 0008", 50},
@@ -450,11 +314,10 @@ TEST(Samples, AreReadWithoutAWord)
         EXPECT_THAT(Warnings(result), IsEmpty());
         EXPECT_EQ(row.name, result.ppd->PrinterName());
         EXPECT_GE(result.ppd->Features().size(), row.features) << row.file;
-        std::size_t listSize = 1;
+        std::size_t listSize = sizeof "%Orientation %PageOrder %PagePerSheet";
         for (const PpdFeature& feature : result.ppd->Features())
             listSize += feature.keyword.size() + 1;
-        EXPECT_LE(listSize + sizeof "%Orientation" + sizeof "%PageOrder" + sizeof "%PagePerSheet", 2048u)
-            << row.file;
+        EXPECT_LE(listSize, 2048u) << row.file;
     }
 }
 

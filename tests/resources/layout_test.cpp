@@ -40,26 +40,23 @@ constexpr int kPopupHeight = 13; // of a closed popup, in dialog units
 struct Page
 {
     int number;
-    int position; // in the page list
+    int position; // in the page list, or one of the two above
+    SIZE size;
 };
 
 // clang-format off
-constexpr Page kDocumentPages[] = {
-    {IDD_MAIN, 0},        {IDD_COLOR, 1},        {IDD_CORRECTION, 2},        {IDD_CONSUMPTION, 3},
-    {IDD_INK_CONTROL, 4}, {IDD_SCREEN_PRINTING, 5},
-    {IDD_MAIN_REDUCED, 0},
-    {IDD_LEGACY_MAIN, 0}, {IDD_LEGACY_COLOR, 1}, {IDD_LEGACY_CORRECTION, 2}, {IDD_LEGACY_CONSUMPTION, 3},
-    {IDD_LEGACY_INK_CONTROL, 4},
+constexpr Page kPages[] = {
+    {IDD_MAIN, 0, {285, 240}},            {IDD_COLOR, 1, {285, 240}},
+    {IDD_CORRECTION, 2, {285, 240}},      {IDD_CONSUMPTION, 3, {285, 240}},
+    {IDD_INK_CONTROL, 4, {285, 240}},     {IDD_SCREEN_PRINTING, 5, {285, 240}},
+    {IDD_MAIN_REDUCED, 0, {285, 240}},
+    {IDD_LEGACY_MAIN, 0, {252, 215}},     {IDD_LEGACY_COLOR, 1, {252, 215}},
+    {IDD_LEGACY_CORRECTION, 2, {252, 215}}, {IDD_LEGACY_CONSUMPTION, 3, {252, 215}},
+    {IDD_LEGACY_INK_CONTROL, 4, {252, 215}},
+    {IDD_PANE_TOTALS, kPane, {271, 127}}, {IDD_PANE_LAST_JOB, kPane, {271, 127}},
+    {IDD_INFORMATION, kInformation, {285, 202}},
 };
 // clang-format on
-
-std::vector<Page> AllPages()
-{
-    std::vector<Page> pages(std::begin(kDocumentPages), std::end(kDocumentPages));
-    pages.insert(pages.end(),
-                 {{IDD_PANE_TOTALS, kPane}, {IDD_PANE_LAST_JOB, kPane}, {IDD_INFORMATION, kInformation}});
-    return pages;
-}
 
 // What a control is for the user; anything that would not work as such is named by its window class.
 std::string KindOf(const TemplateControl& control)
@@ -154,22 +151,28 @@ std::vector<Requirement> Required(int position)
     return all;
 }
 
-TEST(DialogTemplates, HoldEveryControlThatThePagesLookUp)
+class DialogTemplates : public testing::TestWithParam<Page>
 {
-    for (const Page& page : AllPages()) {
-        SCOPED_TRACE(page.number);
-        const DialogPage dialog = ReadDialogPage(page.number);
-        for (const auto& [id, kind] : Required(page.position)) {
-            const TemplateControl* control = dialog.Find(id);
-            ASSERT_EQ(page.number == IDD_MAIN_REDUCED && kNotOnReducedMain.contains(id), !control)
-                << id << " " << kind;
-            if (!control) continue;
-            EXPECT_TRUE(kind.empty() ? ShowsText(*control) : kind == KindOf(*control))
-                << id << " " << KindOf(*control);
-        }
-        for (const int id : kNowhere)
-            EXPECT_FALSE(dialog.Find(id)) << id;
+protected:
+    const Page page = GetParam();
+    const DialogPage dialog = ReadDialogPage(page.number);
+};
+
+INSTANTIATE_TEST_SUITE_P(All, DialogTemplates, testing::ValuesIn(kPages),
+                         [](const auto& each) { return std::to_string(each.param.number); });
+
+TEST_P(DialogTemplates, HoldEveryControlThatThePagesLookUp)
+{
+    for (const auto& [id, kind] : Required(page.position)) {
+        const TemplateControl* control = dialog.Find(id);
+        ASSERT_EQ(page.number == IDD_MAIN_REDUCED && kNotOnReducedMain.contains(id), !control)
+            << id << " " << kind;
+        if (!control) continue;
+        EXPECT_TRUE(kind.empty() ? ShowsText(*control) : kind == KindOf(*control))
+            << id << " " << KindOf(*control);
     }
+    for (const int id : kNowhere)
+        EXPECT_FALSE(dialog.Find(id)) << id;
 }
 
 // Controls of which the pages show one at a time.
@@ -190,78 +193,45 @@ bool NamesAControl(const Page& page, const TemplateControl& label)
 }
 
 // A screen reader calls a control by its own text, or by the label before it.
-TEST(DialogTemplates, NameEveryControlForAScreenReader)
+TEST_P(DialogTemplates, NameEveryControlForAScreenReader)
 {
-    for (const Page& page : AllPages()) {
-        const DialogPage dialog = ReadDialogPage(page.number);
-        const TemplateControl* before = nullptr;
-        std::string kindBefore;
-        for (const TemplateControl& control : dialog.controls) {
-            const std::string kind = KindOf(control);
-            SCOPED_TRACE(std::to_string(page.number) + " " + kind + " " + std::to_string(control.id));
-            if (kind == "button" || kind == "check box") {
-                const bool namedByItsCartridge =
-                    std::ranges::count(kCheckBoxTable.begin() + kCheckCartridge0, kCheckBoxTable.end(),
-                                       control.id, &CheckBoxBinding::controlId) == 1;
-                EXPECT_NE(namedByItsCartridge, !control.text.empty());
-            } else if (kind == "spin") {
-                EXPECT_EQ("edit", kindBefore); // its buddy
-            } else if (kind == "popup" || kind == "slider" || kind == "edit" || kind == "tabs") {
-                const bool sharesTheLabel = before && ShareAPlace(page.position, before->id, control.id);
-                EXPECT_TRUE(sharesTheLabel || kindBefore == "label");
-                if (kindBefore == "label") {
-                    EXPECT_FALSE(before->text.empty());
-                    EXPECT_TRUE(NamesAControl(page, *before));
-                }
-            } else if (kind == "picture" || kind == "rule") {
-                continue; // says nothing
+    const TemplateControl* before = nullptr;
+    std::string kindBefore;
+    for (const TemplateControl& control : dialog.controls) {
+        const std::string kind = KindOf(control);
+        SCOPED_TRACE(kind + " " + std::to_string(control.id));
+        if (kind == "button" || kind == "check box") {
+            const bool namedByItsCartridge =
+                std::ranges::count(kCheckBoxTable.begin() + kCheckCartridge0, kCheckBoxTable.end(),
+                                   control.id, &CheckBoxBinding::controlId) == 1;
+            EXPECT_NE(namedByItsCartridge, !control.text.empty());
+        } else if (kind == "spin") {
+            EXPECT_EQ("edit", kindBefore); // its buddy
+        } else if (kind == "popup" || kind == "slider" || kind == "edit" || kind == "tabs") {
+            const bool sharesTheLabel = before && ShareAPlace(page.position, before->id, control.id);
+            EXPECT_TRUE(sharesTheLabel || kindBefore == "label");
+            if (kindBefore == "label") {
+                EXPECT_FALSE(before->text.empty());
+                EXPECT_TRUE(NamesAControl(page, *before));
             }
-            before = &control;
-            kindBefore = kind;
+        } else if (kind == "picture" || kind == "rule") {
+            continue; // says nothing
         }
+        before = &control;
+        kindBefore = kind;
     }
 }
 
-TEST(DialogTemplates, HaveTheSizesAndFontsOfTheirKind)
+TEST_P(DialogTemplates, HaveTheSizesAndFontsOfTheirKind)
 {
-    struct
-    {
-        std::vector<int> numbers;
-        SIZE size;
-        const WCHAR* font;
-        const WCHAR* caption;
-        DWORD style;
-    } const cases[] = {
-        {{IDD_MAIN, IDD_MAIN_REDUCED, IDD_COLOR, IDD_CORRECTION, IDD_CONSUMPTION, IDD_INK_CONTROL,
-          IDD_SCREEN_PRINTING},
-         {285, 240},
-         TEXT("MS Shell Dlg"),
-         TEXT(""),
-         WS_CHILD},
-        {{IDD_LEGACY_MAIN, IDD_LEGACY_COLOR, IDD_LEGACY_CORRECTION, IDD_LEGACY_CONSUMPTION,
-          IDD_LEGACY_INK_CONTROL},
-         {252, 215},
-         TEXT("MS Shell Dlg"),
-         TEXT(""),
-         WS_CHILD},
-        {{IDD_PANE_TOTALS, IDD_PANE_LAST_JOB},
-         {271, 127},
-         TEXT("MS Shell Dlg"),
-         TEXT(""),
-         WS_CHILD | WS_VISIBLE},
-        {{IDD_INFORMATION}, {285, 202}, TEXT("MS Sans Serif"), TEXT("Information"), WS_CHILD},
-    };
-    for (const auto& row : cases)
-        for (const int number : row.numbers) {
-            SCOPED_TRACE(number);
-            const DialogPage dialog = ReadDialogPage(number);
-            EXPECT_EQ(row.size.cx, dialog.size.cx);
-            EXPECT_EQ(row.size.cy, dialog.size.cy);
-            EXPECT_EQ(row.font, dialog.font);
-            EXPECT_EQ(8, dialog.points);
-            EXPECT_EQ(row.caption, dialog.caption);
-            EXPECT_EQ(row.style, dialog.style & (WS_CHILD | WS_VISIBLE));
-        }
+    const bool isInformation = page.position == kInformation;
+    EXPECT_EQ(page.size.cx, dialog.size.cx);
+    EXPECT_EQ(page.size.cy, dialog.size.cy);
+    EXPECT_EQ(isInformation ? TEXT("MS Sans Serif") : TEXT("MS Shell Dlg"), dialog.font);
+    EXPECT_EQ(8, dialog.points);
+    EXPECT_EQ(isInformation ? TEXT("Information") : TEXT(""), dialog.caption);
+    EXPECT_EQ(page.position == kPane ? WS_CHILD | WS_VISIBLE : WS_CHILD,
+              dialog.style & (WS_CHILD | WS_VISIBLE));
 }
 
 // What the user sees of a control: a popup's height is that of its open list.
@@ -294,44 +264,37 @@ bool Frames(const TemplateControl& group, const RECT& inside)
            inside.top >= frame.top + 8 && inside.bottom <= frame.bottom - 3;
 }
 
-TEST(DialogTemplates, KeepControlsApartAndInsideThePage)
+TEST_P(DialogTemplates, KeepControlsApartAndInsideThePage)
 {
-    for (const Page& page : AllPages()) {
-        SCOPED_TRACE(page.number);
-        const DialogPage dialog = ReadDialogPage(page.number);
-        std::set<int> ids;
-        for (size_t i = 0; i < dialog.controls.size(); ++i) {
-            const TemplateControl& control = dialog.controls[i];
-            EXPECT_TRUE(control.id == -1 || ids.insert(control.id).second) << control.id << " twice";
-            const RECT area = ShownArea(control);
-            EXPECT_TRUE(area.left >= 2 && area.top >= 0 && area.right <= dialog.size.cx - 2 &&
-                        area.bottom <= dialog.size.cy - 1)
-                << control.id << " leaves the page";
-            for (size_t k = 0; k < i; ++k) {
-                const TemplateControl& other = dialog.controls[k];
-                if (!(control.style & other.style & WS_VISIBLE) ||
-                    ShareAPlace(page.position, control.id, other.id))
-                    continue;
-                EXPECT_TRUE(!Overlap(area, Grown(other)) || Frames(other, area))
-                    << control.id << " overlaps " << other.id;
-            }
+    std::set<int> ids;
+    for (size_t i = 0; i < dialog.controls.size(); ++i) {
+        const TemplateControl& control = dialog.controls[i];
+        EXPECT_TRUE(control.id == -1 || ids.insert(control.id).second) << control.id << " twice";
+        const RECT area = ShownArea(control);
+        EXPECT_TRUE(area.left >= 2 && area.top >= 0 && area.right <= dialog.size.cx - 2 &&
+                    area.bottom <= dialog.size.cy - 1)
+            << control.id << " leaves the page";
+        for (size_t k = 0; k < i; ++k) {
+            const TemplateControl& other = dialog.controls[k];
+            if (!(control.style & other.style & WS_VISIBLE) ||
+                ShareAPlace(page.position, control.id, other.id))
+                continue;
+            EXPECT_TRUE(!Overlap(area, Grown(other)) || Frames(other, area))
+                << control.id << " overlaps " << other.id;
         }
     }
 }
 
-TEST(DialogTemplates, StayInsideThePageWhenTheyAreCentred)
+TEST_P(DialogTemplates, StayInsideThePageWhenTheyAreCentred)
 {
-    for (const Page& page : kDocumentPages) {
-        SCOPED_TRACE(page.number);
-        const DialogPage dialog = ReadDialogPage(page.number);
-        const auto pixels = [](int units) { return units * DialogBaseWidth() / 4; };
-        const RECT& reference = dialog.Find(kPageKindTable[page.position].centringControl)->area;
-        // In a sheet that leaves ten pixels on either side of the page; a negative move is none.
-        const int width = pixels(reference.right - reference.left) + 1;
-        const int move = std::max(0, (pixels(dialog.size.cx) - 20 - width) / 2 - pixels(reference.left));
-        for (const TemplateControl& control : dialog.controls)
-            EXPECT_LE(pixels(control.area.right) + move + 1, pixels(dialog.size.cx)) << control.id;
-    }
+    if (page.position < 0) return;
+    const auto pixels = [](int units) { return units * DialogBaseWidth() / 4; };
+    const RECT& reference = dialog.Find(kPageKindTable[page.position].centringControl)->area;
+    // In a sheet that leaves ten pixels on either side of the page; a negative move is none.
+    const int width = pixels(reference.right - reference.left) + 1;
+    const int move = std::max(0, (pixels(dialog.size.cx) - 20 - width) / 2 - pixels(reference.left));
+    for (const TemplateControl& control : dialog.controls)
+        EXPECT_LE(pixels(control.area.right) + move + 1, pixels(dialog.size.cx)) << control.id;
 }
 
 Text Wide(const char* text)
@@ -423,61 +386,46 @@ std::string Narrow(const Text& text)
     return {text.begin(), text.end()}; // for messages only
 }
 
-TEST(DialogTemplates, HaveRoomForEveryTextInBothLanguages)
+TEST_P(DialogTemplates, ShowGermanTextsAndHaveRoomForBothLanguages)
 {
-    for (const Page& page : AllPages()) {
-        SCOPED_TRACE(page.number);
-        for (const TemplateControl& control : ReadDialogPage(page.number).controls) {
-            if (!ShowsText(control)) continue;
-            std::vector<Text> texts = RuntimeTexts(page.position, control.id);
-            texts.push_back(control.text);
-            for (const Text& text : texts)
-                EXPECT_TRUE(Fits(control, text)) << control.id << " cuts \"" << Narrow(text) << "\"";
+    for (const TemplateControl& control : dialog.controls) {
+        if (!ShowsText(control)) continue;
+        std::vector<Text> texts = RuntimeTexts(page.position, control.id);
+        texts.push_back(control.text);
+        for (const Text& text : texts)
+            EXPECT_TRUE(Fits(control, text)) << control.id << " cuts \"" << Narrow(text) << "\"";
+        for (const PageLabel& label : PageLabels(std::max(page.position, 0)))
+            EXPECT_TRUE(page.position < 0 || label.controlId != control.id ||
+                        Wide(Row(label.key).german) == control.text)
+                << control.id;
+    }
+}
+
+TEST_P(DialogTemplates, LeadTheKeyboardFromTopToBottomAndFromColumnToColumn)
+{
+    const TemplateControl* previous = nullptr;
+    for (const TemplateControl& control : dialog.controls) {
+        const bool passive =
+            control.kind == "static" || KindOf(control) == "group" || control.kind == "msctls_updown32";
+        EXPECT_EQ(!passive, (control.style & WS_TABSTOP) != 0) << control.id;
+        if (passive) continue;
+        if (previous && !ShareAPlace(page.position, control.id, previous->id)) {
+            const RECT before = ShownArea(*previous), now = ShownArea(control);
+            EXPECT_TRUE(now.top >= before.bottom || now.left >= before.right)
+                << previous->id << " to " << control.id;
         }
+        previous = &control;
     }
-}
-
-TEST(DialogTemplates, ShowTheGermanTexts)
-{
-    for (const Page& page : kDocumentPages) {
-        SCOPED_TRACE(page.number);
-        const DialogPage dialog = ReadDialogPage(page.number);
-        for (const PageLabel& label : PageLabels(page.position))
-            if (const TemplateControl* control = dialog.Find(label.controlId)) {
-                EXPECT_EQ(Wide(Row(label.key).german), control->text) << label.controlId;
-            }
-    }
-}
-
-TEST(DialogTemplates, LeadTheKeyboardFromTopToBottomAndFromColumnToColumn)
-{
-    for (const Page& page : AllPages()) {
-        SCOPED_TRACE(page.number);
-        const DialogPage dialog = ReadDialogPage(page.number);
-        const TemplateControl* previous = nullptr;
-        for (const TemplateControl& control : dialog.controls) {
-            const bool passive =
-                control.kind == "static" || KindOf(control) == "group" || control.kind == "msctls_updown32";
-            EXPECT_EQ(!passive, (control.style & WS_TABSTOP) != 0) << control.id;
-            if (passive) continue;
-            if (previous && !ShareAPlace(page.position, control.id, previous->id)) {
-                const RECT before = ShownArea(*previous), now = ShownArea(control);
-                EXPECT_TRUE(now.top >= before.bottom || now.left >= before.right)
-                    << previous->id << " to " << control.id;
-            }
-            previous = &control;
+    for (const NumberFieldBinding& field : kNumberFieldTable)
+        if (const TemplateControl* edit = dialog.Find(field.editId); edit && page.position == 5) {
+            const RECT& spin = dialog.Find(field.spinId)->area;
+            EXPECT_EQ(edit->area.right, spin.left) << field.spinId;
+            EXPECT_EQ(edit->area.top, spin.top) << field.spinId;
+            EXPECT_EQ(edit->area.bottom, spin.bottom) << field.spinId;
         }
-        for (const NumberFieldBinding& field : kNumberFieldTable)
-            if (const TemplateControl* edit = dialog.Find(field.editId); edit && page.position == 5) {
-                const RECT& spin = dialog.Find(field.spinId)->area;
-                EXPECT_EQ(edit->area.right, spin.left) << field.spinId;
-                EXPECT_EQ(edit->area.top, spin.top) << field.spinId;
-                EXPECT_EQ(edit->area.bottom, spin.bottom) << field.spinId;
-            }
-    }
 }
 
-TEST(DialogTemplates, GiveThePaneTwelveEqualLinesThatFitBothPages)
+TEST(ConsumptionPane, HasTwelveEqualLinesThatFitBothPages)
 {
     const DialogPage pane = ReadDialogPage(IDD_PANE_LAST_JOB);
     const LONG first = pane.Find(IDC_PANE_NAME(1))->area.top;
@@ -498,24 +446,6 @@ TEST(DialogTemplates, GiveThePaneTwelveEqualLinesThatFitBothPages)
                 << control.id; // below the tabs themselves
         }
     }
-}
-
-TEST(DialogTemplates, OpenAsDialogs)
-{
-    InitCommonControls();
-    const HWND owner = CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_POPUP, 0, 0, 900, 700, nullptr,
-                                       nullptr, GetModuleHandleW(nullptr), nullptr);
-    for (const Page& page : AllPages()) {
-        SCOPED_TRACE(page.number);
-        const HWND dialog = CreateDialogParamW(
-            GetModuleHandleW(nullptr), MAKEINTRESOURCEW(page.number), owner,
-            [](HWND, UINT, WPARAM, LPARAM) -> INT_PTR { return FALSE; }, 0);
-        ASSERT_TRUE(dialog);
-        for (const TemplateControl& control : ReadDialogPage(page.number).controls)
-            EXPECT_TRUE(control.id == -1 || GetDlgItem(dialog, control.id)) << control.id;
-        DestroyWindow(dialog);
-    }
-    DestroyWindow(owner);
 }
 
 struct Picture
@@ -576,8 +506,8 @@ TEST(Pictures, HaveTheirSizesAndLeaveTheirOutsideToTheSystem)
         for (const int icon : kCartridgeIconIds)
             pictures.push_back({color.picture, cartridge, screenPrinting.Find(icon)});
     std::vector<DialogPage> dialogs;
-    for (const Page& page : kDocumentPages)
-        dialogs.push_back(ReadDialogPage(page.number));
+    for (const Page& page : kPages)
+        if (page.position >= 0) dialogs.push_back(ReadDialogPage(page.number));
     for (const DialogPage& dialog : dialogs)
         for (const TemplateControl& control : dialog.controls)
             if (control.picture) pictures.push_back({control.picture, cartridge, &control});

@@ -37,14 +37,15 @@ std::string FullPath(const char* name)
 const void* VersionValue(const std::string& path)
 {
     static std::vector<BYTE> version;
+    const std::string module = FullPath("PSTWUI.DLL");
     DWORD ignored = 0;
-    version.resize(GetFileVersionInfoSizeA(FullPath("PSTWUI.DLL").c_str(), &ignored));
+    version.resize(GetFileVersionInfoSizeA(module.c_str(), &ignored));
     void* value = nullptr;
     UINT length = 0;
-    if (!GetFileVersionInfoA(FullPath("PSTWUI.DLL").c_str(), 0, static_cast<DWORD>(version.size()), version.data()) ||
-        !VerQueryValueA(version.data(), path.c_str(), &value, &length) || length == 0)
-        return nullptr;
-    return value;
+    const bool found =
+        GetFileVersionInfoA(module.c_str(), 0, static_cast<DWORD>(version.size()), version.data()) &&
+        VerQueryValueA(version.data(), path.c_str(), &value, &length) && length > 0;
+    return found ? value : nullptr;
 }
 
 std::string VersionText(const std::string& name)
@@ -76,10 +77,12 @@ protected:
             return lines;
         }
         do {
-            Line line;
-            for (DWORD field = 0; field <= SetupGetFieldCount(&at); ++field)
-                line.push_back(Field(at, field));
-            lines.push_back(line);
+            Line& line = lines.emplace_back();
+            for (DWORD field = 0; field <= SetupGetFieldCount(&at); ++field) {
+                char text[MAX_PATH] = {};
+                SetupGetStringFieldA(&at, field, text, sizeof text, nullptr);
+                line.emplace_back(text);
+            }
         } while (SetupFindNextLine(&at, &at));
         return lines;
     }
@@ -87,15 +90,10 @@ protected:
     // The fields behind a key of a section.
     Line Values(const std::string& section, const std::string& key)
     {
-        INFCONTEXT at;
-        Line values;
-        if (!SetupFindFirstLineA(inf_, section.c_str(), key.c_str(), &at)) {
-            ADD_FAILURE() << "[" << section << "] has no " << key;
-            return {""};
-        }
-        for (DWORD field = 1; field <= SetupGetFieldCount(&at); ++field)
-            values.push_back(Field(at, field));
-        return values;
+        for (const Line& line : Section(section))
+            if (line[0] == key) return {line.begin() + 1, line.end()};
+        ADD_FAILURE() << "[" << section << "] has no " << key;
+        return {""};
     }
 
     // Every file that an install section copies, named itself or through a file list.
@@ -114,13 +112,6 @@ protected:
     }
 
 private:
-    static std::string Field(INFCONTEXT& at, DWORD field)
-    {
-        char text[MAX_PATH] = {};
-        SetupGetStringFieldA(&at, field, text, sizeof text, nullptr);
-        return text;
-    }
-
     HINF inf_;
 };
 
@@ -142,7 +133,8 @@ TEST_F(InstallationScript, IsOfAPrinterDriverFor64BitWindows)
         {"PrinterPackageInstallation.amd64", "CoreDriverDependencies", core},
         {"DestinationDirs", "DefaultDestDir", "66000"}, // the printer driver directory
     };
-    for (const auto& row : cases) EXPECT_EQ(row.value, Values(row.section, row.key)[0]) << row.key;
+    for (const auto& row : cases)
+        EXPECT_EQ(row.value, Values(row.section, row.key)[0]) << row.key;
     EXPECT_EQ(VersionText("FileVersion"), Values("Version", "DriverVer")[1]);
 }
 
@@ -193,7 +185,8 @@ TEST(Package, ItsConfigurationFilesSayWhatTheDriverReads)
         GetPrivateProfileStringA(key.c_str(), name, "", value, sizeof value,
                                  FullPath("tintwerk.reg").c_str());
         EXPECT_STRNE(value, "") << name;
-        EXPECT_EQ(nullptr, std::strchr(value, ' ')) << name << ": the print server's command line has no quotes";
+        EXPECT_EQ(nullptr, std::strchr(value, ' '))
+            << name << ": the print server's command line has no quotes";
     }
     EXPECT_TRUE(std::filesystem::exists(kPackage / "config/ink/printer0012.ink"));
 }
@@ -221,28 +214,22 @@ TEST(ShippedModule, TellsThatItIsAPrinterDriver)
     EXPECT_THAT(VersionText("LegalCopyright"), HasSubstr(VersionText("CompanyName")));
 }
 
-TEST(ShippedModule, IsSmallAndLeadsToItsSymbols)
+// The second one was linked later and in another folder.
+TEST(ShippedModule, IsSmallLeadsToItsSymbolsAndIsTheSameHoweverOftenItIsLinked)
 {
     const std::vector<BYTE> bytes = ReadWholeFile(FullPath("PSTWUI.DLL").c_str());
     EXPECT_LE(bytes.size(), 204800u);
     ASSERT_GT(bytes.size(), sizeof(IMAGE_DOS_HEADER));
     const auto* const dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(bytes.data());
-    const auto& header = *reinterpret_cast<const IMAGE_NT_HEADERS64*>(bytes.data() + dos->e_lfanew);
-    EXPECT_EQ(IMAGE_SUBSYSTEM_WINDOWS_GUI, header.OptionalHeader.Subsystem);
-    EXPECT_EQ(601, 100 * header.OptionalHeader.MajorSubsystemVersion + header.OptionalHeader.MinorSubsystemVersion);
+    const auto& header =
+        reinterpret_cast<const IMAGE_NT_HEADERS64*>(bytes.data() + dos->e_lfanew)->OptionalHeader;
+    EXPECT_EQ(IMAGE_SUBSYSTEM_WINDOWS_GUI, header.Subsystem);
+    EXPECT_EQ(601, 100 * header.MajorSubsystemVersion + header.MinorSubsystemVersion);
 #ifndef _MSC_VER
-    EXPECT_EQ(601, 100 * header.OptionalHeader.MajorOperatingSystemVersion +
-                       header.OptionalHeader.MinorOperatingSystemVersion);
+    EXPECT_EQ(601, 100 * header.MajorOperatingSystemVersion + header.MinorOperatingSystemVersion);
     EXPECT_TRUE(std::filesystem::exists(kPackage / "symbols/PSTWUI.DLL.debug"));
     EXPECT_THAT(std::string(bytes.begin(), bytes.end()), HasSubstr("PSTWUI.DLL.debug"));
 #endif
-}
-
-// The second one was linked later and in another folder.
-TEST(ShippedModule, IsTheSameHoweverOftenItIsLinked)
-{
-    const std::vector<BYTE> bytes = ReadWholeFile(FullPath("PSTWUI.DLL").c_str());
-    EXPECT_FALSE(bytes.empty());
     EXPECT_TRUE(bytes == ReadWholeFile(TINTWERK_LINKED_AGAIN));
 }
 

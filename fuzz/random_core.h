@@ -37,11 +37,19 @@ public:
     {
         return Answer(pairs, size, needed);
     }
+    HRESULT STDMETHODCALLTYPE GetFeatureAttribute(POEMUIOBJ, DWORD, PCSTR, PCSTR, PDWORD type, PBYTE value,
+                                                  DWORD size, PDWORD needed) override
+    {
+        return AnswerAttribute(type, value, size, needed);
+    }
     HRESULT STDMETHODCALLTYPE GetOptionAttribute(POEMUIOBJ, DWORD, PCSTR, PCSTR, PCSTR, PDWORD type,
                                                  PBYTE value, DWORD size, PDWORD needed) override
     {
-        *type = data_.ConsumeBool() ? kADT_UNICODE : data_.ConsumeIntegral<DWORD>();
-        return Answer(reinterpret_cast<PSTR>(value), size, needed);
+        return AnswerAttribute(type, value, size, needed);
+    }
+    HRESULT STDMETHODCALLTYPE EnumFeatures(POEMUIOBJ, DWORD, PSTR list, DWORD size, PDWORD needed) override
+    {
+        return Answer(list, size, needed);
     }
     HRESULT STDMETHODCALLTYPE EnumOptions(POEMUIOBJ, DWORD, PCSTR, PSTR list, DWORD size,
                                           PDWORD needed) override
@@ -55,6 +63,12 @@ private:
         constexpr HRESULT kStatuses[] = {S_OK,         S_OK,    S_OK,        E_OUTOFMEMORY,
                                          E_INVALIDARG, S_FALSE, E_UNEXPECTED};
         return data_.PickValueInArray(kStatuses);
+    }
+
+    HRESULT AnswerAttribute(PDWORD type, PBYTE value, DWORD size, PDWORD needed)
+    {
+        *type = data_.ConsumeBool() ? kADT_UNICODE : data_.ConsumeIntegral<DWORD>();
+        return Answer(reinterpret_cast<PSTR>(value), size, needed);
     }
 
     HRESULT Answer(PSTR buffer, DWORD size, PDWORD needed)

@@ -20,7 +20,8 @@ std::string WithResult(const char* what, HRESULT result)
 
 } // namespace
 
-PluginSession::PluginSession(CoreDriver& core, Selections& selections) : core_(core), selections_(selections)
+PluginSession::PluginSession(CoreDriver& core, Selections& selections, IUnknown* helper)
+    : core_(core), selections_(selections), helper_(helper ? helper : core.Helper())
 {
 }
 
@@ -64,9 +65,9 @@ std::string PluginSession::Introduce()
     result = plugin_->GetInfo(OEMGI_GETREQUESTEDHELPERINTERFACES, &helpers, sizeof helpers, &needed);
     if (FAILED(result)) helpers = 0;
 
-    result = plugin_->PublishDriverInterface(core_.Helper());
+    result = plugin_->PublishDriverInterface(helper_);
     if (SUCCEEDED(result) && (helpers & OEMPUBLISH_IPRINTCOREHELPER))
-        result = plugin_->PublishDriverInterface(core_.Helper());
+        result = plugin_->PublishDriverInterface(helper_);
     if (FAILED(result)) return WithResult("the plug-in takes no helper interface", result);
     plugin_->HideStandardUI(0); // this host has no pages of its own to hide
     return {};

@@ -16,7 +16,8 @@ namespace tintwerk {
 class PluginSession
 {
 public:
-    PluginSession(CoreDriver& core, Selections& selections);
+    // The plug-in's helper is the core driver's own, or what stands in front of it.
+    PluginSession(CoreDriver& core, Selections& selections, IUnknown* helper = nullptr);
     ~PluginSession();
     PluginSession(const PluginSession&) = delete;
     PluginSession& operator=(const PluginSession&) = delete;
@@ -45,6 +46,7 @@ private:
 
     CoreDriver& core_;
     Selections& selections_;
+    IUnknown* helper_;
     PluginModule module_;
     HeapHandle heap_;
     ComPtr<IPrintOemUI2> plugin_;

@@ -10,14 +10,14 @@ namespace tintwerk {
 
 enum class PpdEncoding
 {
-    Unknown, // none stated, or one that is not decoded here: UTF-8 where the bytes are UTF-8
+    Unknown, // none stated, or one that is not known: UTF-8 where the bytes are UTF-8
     IsoLatin1,
     IsoLatin2,
     IsoLatin5,
     WindowsAnsi,
     MacStandard,
     Utf8,
-    ShiftJis, // from here on the platform's code pages: where it has none, only ASCII texts can be read
+    ShiftJis, // from here on UTF-8 too where the bytes are UTF-8
     Gbk,
     Big5,
     Korean,

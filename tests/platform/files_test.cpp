@@ -1,4 +1,4 @@
-// Files by 8-bit paths with backslashes: what opens, what is written, what is refused.
+// Files by 8-bit paths with backslashes, and pictures in them: what opens, what is written, what is refused.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -7,117 +7,64 @@
 #include "platform/file_lock.h"
 #include "platform/owners.h"
 #include "platform/whole_file.h"
-#include "platform/win32.h"
+#include "tests/support/temp_file.h"
 
 namespace tintwerk {
 namespace {
 
 using FileHandle = Owned<HANDLE, [](HANDLE file) { CloseHandle(file); }, HANDLE{}>;
 
-class FilesTest : public testing::Test
+HANDLE Open(const std::string& path, DWORD access, DWORD disposition)
 {
-protected:
-    FilesTest()
-    {
-        char temporary[MAX_PATH];
-        EXPECT_LT(GetTempPathA(MAX_PATH, temporary), DWORD{MAX_PATH});
-        directory = std::string(temporary) + "tintwerk files " + std::to_string(GetCurrentProcessId());
-        CreateDirectoryA(directory.c_str(), nullptr);
-    }
-    ~FilesTest() override
-    {
-        DeleteFileA(Path("a.txt").c_str());
-        EXPECT_TRUE(RemoveDirectoryA(directory.c_str()));
-    }
-
-    std::string Path(const char* name) const { return directory + '\\' + name; }
-
-    // INVALID_HANDLE_VALUE and last error on failure.
-    HANDLE Open(const char* name, DWORD access, DWORD disposition) const
-    {
-        return CreateFileA(Path(name).c_str(), access, FILE_SHARE_READ, nullptr, disposition,
-                           FILE_ATTRIBUTE_NORMAL, nullptr);
-    }
-
-    void Write(const std::string& text) const
-    {
-        FileHandle file(Open("a.txt", GENERIC_WRITE, CREATE_ALWAYS));
-        DWORD written = 0;
-        EXPECT_TRUE(WriteFile(file.Get(), text.data(), static_cast<DWORD>(text.size()), &written, nullptr));
-        EXPECT_EQ(text.size(), written);
-    }
-
-    std::string Content() const
-    {
-        FileHandle file(Open("a.txt", GENERIC_READ, OPEN_EXISTING));
-        char buffer[100];
-        DWORD read = 0;
-        EXPECT_TRUE(ReadFile(file.Get(), buffer, sizeof buffer, &read, nullptr));
-        return {buffer, read};
-    }
-
-    std::string directory;
-};
-
-TEST_F(FilesTest, EndWhereTheyWereCut)
-{
-    Write("0123456789");
-    {
-        FileHandle file(Open("a.txt", GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS));
-        EXPECT_EQ(DWORD{ERROR_ALREADY_EXISTS}, GetLastError());
-        char buffer[4];
-        DWORD read = 0;
-        EXPECT_TRUE(ReadFile(file.Get(), buffer, sizeof buffer, &read, nullptr));
-        EXPECT_TRUE(SetEndOfFile(file.Get()));
-    }
-    EXPECT_EQ("0123", Content());
+    return CreateFileA(path.c_str(), access, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
+                       nullptr);
 }
 
-TEST_F(FilesTest, SayWhyTheyDoNotOpen)
+TEST(Files, EndWhereTheyWereCut)
 {
-    Write("x");
+    const TempFile text("cut", "0123456789");
+    char buffer[4];
+    DWORD count = 0;
+    {
+        const FileHandle file(Open(text.path, GENERIC_READ | GENERIC_WRITE, OPEN_ALWAYS));
+        EXPECT_EQ(DWORD{ERROR_ALREADY_EXISTS}, GetLastError());
+        EXPECT_TRUE(ReadFile(file.Get(), buffer, sizeof buffer, &count, nullptr));
+        EXPECT_TRUE(SetEndOfFile(file.Get()));
+        EXPECT_TRUE(ReadFile(file.Get(), buffer, 1, &count, nullptr)) << "the end is no error";
+        EXPECT_EQ(0u, count);
+    }
+    EXPECT_EQ("0123", text.Content());
+    const FileHandle reader(Open(text.path, GENERIC_READ, OPEN_EXISTING));
+    EXPECT_FALSE(WriteFile(reader.Get(), "y", 1, &count, nullptr));
+    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, GetLastError());
+}
+
+TEST(Files, SayWhyTheyDoNotOpen)
+{
+    const std::string folder = TempFile("").path;
     const struct
     {
         const char* what;
-        const char* name;
+        std::string path;
         DWORD access;
         DWORD disposition;
         DWORD error;
     } cases[] = {
-        {"no such file", "b.txt", GENERIC_READ, OPEN_EXISTING, ERROR_FILE_NOT_FOUND},
-        {"no such directory", "b\\c.txt", GENERIC_READ, OPEN_EXISTING, ERROR_PATH_NOT_FOUND},
-        {"no directory to write in", "b\\c.txt", GENERIC_WRITE, CREATE_ALWAYS, ERROR_PATH_NOT_FOUND},
-        {"a directory", "", GENERIC_READ, OPEN_EXISTING, 0},
+        {"no such file", folder + "b.txt", GENERIC_READ, OPEN_EXISTING, ERROR_FILE_NOT_FOUND},
+        {"no such directory", folder + "\\c.txt", GENERIC_READ, OPEN_EXISTING, ERROR_PATH_NOT_FOUND},
+        {"no directory to write in", folder + "\\c.txt", GENERIC_WRITE, CREATE_ALWAYS, ERROR_PATH_NOT_FOUND},
     };
     for (const auto& row : cases) {
-        EXPECT_EQ(INVALID_HANDLE_VALUE, Open(row.name, row.access, row.disposition)) << row.what;
-        if (row.error) {
-            EXPECT_EQ(row.error, GetLastError()) << row.what;
-        }
+        EXPECT_EQ(INVALID_HANDLE_VALUE, Open(row.path, row.access, row.disposition)) << row.what;
+        EXPECT_EQ(row.error, GetLastError()) << row.what;
     }
-    EXPECT_EQ(DWORD{INVALID_FILE_ATTRIBUTES}, GetFileAttributesA(Path("b.txt").c_str()));
+    EXPECT_EQ(DWORD{INVALID_FILE_ATTRIBUTES}, GetFileAttributesA(cases[0].path.c_str()));
     EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, GetLastError());
-    EXPECT_FALSE(CreateDirectoryA(directory.c_str(), nullptr));
-    EXPECT_EQ(DWORD{ERROR_ALREADY_EXISTS}, GetLastError());
-    EXPECT_FALSE(CloseHandle(nullptr));
 }
 
-TEST_F(FilesTest, TellWhatWasReadOrWritten)
+TEST(Files, AreLockedForOneAtATime)
 {
-    Write("x");
-    DWORD count = 99;
-    FileHandle reader(Open("a.txt", GENERIC_READ, OPEN_EXISTING));
-    EXPECT_FALSE(WriteFile(reader.Get(), "y", 1, &count, nullptr));
-    EXPECT_EQ(DWORD{ERROR_ACCESS_DENIED}, GetLastError());
-    char byte = 0;
-    EXPECT_TRUE(ReadFile(reader.Get(), &byte, 1, &count, nullptr));
-    EXPECT_TRUE(ReadFile(reader.Get(), &byte, 1, &count, nullptr)); // the end is no error
-    EXPECT_EQ(0u, count);
-}
-
-TEST_F(FilesTest, AreLockedForOneAtATime)
-{
-    const std::filesystem::path file = std::filesystem::path(directory) / "a.lock";
+    const std::filesystem::path file = TempFile("lock").path;
     {
         FileLock first, second, third;
         EXPECT_EQ(FileLock::Outcome::Taken, first.Take(file, "first", 0));
@@ -130,6 +77,35 @@ TEST_F(FilesTest, AreLockedForOneAtATime)
     EXPECT_FALSE(std::filesystem::exists(file));
     FileLock again;
     EXPECT_EQ(FileLock::Outcome::Taken, again.Take(file, "again", 0));
+}
+
+// A picture of 3 by 2 pixels with 4 bits each.
+std::string SmallPicture()
+{
+    BITMAPFILEHEADER file{0x4D42, 0, 0, 0, sizeof(BITMAPFILEHEADER) + sizeof(BITMAPINFOHEADER) + 16 * 4};
+    BITMAPINFOHEADER header{sizeof header, 3, 2, 1, 4, BI_RGB, 0, 0, 0, 0, 0};
+    std::string bytes(reinterpret_cast<const char*>(&file), sizeof file);
+    bytes.append(reinterpret_cast<const char*>(&header), sizeof header);
+    return bytes + std::string(16 * 4, 0) + std::string("\x01\x20\0\0\x23\0\0\0", 8);
+}
+
+TEST(Pictures, ComeWholeOrNotAtAll)
+{
+    const std::string whole = SmallPicture();
+    const struct
+    {
+        std::string bytes;
+        bool loads;
+    } cases[] = {{whole, true}, {"", false}, {whole.substr(0, 10), false}, {"XX" + whole.substr(2), false}};
+    for (const auto& row : cases) {
+        const TempFile file("picture.bmp", row.bytes);
+        const BitmapHandle picture(static_cast<HBITMAP>(LoadImageA(
+            nullptr, file.path.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
+        BITMAP size{};
+        EXPECT_EQ(row.loads, GetObjectW(picture.Get(), sizeof size, &size) != 0) << row.bytes.size();
+        EXPECT_EQ(row.loads ? 3 : 0, size.bmWidth);
+        EXPECT_EQ(row.loads ? 2 : 0, size.bmHeight);
+    }
 }
 
 } // namespace

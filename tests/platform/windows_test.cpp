@@ -1,30 +1,22 @@
 // Windows: handles that outlive them, their relations and places.
 #include <gmock/gmock.h>
 
+#include "src/resources/control_ids.h"
 #include "tests/support/recording_dialog.h"
 
 namespace tintwerk {
 namespace {
 
-using testing::ElementsAre;
-
-const std::vector<ControlSpec> kControls = {
-    {TEXT("Static"), 11, SS_LEFT, 10, 10, 50, 8, TEXT("Label")},
-    {TEXT("Edit"), 12, ES_AUTOHSCROLL | WS_BORDER | WS_TABSTOP, 70, 10, 40, 14},
-    {TEXT("Button"), 13, BS_GROUPBOX, 5, 5, 200, 100, TEXT("Group")},
-    {TEXT("Button"), IDOK, BS_DEFPUSHBUTTON | WS_TABSTOP, 10, 100, 50, 14, TEXT("OK")},
-};
-
 TEST(Windows, RefuseStaleHandles)
 {
     HWND stale = nullptr;
     {
-        RecordingDialog dialog(kControls);
-        stale = dialog.Item(11);
+        RecordingDialog dialog(IDD_SCREEN_PRINTING);
+        stale = dialog.Item(IDC_SCREEN_LPI);
         DestroyWindow(stale);
-        EXPECT_EQ(dialog.Item(11), nullptr);
+        EXPECT_EQ(dialog.Item(IDC_SCREEN_LPI), nullptr);
     }
-    RecordingDialog another(kControls); // may take the places of the first one's windows
+    RecordingDialog another(IDD_SCREEN_PRINTING); // may take the places of the first one's windows
     RECT rectangle;
     const std::function<bool()> calls[] = {
         [&] { return SendMessageW(stale, WM_GETTEXTLENGTH, 0, 0) != 0; },
@@ -44,31 +36,25 @@ TEST(Windows, RefuseStaleHandles)
     }
 }
 
-TEST(Windows, KnowTheirRelatives)
+TEST(Windows, AreEnumeratedAsLongAsTheyLive)
 {
-    RecordingDialog sheet(kControls);
-    RecordingDialog page(kControls, kChildDialog, sheet.Window());
-    const HWND edit = page.Item(12);
-    EXPECT_EQ(GetParent(edit), page.Window());
-    EXPECT_EQ(GetAncestor(edit, GA_PARENT), page.Window());
-    EXPECT_EQ(GetAncestor(edit, GA_ROOT), sheet.Window());
-    EXPECT_EQ(FindWindowExW(page.Window(), nullptr, TEXT("edit"), nullptr), edit);
-
+    RecordingDialog dialog(IDD_CONSUMPTION);
     std::vector<int> ids;
     const auto note = [](HWND window, LPARAM lParam) -> BOOL {
         reinterpret_cast<std::vector<int>*>(lParam)->push_back(GetDlgCtrlID(window));
-        if (GetDlgCtrlID(window) == 11) DestroyWindow(GetDlgItem(GetParent(window), 12));
+        DestroyWindow(GetDlgItem(GetParent(window), IDC_CONSUMPTION_TABS));
         return TRUE;
     };
-    EnumChildWindows(page.Window(), note, reinterpret_cast<LPARAM>(&ids));
-    EXPECT_THAT(ids, ElementsAre(11, 13, IDOK)); // the edit was gone when its turn came
-    EXPECT_FALSE(IsWindow(edit));
+    EnumChildWindows(dialog.Window(), note, reinterpret_cast<LPARAM>(&ids));
+    EXPECT_THAT(
+        ids, testing::ElementsAre(IDC_CONSUMPTION_HEADER, IDC_CONSUMPTION_SIMULATE, IDC_CONSUMPTION_RESET));
 }
 
 TEST(Windows, ShowAndTakeInputWithTheirParents)
 {
-    RecordingDialog dialog(kControls);
-    const HWND edit = dialog.Item(12);
+    RecordingDialog dialog(IDD_SCREEN_PRINTING);
+    const HWND edit = dialog.Item(IDC_SCREEN_LPI);
+    EXPECT_EQ(GetAncestor(edit, GA_ROOT), GetParent(dialog.Window()));
     EXPECT_TRUE(IsWindowVisible(edit));
     EXPECT_TRUE(ShowWindow(dialog.Window(), SW_HIDE));
     EXPECT_FALSE(IsWindowVisible(edit));
@@ -78,35 +64,27 @@ TEST(Windows, ShowAndTakeInputWithTheirParents)
     EXPECT_EQ(GetFocus(), edit);
     EXPECT_FALSE(EnableWindow(edit, FALSE));
     EXPECT_NE(GetFocus(), edit);
-    EXPECT_FALSE(IsWindowEnabled(edit));
     EXPECT_TRUE(EnableWindow(edit, TRUE));
 }
 
 TEST(Windows, StandWhereTheirTemplateSays)
 {
-    RecordingDialog dialog(kControls);
-    for (const ControlSpec& control : kControls) {
-        RECT wanted{control.x, control.y, control.width, control.height}; // mapped as two points
-        MapDialogRect(dialog.Window(), &wanted);
-        const RECT place = dialog.RectOf(control.id);
-        EXPECT_NEAR(place.left, wanted.left, 1);
-        EXPECT_NEAR(place.top, wanted.top, 1);
-        EXPECT_NEAR(place.right - place.left, wanted.right, 1);
-        EXPECT_NEAR(place.bottom - place.top, wanted.bottom, 1);
-    }
-    RECT client;
-    GetClientRect(dialog.Item(12), &client);
-    const RECT edit = dialog.RectOf(12);
-    EXPECT_EQ(edit.right - edit.left - client.right, 4); // the sunken border
+    RecordingDialog dialog(IDD_SCREEN_PRINTING);
     RECT units{0, 0, 4, 8};
     MapDialogRect(dialog.Window(), &units);
     EXPECT_EQ(units.right, 7);
     EXPECT_EQ(units.bottom, 13);
-    GetClientRect(dialog.Window(), &client);
-    RECT size{0, 0, 271, 127};
-    MapDialogRect(dialog.Window(), &size);
-    EXPECT_EQ(client.right, size.right);
-    EXPECT_EQ(client.bottom, size.bottom);
+    RECT wanted{91, 102, 42, 13}, place{}, client{}; // mapped as two points
+    const HWND edit = dialog.Item(IDC_SCREEN_LPI);
+    MapDialogRect(dialog.Window(), &wanted);
+    GetWindowRect(edit, &place);
+    MapWindowPoints(nullptr, dialog.Window(), reinterpret_cast<POINT*>(&place), 2);
+    EXPECT_NEAR(place.left, wanted.left, 1);
+    EXPECT_NEAR(place.top, wanted.top, 1);
+    EXPECT_NEAR(place.right - place.left, wanted.right, 1);
+    EXPECT_NEAR(place.bottom - place.top, wanted.bottom, 1);
+    GetClientRect(edit, &client);
+    EXPECT_EQ(place.right - place.left - client.right, 4) << "the sunken border";
 }
 
 } // namespace

@@ -3,88 +3,25 @@
 #include <utility>
 
 namespace tintwerk {
-namespace {
 
-void Add(std::vector<WORD>& words, DWORD value)
-{
-    words.push_back(LOWORD(value));
-    words.push_back(HIWORD(value));
-}
-
-void AddText(std::vector<WORD>& words, const WCHAR* text)
-{
-    do
-        words.push_back(static_cast<WORD>(*text));
-    while (*text++);
-}
-
-void AddControl(std::vector<WORD>& words, const ControlSpec& control)
-{
-    if (words.size() % 2) words.push_back(0);
-    Add(words, WS_CHILD | WS_VISIBLE | control.style);
-    Add(words, 0);
-    for (const short place : {control.x, control.y, control.width, control.height})
-        words.push_back(static_cast<WORD>(place));
-    words.push_back(control.id);
-    AddText(words, control.className);
-    AddText(words, control.text);
-    words.push_back(0); // creation data
-}
-
-} // namespace
-
-std::vector<WORD> DialogWords(DWORD style, short width, short height,
-                              const std::vector<ControlSpec>& controls)
-{
-    std::vector<WORD> words;
-    Add(words, style);
-    Add(words, 0);
-    words.push_back(static_cast<WORD>(controls.size()));
-    for (const short place : {short{20}, short{20}, width, height})
-        words.push_back(static_cast<WORD>(place));
-    words.insert(words.end(), {0, 0}); // no menu, no class of its own
-    AddText(words, TEXT("Recorded"));
-    words.push_back(8);
-    AddText(words, TEXT("MS Shell Dlg"));
-    for (const ControlSpec& control : controls)
-        AddControl(words, control);
-    return words;
-}
-
-LPCDLGTEMPLATEW TemplateIn(const std::vector<WORD>& words)
-{
-    return reinterpret_cast<LPCDLGTEMPLATEW>(words.data());
-}
-
-RecordingDialog::RecordingDialog(const std::vector<ControlSpec>& controls, DWORD style, HWND parent)
+RecordingDialog::RecordingDialog(int number)
 {
     const INITCOMMONCONTROLSEX families{sizeof families, ICC_WIN95_CLASSES};
     InitCommonControlsEx(&families);
-    const std::vector<WORD> words = DialogWords(style, 271, 127, controls);
-    window_ = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), TemplateIn(words), parent, Procedure,
-                                         reinterpret_cast<LPARAM>(this));
+    const HINSTANCE module = GetModuleHandleW(nullptr);
+    sheet_ = CreateWindowExW(0, TEXT("Static"), TEXT("sheet"), WS_POPUP | WS_VISIBLE, 0, 0, 600, 500, nullptr,
+                             nullptr, module, nullptr);
+    window_ = CreateDialogParamW(module, MAKEINTRESOURCEW(number), sheet_, Procedure,
+                                 reinterpret_cast<LPARAM>(this));
+    ShowWindow(window_, SW_SHOW);
     Pump();
-    lines.clear();
-}
-
-RecordingDialog::~RecordingDialog()
-{
-    if (IsWindow(window_)) DestroyWindow(window_);
-}
-
-RECT RecordingDialog::RectOf(int id) const
-{
-    RECT place{};
-    GetWindowRect(Item(id), &place);
-    MapWindowPoints(nullptr, window_, reinterpret_cast<POINT*>(&place), 2);
-    return place;
 }
 
 Lines RecordingDialog::During(const std::function<void()>& action)
 {
-    lines.clear();
+    lines_.clear();
     action();
-    return std::exchange(lines, {});
+    return std::exchange(lines_, {});
 }
 
 INT_PTR CALLBACK RecordingDialog::Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
@@ -92,30 +29,21 @@ INT_PTR CALLBACK RecordingDialog::Procedure(HWND dialog, UINT message, WPARAM wP
     if (message == WM_INITDIALOG) SetWindowLongPtrW(dialog, DWLP_USER, lParam);
     auto* const self = reinterpret_cast<RecordingDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
     if (!self) return FALSE;
-    self->window_ = dialog;
-    self->Note(message, wParam, lParam);
-    return self->onMessage ? self->onMessage(message, wParam, lParam) : FALSE;
-}
-
-void RecordingDialog::Note(UINT message, WPARAM wParam, LPARAM lParam)
-{
-    const auto number = [](auto value) { return std::to_string(static_cast<int>(value)); };
-    switch (message) {
-    case WM_COMMAND:
-        lines.push_back("command " + number(LOWORD(wParam)) + ": " + number(HIWORD(wParam)));
-        break;
-    case WM_NOTIFY: {
-        const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-        if (header.code == static_cast<UINT>(NM_CUSTOMDRAW)) break; // depends on how much is painted
-        lines.push_back("notify " + number(header.idFrom) + ": " + number(header.code));
-        break;
+    const auto note = [self](const char* what, auto id) {
+        self->lines_.push_back(what + std::to_string(static_cast<int>(id)));
+    };
+    const auto* const header = reinterpret_cast<const NMHDR*>(lParam);
+    if (message == WM_COMMAND) {
+        note("command ", LOWORD(wParam));
+        self->lines_.back() += ": " + std::to_string(HIWORD(wParam));
+    } else if (message == WM_NOTIFY &&
+               header->code != static_cast<UINT>(NM_CUSTOMDRAW)) { // depends on painting
+        note("notify ", header->idFrom);
+        self->lines_.back() += ": " + std::to_string(static_cast<int>(header->code));
+    } else if (message == WM_DRAWITEM) {
+        note("draw ", wParam);
     }
-    case WM_DRAWITEM:
-        lines.push_back("draw " + number(wParam));
-        break;
-    default:
-        break;
-    }
+    return FALSE;
 }
 
 void Pump()

@@ -188,13 +188,13 @@ TEST(PpdReader, DecodesTranslationsFromTheFilesEncoding)
         {"JIS83-RKSJ", "Plain", "Plain"},
         {"JIS83-RKSJ", "<8ea9>", "\xE8\x87\xAA"},
         {"JIS83-RKSJ", "<8e>", "A"}, // cannot be decoded: the keyword
-        {"MacJapanese", "<8e>", "A"},
-        {"ShiftJIS", "<8e>", "A"},
-        {"GB2312-80", "<8e>", "A"},
-        {"GBK", "<8e>", "A"},
-        {"BIG5", "<8e>", "A"},
-        {"KSC5601-1992", "<8e>", "A"},
-        {"EUC-JP", "<8e>", "A"},
+        {"MacJapanese", "<8ea9>", "\xE8\x87\xAA"},
+        {"ShiftJIS", "<8ea9>", "\xE8\x87\xAA"},
+        {"GB2312-80", "<d7d4>", "\xE8\x87\xAA"},
+        {"GBK", "<d7d4>", "\xE8\x87\xAA"},
+        {"BIG5", "<a6db>", "\xE8\x87\xAA"},
+        {"KSC5601-1992", "<c0da>", "\xEC\x9E\x90"},
+        {"EUC-JP", "<bcab>", "\xE8\x87\xAA"},
     };
     for (const auto& row : cases) {
         const PpdResult result = Read(std::string("*OpenUI *F: PickOne\n*F A/") + row.raw +

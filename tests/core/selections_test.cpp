@@ -7,7 +7,7 @@
 #include <fstream>
 #include <string>
 
-#include "tests/host/temporary_folder.h"
+#include "tests/host/program_fixture.h"
 
 namespace tintwerk {
 namespace {

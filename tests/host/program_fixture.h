@@ -1,19 +1,45 @@
-// Runs the program as a shell would, in this process.
+// Runs the program as a shell would, in this process; a folder and files for it.
 #pragma once
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "host/cli/program.h"
-#include "tests/host/temporary_folder.h"
 
 namespace tintwerk {
+
+// A folder for one test, gone with it.
+class TemporaryFolder
+{
+public:
+    TemporaryFolder()
+        : path_(std::filesystem::temp_directory_path() /
+                ("tintwerk-test-" + std::to_string(std::random_device()())))
+    {
+        std::filesystem::create_directories(path_);
+    }
+    ~TemporaryFolder()
+    {
+        std::error_code ignored;
+        std::filesystem::remove_all(path_, ignored);
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    const std::filesystem::path& Path() const { return path_; }
+    std::string Text() const { return path_.generic_string(); }
+
+private:
+    std::filesystem::path path_;
+};
 
 struct ProgramResult
 {

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,27 +30,18 @@ std::size_t RoomOf(std::string_view path)
                                     std::begin(kRooms));
 }
 
-struct Source
-{
-    std::string path; // from the root
-    std::vector<std::string> lines;
-};
-
-std::vector<Source> ReadSources(const std::vector<std::string>& folders)
+// Visits every line of the folders' sources with the path of its file from the root.
+template <typename Visit> void ForEachLine(const std::vector<std::string>& folders, const Visit& visit)
 {
     const fs::path root = TINTWERK_SOURCE_DIR;
-    std::vector<Source> sources;
     for (const std::string& folder : folders)
         for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root / folder)) {
-            const fs::path extension = entry.path().extension();
-            if (extension != ".cpp" && extension != ".h") continue;
-            Source source{fs::relative(entry.path(), root).generic_string(), {}};
+            if (entry.path().extension() != ".cpp" && entry.path().extension() != ".h") continue;
+            const std::string path = fs::relative(entry.path(), root).generic_string();
             std::ifstream file(entry.path());
             for (std::string line; std::getline(file, line);)
-                source.lines.push_back(line);
-            sources.push_back(std::move(source));
+                visit(path, line);
         }
-    return sources;
 }
 
 // The file that a line includes; empty when it includes none.
@@ -66,18 +56,14 @@ std::string IncludedBy(std::string_view line)
 TEST(House, IncludesRunDownTheListOfRooms)
 {
     int followed = 0;
-    for (const Source& source : ReadSources({"platform", "src", "host"})) {
-        const std::size_t room = RoomOf(source.path);
-        EXPECT_NE(std::size(kRooms), room) << source.path << " lies in no room";
-        for (const std::string& line : source.lines) {
-            const std::string included = IncludedBy(line);
-            if (included.find('/') == std::string::npos || !line.ends_with('"')) continue;
-            ++followed;
-            EXPECT_LE(RoomOf(included), room) << source.path << " includes " << included;
-            EXPECT_TRUE(fs::exists(fs::path(TINTWERK_SOURCE_DIR) / included))
-                << source.path << ": " << included;
-        }
-    }
+    ForEachLine({"platform", "src", "host"}, [&](const std::string& path, const std::string& line) {
+        const std::string included = IncludedBy(line);
+        if (included.find('/') == std::string::npos || !line.ends_with('"')) return;
+        ++followed;
+        EXPECT_NE(std::size(kRooms), RoomOf(path)) << path << " lies in no room";
+        EXPECT_LE(RoomOf(included), RoomOf(path)) << path << " includes " << included;
+        EXPECT_TRUE(fs::exists(fs::path(TINTWERK_SOURCE_DIR) / included)) << path << ": " << included;
+    });
     EXPECT_LT(100, followed);
 }
 
@@ -97,28 +83,25 @@ TEST(House, TheHostTakesTablesRecordsAndNamesFromThePlugin)
         "src/sheets/advanced_texts.h",
         "src/sheets/page_list.h",
     };
-    for (const Source& source : ReadSources({"host"}))
-        for (const std::string& line : source.lines) {
-            const std::string included = IncludedBy(line);
-            EXPECT_TRUE(!included.starts_with("src/") ||
-                        std::ranges::any_of(allowed, [&](auto name) { return included.starts_with(name); }))
-                << source.path << " includes " << included;
-        }
+    ForEachLine({"host"}, [&](const std::string& path, const std::string& line) {
+        const std::string included = IncludedBy(line);
+        EXPECT_TRUE(!included.starts_with("src/") ||
+                    std::ranges::any_of(allowed, [&](auto name) { return included.starts_with(name); }))
+            << path << " includes " << included;
+    });
 }
 
 TEST(House, OneDoorLeadsToThePlatform)
 {
     const char* const systemHeaders[] = {"windows.h",  "commctrl.h", "prsht.h",   "winspool.h", "compstui.h",
                                          "winddiui.h", "unknwn.h",   "objbase.h", "shlwapi.h",  "unistd.h"};
-    for (const Source& source : ReadSources({"src", "host", "tests", "bench", "fuzz"})) {
-        // The headless platform's own tests and the tests' helpers may know which platform they stand on.
-        if (source.path.starts_with("tests/support/") || source.path.starts_with("tests/headless/")) continue;
-        for (const std::string& line : source.lines) {
-            EXPECT_EQ(std::end(systemHeaders), std::ranges::find(systemHeaders, IncludedBy(line)))
-                << source.path;
-            EXPECT_FALSE(line.starts_with("#if") && line.find("WIN32") != std::string::npos) << source.path;
-        }
-    }
+    ForEachLine(
+        {"src", "host", "tests", "bench", "fuzz"}, [&](const std::string& path, const std::string& line) {
+            // The headless platform's own tests and the tests' helpers may know which platform they stand on.
+            if (path.starts_with("tests/support/") || path.starts_with("tests/headless/")) return;
+            EXPECT_EQ(std::end(systemHeaders), std::ranges::find(systemHeaders, IncludedBy(line))) << path;
+            EXPECT_FALSE(line.starts_with("#if") && line.find("WIN32") != std::string::npos) << path;
+        });
 }
 
 } // namespace

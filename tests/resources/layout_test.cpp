@@ -7,13 +7,10 @@
 #include <cstring>
 #include <set>
 
+#include "host/sheet/page_controls.h"
 #include "platform/win32.h"
 #include "src/bindings/cartridges.h"
-#include "src/bindings/check_boxes.h"
 #include "src/bindings/consumption_lines.h"
-#include "src/bindings/number_fields.h"
-#include "src/bindings/popups.h"
-#include "src/bindings/sliders.h"
 #include "src/i18n/page_translation.h"
 #include "src/i18n/string_table.h"
 #include "src/i18n/texts.h"
@@ -61,32 +58,31 @@ constexpr Page kPages[] = {
 // What a control is for the user; anything that would not work as such is named by its window class.
 std::string KindOf(const TemplateControl& control)
 {
-    const DWORD style = control.style;
-    if (control.kind == "static") {
-        const DWORD type = style & SS_TYPEMASK;
-        return type <= SS_RIGHT       ? "label"
-               : type == SS_BITMAP    ? "picture"
-               : type == SS_OWNERDRAW ? "bar"
-                                      : "rule";
-    }
-    if (control.kind == "button") {
-        const DWORD type = style & BS_TYPEMASK;
-        return type == BS_AUTOCHECKBOX ? "check box"
-               : type == BS_GROUPBOX   ? "group"
-               : type == BS_PUSHBUTTON ? "button"
-                                       : "?";
-    }
-    if (control.kind == "combobox" && (style & 3) == CBS_DROPDOWNLIST && !(style & CBS_SORT) &&
-        style & WS_VSCROLL && control.area.bottom - control.area.top >= 5 * kPopupHeight)
-        return "popup";
+    const DWORD style = control.style, type = style & (control.kind == "button" ? BS_TYPEMASK : SS_TYPEMASK);
     // Arrow keys in the buddy move the arrows; the page writes the number itself, and a buddy's text that the
     // arrows write would undo that.
-    if (control.kind == "msctls_updown32" && style & UDS_ARROWKEYS && style & UDS_AUTOBUDDY &&
-        !(style & UDS_SETBUDDYINT))
-        return "spin";
-    return control.kind == "msctls_trackbar32" ? "slider"
-           : control.kind == "systabcontrol32" ? "tabs"
-                                               : control.kind;
+    const bool isSpin = style & UDS_ARROWKEYS && style & UDS_AUTOBUDDY && !(style & UDS_SETBUDDYINT);
+    const bool isPopup = (style & 3) == CBS_DROPDOWNLIST && !(style & CBS_SORT) && style & WS_VSCROLL &&
+                         control.area.bottom - control.area.top >= 5 * kPopupHeight;
+    const struct
+    {
+        const char* windowClass;
+        bool fits;
+        const char* kind;
+    } kinds[] = {{"static", type <= SS_RIGHT, "label"},
+                 {"static", type == SS_BITMAP, "picture"},
+                 {"static", type == SS_OWNERDRAW, "bar"},
+                 {"static", true, "rule"},
+                 {"button", type == BS_AUTOCHECKBOX, "check box"},
+                 {"button", type == BS_GROUPBOX, "group"},
+                 {"button", type == BS_PUSHBUTTON, "button"},
+                 {"combobox", isPopup, "popup"},
+                 {"msctls_updown32", isSpin, "spin"},
+                 {"msctls_trackbar32", true, "slider"},
+                 {"systabcontrol32", true, "tabs"}};
+    for (const auto& [windowClass, fits, kind] : kinds)
+        if (fits && control.kind == windowClass) return kind;
+    return control.kind;
 }
 
 bool ShowsText(const TemplateControl& control)
@@ -95,19 +91,11 @@ bool ShowsText(const TemplateControl& control)
     return kind == "label" || kind == "check box" || kind == "group" || kind == "button";
 }
 
-struct Requirement
-{
-    int id;
-    std::string kind; // empty for any that shows a text
-};
+using Requirements = std::vector<std::pair<int, std::string>>; // id and kind; an empty one shows a text
 
 // Controls that no table names: the pages' own rules look them up.
 // clang-format off
-const struct
-{
-    int position;
-    std::vector<Requirement> controls;
-} kNamedByRules[] = {
+const std::pair<int, Requirements> kNamedByRules[] = {
     {0, {{IDC_MAIN_SIZE_LABEL, "label"}, {IDC_MAIN_OEM_LOGO, "picture"}, {IDC_MAIN_BORDERLESS, "check box"}}},
     {3, {{IDC_CONSUMPTION_TABS, "tabs"}, {IDC_CONSUMPTION_RESET, "button"}, {IDC_CONSUMPTION_SIMULATE, "check box"}}},
     {4, {{IDC_INK_BRIGHT_C_CAPTION, "label"}, {IDC_INK_BRIGHT_C_PICTURE, "picture"},
@@ -119,34 +107,30 @@ const struct
 };
 // clang-format on
 
-std::vector<Requirement> Required(int position)
+Requirements Required(int position)
 {
-    std::vector<Requirement> all;
-    for (const auto& rule : kNamedByRules)
-        if (rule.position == position) all = rule.controls;
+    Requirements all;
+    for (const auto& [page, controls] : kNamedByRules)
+        if (page == position) all = controls;
     if (position == kPane)
         for (const PaneLine& line : kPaneLineTable)
             all.insert(all.end(), {{line.barId, "bar"}, {line.numberId, "label"}, {line.nameId, "label"}});
     if (position < 0) return all;
 
-    const PageKind& page = kPageKindTable[position];
-    all.push_back({page.centringControl, ""});
+    all.emplace_back(kPageKindTable[position].centringControl, "");
     for (const PageLabel& label : PageLabels(position))
-        all.push_back({label.controlId, ""});
-    for (const PopupBinding& popup : kPopupTable)
-        if (popup.tabBit == page.tabBit && popup.controlId) all.push_back({popup.controlId, "popup"});
-    for (const ControlBinding& slider : kSliderTable) {
-        if (slider.tabBit != page.tabBit) continue;
-        all.push_back({slider.sliderId, "slider"});
-        if (slider.labelId) all.push_back({slider.labelId, "label"});
+        all.emplace_back(label.controlId, "");
+    for (const PageControl& control : PageControls()) {
+        if (control.page != PageOfTab(kPageKindTable[position].tabBit) || kNowhere.contains(control.id))
+            continue;
+        all.emplace_back(control.id, control.slider     ? "slider"
+                                     : control.number   ? "edit"
+                                     : control.checkBox ? "check box"
+                                                        : "popup");
+        if (control.slider && control.slider->labelId) all.emplace_back(control.slider->labelId, "label");
+        if (control.number) all.emplace_back(control.number->spinId, "spin");
     }
-    for (const NumberFieldBinding& field : kNumberFieldTable)
-        if (field.tabBit == page.tabBit)
-            all.insert(all.end(), {{field.editId, "edit"}, {field.spinId, "spin"}});
-    for (const CheckBoxBinding& box : kCheckBoxTable)
-        if (box.tabBit == page.tabBit && !kNowhere.contains(box.controlId))
-            all.push_back({box.controlId, "check box"});
-    for (int row = 0; page.tabBit == kScreenPrintingPage && row < kCartridgeRows; ++row)
+    for (int row = 0; position == 5 && row < kCartridgeRows; ++row)
         all.insert(all.end(), {{kCartridgeIconIds[row], "picture"}, {kCartridgeNameIds[row], "label"}});
     return all;
 }
@@ -164,12 +148,10 @@ INSTANTIATE_TEST_SUITE_P(All, DialogTemplates, testing::ValuesIn(kPages),
 TEST_P(DialogTemplates, HoldEveryControlThatThePagesLookUp)
 {
     for (const auto& [id, kind] : Required(page.position)) {
-        const TemplateControl* control = dialog.Find(id);
-        ASSERT_EQ(page.number == IDD_MAIN_REDUCED && kNotOnReducedMain.contains(id), !control)
+        const TemplateControl* const control = dialog.Find(id);
+        EXPECT_EQ(page.number == IDD_MAIN_REDUCED && kNotOnReducedMain.contains(id), !control) << id;
+        EXPECT_TRUE(!control || (kind.empty() ? ShowsText(*control) : kind == KindOf(*control)))
             << id << " " << kind;
-        if (!control) continue;
-        EXPECT_TRUE(kind.empty() ? ShowsText(*control) : kind == KindOf(*control))
-            << id << " " << KindOf(*control);
     }
     for (const int id : kNowhere)
         EXPECT_FALSE(dialog.Find(id)) << id;
@@ -208,12 +190,9 @@ TEST_P(DialogTemplates, NameEveryControlForAScreenReader)
         } else if (kind == "spin") {
             EXPECT_EQ("edit", kindBefore); // its buddy
         } else if (kind == "popup" || kind == "slider" || kind == "edit" || kind == "tabs") {
-            const bool sharesTheLabel = before && ShareAPlace(page.position, before->id, control.id);
-            EXPECT_TRUE(sharesTheLabel || kindBefore == "label");
-            if (kindBefore == "label") {
-                EXPECT_FALSE(before->text.empty());
-                EXPECT_TRUE(NamesAControl(page, *before));
-            }
+            ASSERT_TRUE(before);
+            EXPECT_TRUE(ShareAPlace(page.position, before->id, control.id) ||
+                        (kindBefore == "label" && !before->text.empty() && NamesAControl(page, *before)));
         } else if (kind == "picture" || kind == "rule") {
             continue; // says nothing
         }
@@ -308,49 +287,49 @@ const StringRow& Row(std::string_view key)
                          [key](const StringRow& row) { return row.key == key; });
 }
 
-Text Formatted(const char* format, int value)
-{
-    char text[32];
-    std::snprintf(text, sizeof text, format, value);
-    return Wide(text);
-}
-
 // The texts that a control shows at run time, widest cases included.
 std::vector<Text> RuntimeTexts(int position, int id)
 {
     std::vector<Text> texts;
     const auto both = [&texts](std::string_view key) {
-        texts.push_back(Wide(Row(key).english.data()));
-        texts.push_back(Wide(Row(key).german));
+        texts.insert(texts.end(), {Wide(Row(key).english.data()), Wide(Row(key).german)});
     };
+    const struct
+    {
+        int position, id;
+        const WCHAR* text;
+    } widest[] = {
+        {kPane, IDC_PANE_SUM, TEXT("999999")},
+        {kInformation, IDC_INFORMATION_VERSION, TEXT("Version: 10.0.22621.1234567890123")},
+        {kInformation, IDC_INFORMATION_MODULE_VERSIONS,
+         TEXT("[ drv: 10.0.22621.12345678 / pscript: 10.0.22621.12345678 / psui: 10.0.22621.12345678 ]")},
+        {0, IDC_MAIN_SIZE_LABEL, TEXT("(1118 x 15000 mm)")},
+    };
+    for (const auto& row : widest)
+        if (row.position == position && row.id == id) texts.emplace_back(row.text);
     if (position == kPane) {
         if (std::ranges::count(kPaneLineTable, id, &PaneLine::nameId))
             for (const StringRow& row : kStringTable)
                 if (row.key.starts_with("to_ink_")) both(row.key);
         if (id == IDC_PANE_SUM_CAPTION) both("wtxt_counter_total");
-        if (id == IDC_PANE_SUM) texts.push_back(TEXT("999999"));
-        if (std::ranges::count(kPaneLineTable, id, &PaneLine::numberId)) texts.push_back(TEXT("99999"));
+        if (std::ranges::count(kPaneLineTable, id, &PaneLine::numberId)) texts.emplace_back(TEXT("99999"));
     }
-    if (position == kInformation && id == IDC_INFORMATION_VERSION)
-        texts.push_back(TEXT("Version: 10.0.22621.1234567890123"));
-    if (position == kInformation && id == IDC_INFORMATION_MODULE_VERSIONS)
-        texts.push_back(
-            TEXT("[ drv: 10.0.22621.12345678 / pscript: 10.0.22621.12345678 / psui: 10.0.22621.12345678 ]"));
     if (position < 0) return texts;
 
-    const DWORD tabBit = kPageKindTable[position].tabBit;
     for (const PageLabel& label : PageLabels(position))
         if (label.controlId == id) both(label.key);
     for (const ControlBinding& slider : kSliderTable)
-        if (slider.tabBit == tabBit && slider.labelId == id)
-            for (const int end : {slider.minimum, slider.maximum})
-                texts.push_back(Formatted(slider.format, DisplayValue(slider, end)));
-    if (position == 0 && id == IDC_MAIN_SIZE_LABEL) texts.push_back(TEXT("(1118 x 15000 mm)"));
+        if (slider.tabBit == kPageKindTable[position].tabBit && slider.labelId == id)
+            for (const int end : {slider.minimum, slider.maximum}) {
+                char text[32];
+                std::snprintf(text, sizeof text, slider.format, DisplayValue(slider, end));
+                texts.push_back(Wide(text));
+            }
     if (position == 4 && id == IDC_INK_BRIGHT_C_CAPTION) {
         both("label_ctrl_brcyan");
         both("label_ctrl_brinks");
     }
-    if (position == 5 && std::count(kCartridgeNameIds.begin(), kCartridgeNameIds.end(), id))
+    if (position == 5 && std::ranges::count(kCartridgeNameIds, id))
         for (const CartridgeColor& color : kCartridgeColorTable)
             texts.emplace_back(color.code);
     return texts;
@@ -381,11 +360,6 @@ bool Fits(const TemplateControl& control, const Text& text)
     return text.empty() || DialogTextWidth(text) + surroundings <= width;
 }
 
-std::string Narrow(const Text& text)
-{
-    return {text.begin(), text.end()}; // for messages only
-}
-
 TEST_P(DialogTemplates, ShowGermanTextsAndHaveRoomForBothLanguages)
 {
     for (const TemplateControl& control : dialog.controls) {
@@ -393,7 +367,8 @@ TEST_P(DialogTemplates, ShowGermanTextsAndHaveRoomForBothLanguages)
         std::vector<Text> texts = RuntimeTexts(page.position, control.id);
         texts.push_back(control.text);
         for (const Text& text : texts)
-            EXPECT_TRUE(Fits(control, text)) << control.id << " cuts \"" << Narrow(text) << "\"";
+            EXPECT_TRUE(Fits(control, text))
+                << control.id << " cuts " << std::string(text.begin(), text.end());
         for (const PageLabel& label : PageLabels(std::max(page.position, 0)))
             EXPECT_TRUE(page.position < 0 || label.controlId != control.id ||
                         Wide(Row(label.key).german) == control.text)
@@ -448,86 +423,68 @@ TEST(ConsumptionPane, HasTwelveEqualLinesThatFitBothPages)
     }
 }
 
-struct Picture
+// Palette entries, with their colours in the lower three bytes, from the lowest row up; none when the
+// resource is no picture of this size.
+std::vector<DWORD> PixelsOf(int number, SIZE expected)
 {
+    const HMODULE module = GetModuleHandleW(nullptr);
+    const HRSRC resource = FindResourceW(module, MAKEINTRESOURCEW(number), MAKEINTRESOURCEW(2)); // RT_BITMAP
+    const size_t size = resource ? SizeofResource(module, resource) : 0;
     BITMAPINFOHEADER header{};
-    RGBQUAD palette[256]{};
-    std::vector<BYTE> pixels; // palette entries from the lowest row up; empty when there is no whole picture
-
-    explicit Picture(int number)
-    {
-        const HMODULE module = GetModuleHandleW(nullptr);
-        const HRSRC resource =
-            FindResourceW(module, MAKEINTRESOURCEW(number), MAKEINTRESOURCEW(2)); // RT_BITMAP
-        const size_t size = resource ? SizeofResource(module, resource) : 0;
-        if (size < sizeof header) return;
-        const BYTE* const data = static_cast<const BYTE*>(LockResource(LoadResource(module, resource)));
-        std::memcpy(&header, data, sizeof header);
-        const size_t bits = header.biBitCount;
-        const size_t colors = header.biClrUsed ? header.biClrUsed : size_t{1} << bits;
-        const size_t width = static_cast<size_t>(header.biWidth), rowBytes = (width * bits + 31) / 32 * 4;
-        const size_t rows = static_cast<size_t>(header.biHeight);
-        if ((bits != 4 && bits != 8) || colors > std::size(palette) ||
-            size != sizeof header + colors * sizeof palette[0] + rows * rowBytes)
-            return;
-        std::memcpy(palette, data + sizeof header, colors * sizeof palette[0]);
-        const BYTE* const packed = data + sizeof header + colors * sizeof palette[0];
-        for (size_t row = 0; row < rows; ++row)
-            for (size_t x = 0; x < width; ++x) {
-                const BYTE byte = packed[row * rowBytes + x * bits / 8];
-                const int entry = bits == 8 ? byte : x % 2 == 0 ? byte >> 4 : byte & 15;
-                pixels.push_back(static_cast<BYTE>(entry));
-            }
-    }
-};
-
-COLORREF Color(const RGBQUAD& entry)
-{
-    return RGB(entry.rgbRed, entry.rgbGreen, entry.rgbBlue);
+    if (size < sizeof header) return {};
+    const BYTE* const data = static_cast<const BYTE*>(LockResource(LoadResource(module, resource)));
+    std::memcpy(&header, data, sizeof header);
+    const size_t bits = header.biBitCount, width = static_cast<size_t>(expected.cx);
+    const size_t colors = header.biClrUsed ? header.biClrUsed : size_t{1} << bits;
+    const size_t rowBytes = (width * bits + 31) / 32 * 4, rows = static_cast<size_t>(expected.cy);
+    const BYTE* const palette = data + sizeof header; // blue, green, red and a byte without a meaning
+    const BYTE* const packed = palette + 4 * colors;
+    if (header.biWidth != expected.cx || header.biHeight != expected.cy || header.biCompression != BI_RGB ||
+        (bits != 4 && bits != 8) || size != sizeof header + 4 * colors + rows * rowBytes)
+        return {};
+    std::vector<DWORD> pixels;
+    for (size_t row = 0; row < rows; ++row)
+        for (size_t x = 0; x < width; ++x) {
+            const size_t byte = packed[row * rowBytes + x * bits / 8];
+            const size_t entry = bits == 8 ? byte : x % 2 == 0 ? byte >> 4 : byte & 15;
+            const BYTE* const color = palette + 4 * entry;
+            pixels.push_back(static_cast<DWORD>(entry << 24) | RGB(color[2], color[1], color[0]));
+        }
+    return pixels;
 }
-
-// A picture and a control that shows it.
-struct Shown
-{
-    int number;
-    SIZE size;
-    const TemplateControl* control;
-};
 
 TEST(Pictures, HaveTheirSizesAndLeaveTheirOutsideToTheSystem)
 {
+    struct Shown
+    {
+        int picture;
+        SIZE size;
+        TemplateControl control;
+    };
     const SIZE cartridge{20, 16};
     const DialogPage information = ReadDialogPage(IDD_INFORMATION),
                      screenPrinting = ReadDialogPage(IDD_SCREEN_PRINTING);
-    std::vector<Shown> pictures{{IDB_MAKER_LOGO, {116, 23}, information.Find(IDC_INFORMATION_MAKER_LOGO)},
-                                {IDB_PRODUCT_LOGO, {180, 38}, information.Find(IDC_INFORMATION_PRODUCT_LOGO)},
-                                {IDB_INFORMATION, {128, 64}, information.Find(IDC_INFORMATION_PICTURE)}};
+    std::vector<Shown> all{{IDB_MAKER_LOGO, {116, 23}, *information.Find(IDC_INFORMATION_MAKER_LOGO)},
+                           {IDB_PRODUCT_LOGO, {180, 38}, *information.Find(IDC_INFORMATION_PRODUCT_LOGO)},
+                           {IDB_INFORMATION, {128, 64}, *information.Find(IDC_INFORMATION_PICTURE)}};
     for (const CartridgeColor& color : kCartridgeColorTable)
         for (const int icon : kCartridgeIconIds)
-            pictures.push_back({color.picture, cartridge, screenPrinting.Find(icon)});
-    std::vector<DialogPage> dialogs;
+            all.push_back({color.picture, cartridge, *screenPrinting.Find(icon)});
     for (const Page& page : kPages)
-        if (page.position >= 0) dialogs.push_back(ReadDialogPage(page.number));
-    for (const DialogPage& dialog : dialogs)
-        for (const TemplateControl& control : dialog.controls)
-            if (control.picture) pictures.push_back({control.picture, cartridge, &control});
-
-    for (const Shown& shown : pictures) {
-        SCOPED_TRACE(shown.number);
-        const Picture picture(shown.number);
-        EXPECT_EQ(shown.size.cx, picture.header.biWidth);
-        EXPECT_EQ(shown.size.cy, picture.header.biHeight);
-        EXPECT_EQ(DWORD{BI_RGB}, DWORD{picture.header.biCompression});
+        for (const TemplateControl& control : ReadDialogPage(page.number).controls)
+            if (control.picture) all.push_back({control.picture, cartridge, control});
+    for (const auto& [number, size, control] : all) {
+        SCOPED_TRACE(number);
+        const std::vector<DWORD> pixels = PixelsOf(number, size);
+        ASSERT_FALSE(pixels.empty());
         // The control is wide enough even where a dialog unit is smallest.
-        EXPECT_LE(shown.size.cx, (shown.control->area.right - shown.control->area.left) * 6 / 4);
-        EXPECT_LE(shown.size.cy, (shown.control->area.bottom - shown.control->area.top) * 13 / 8);
-        ASSERT_EQ(static_cast<size_t>(shown.size.cx) * shown.size.cy, picture.pixels.size());
+        EXPECT_LE(size.cx, (control.area.right - control.area.left) * 6 / 4);
+        EXPECT_LE(size.cy, (control.area.bottom - control.area.top) * 13 / 8);
         // The first pixel's colour becomes the system's; no other greys that the system maps may occur.
-        const BYTE outside = picture.pixels[0];
-        const std::set<COLORREF> mapped{RGB(128, 128, 128), RGB(192, 192, 192), RGB(223, 223, 223),
-                                        Color(picture.palette[outside])};
-        for (const BYTE pixel : std::set<BYTE>(picture.pixels.begin(), picture.pixels.end()))
-            EXPECT_TRUE(pixel == outside || !mapped.contains(Color(picture.palette[pixel]))) << int{pixel};
+        const std::set<DWORD> mapped{RGB(128, 128, 128), RGB(192, 192, 192), RGB(223, 223, 223),
+                                     pixels[0] & 0xFFFFFF};
+        for (const DWORD pixel : std::set<DWORD>(pixels.begin(), pixels.end()))
+            EXPECT_TRUE(pixel == pixels[0] || !mapped.contains(pixel & 0xFFFFFF)) << std::hex << pixel;
     }
 }
 

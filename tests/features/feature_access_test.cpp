@@ -47,17 +47,14 @@ TEST_F(FeatureTest, SettingAnOptionSendsOnePairAndKeepsConflictingSelections)
 TEST_F(FeatureTest, ReadingAFeatureAsksOnce)
 {
     core.Offer("PageSize", "A4 Letter", "Letter");
-    char option[4] = {'x', 'x', 'x', 'x'};
+    std::string option(12, 'x');
     int value = 77;
-    EXPECT_EQ(S_OK, getPPDOptionSV(context, "PageSize", &value, option, 4));
-    EXPECT_STREQ("Let", option);
-    char roomy[12];
-    std::memset(roomy, 'x', sizeof roomy);
-    EXPECT_EQ(S_OK, getPPDOptionSV(context, "PageSize", &value, roomy, 12));
-    EXPECT_EQ(std::string("Letter\0\0\0\0\0\0", 12), std::string(roomy, 12));
-    EXPECT_EQ(E_FAIL, getPPDOptionSV(context, "halvGone", &value, roomy, 12));
+    EXPECT_EQ(S_OK, getPPDOptionSV(context, "PageSize", &value, option.data(), 4));
+    EXPECT_EQ(std::string("Let\0xxxxxxxx", 12), option);
+    EXPECT_EQ(S_OK, getPPDOptionSV(context, "PageSize", &value, option.data(), 12));
+    EXPECT_EQ(E_FAIL, getPPDOptionSV(context, "halvGone", &value, option.data(), 12));
+    EXPECT_EQ(std::string("Letter\0\0\0\0\0\0", 12), option);
     EXPECT_EQ(77, value);
-    EXPECT_STREQ("Letter", roomy);
     EXPECT_EQ(
         (Strings{"GetOptions PageSize|| 1024", "GetOptions PageSize|| 1024", "GetOptions halvGone|| 1024"}),
         core.calls);

@@ -65,17 +65,13 @@ TEST_F(FeatureTest, TheInitialReadTurnsOptionsIntoPositionsStatesAndNumbers)
     EXPECT_EQ(0, positions[kSliderGamut]);
     EXPECT_EQ(214748364, positions[kSliderUcr]);
     EXPECT_EQ(-9, positions[kSliderRefLight]) << "its fallback of 3 lies below the base of 50";
-    EXPECT_EQ(2, positions[kSliderBorderlessExpand]) << "its fallback";
     EXPECT_EQ(260, Current().sliders[kSliderScreenInksaturation]);
-
     const auto& boxes = Current().checkBoxes;
     EXPECT_EQ(1, boxes[kCheckColorGamma]) << "no feature of the PPD";
     EXPECT_EQ(1, boxes[kCheckPreview]);
-    EXPECT_EQ(0, boxes[kCheckCartridge0]);
     EXPECT_EQ(3, boxes[kCheckCartridge0 + 1]);
     EXPECT_EQ(kCheckBoxMissing, boxes[kCheckCartridge0 + 2]);
     EXPECT_EQ(kCheckBoxMissing, boxes[kCheckCartridge0 + 11]);
-
     EXPECT_EQ(455, context.numberFields.values[0]);
     EXPECT_EQ(2147483647, context.numberFields.values[1]);
 }

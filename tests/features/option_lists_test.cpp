@@ -195,32 +195,5 @@ TEST_F(OptionListTest, ListsThatLieAreReadWithinTheirBytes)
     EXPECT_EQ(80, core.Count("GetOptionAttribute PageSize")) << "no name is asked for beyond the list";
 }
 
-TEST_F(OptionListTest, AnExhaustedHeapStopsTheReadAndLosesNothing)
-{
-    core.Offer("MediaType", "a b c d e f g h i", "i");
-    core.Offer("PageSize", "A4 Letter", "Letter");
-    for (const std::string& option : core.features["MediaType"].options)
-        core.answers["GetOptionAttribute MediaType " + option] = {S_OK,
-                                                                  FakeCore::BytesOf(WideString(511, 'n'))};
-
-    // Every allocation in its order; those that do not change the result are trace lines.
-    HeapWatch watch;
-    std::vector<HRESULT> failures;
-    for (int nth = 1;; ++nth) {
-        *table = {};
-        context.popups = {};
-        const int before = watch.Allocations();
-        watch.FailAllocation(nth);
-        const HRESULT result = getPPDComboOptions(context);
-        if (watch.Allocations() - before < nth) break; // nothing was left to fail
-        if (result == S_OK) continue;
-        failures.push_back(result);
-        EXPECT_EQ(0, Selection(kPopupScreenMode)) << "rows after the failure stay empty";
-        EXPECT_EQ(Strings{}, Keywords(kPopupPageSize));
-    }
-    // The first block of names, the media types, the second block of names, the page sizes.
-    EXPECT_EQ((std::vector<HRESULT>{E_OUTOFMEMORY, E_FAIL, E_OUTOFMEMORY, E_FAIL}), failures);
-}
-
 } // namespace
 } // namespace tintwerk

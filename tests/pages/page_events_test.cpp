@@ -85,20 +85,18 @@ TEST_F(PageEvents, WarnAboutAnIncompleteProfileOncePerChoice)
 {
     MessageBoxes boxes;
     sheet.Open(kMain);
-    sheet.Choose(kMain, 1073, 2);
-    ASSERT_EQ(1u, boxes.shown.size());
+    // An incomplete profile, another popup, chosen again, a complete profile.
+    for (const auto& [popup, item, warnings] :
+         {std::tuple{1073, 2, 1u}, {1072, 0, 1u}, {1073, 2, 2u}, {1073, 1, 2u}}) {
+        sheet.Choose(kMain, popup, item);
+        ASSERT_EQ(warnings, boxes.shown.size());
+    }
     EXPECT_EQ(sheet.sheet, boxes.shown[0].owner);
     EXPECT_EQ(TEXT("Attention:"), boxes.shown[0].caption);
     EXPECT_EQ(TEXT("You have chosen an incomplete media profile without color data! This profile should only "
                    "be used for printing color charts!"),
               boxes.shown[0].text);
     EXPECT_EQ(static_cast<UINT>(MB_OK | MB_ICONWARNING | MB_SYSTEMMODAL), boxes.shown[0].type);
-    sheet.Choose(kMain, 1072, 0);
-    EXPECT_EQ(1u, boxes.shown.size()) << "another popup";
-    sheet.Choose(kMain, 1073, 2);
-    EXPECT_EQ(2u, boxes.shown.size()) << "chosen again";
-    sheet.Choose(kMain, 1073, 1);
-    EXPECT_EQ(2u, boxes.shown.size()) << "a complete profile";
 }
 
 TEST_F(PageEvents, ColourModelHalftoneAndColourGammaDecideAboutOtherControls)
@@ -171,18 +169,14 @@ TEST_F(PageEvents, WhatMediaAndColourModelRuleOutStaysOffWhateverScreenPrintingD
 
 TEST_F(PageEvents, SimulatingTheNextJobLeavesTheScreenPrintingModeAlone)
 {
-    Current().checkBoxes[kCheckScreenPrinting] = 1;
-    sheet.core.features["halvScreenmode"].keyword.clear();
-    sheet.Read();
-    const int stored = Current().checkBoxes[kCheckScreenPrinting];
     sheet.Open(kColors);
     sheet.sheetPages[2] = sheet.Page(kColors);
     sheet.Open(kConsumption);
-    const bool enabled = Enabled(sheet.Control(kColors, 1111));
-    for (const bool simulate : {true, false})
+    for (const bool simulate : {true, false}) { // a box of the same number
         sheet.Check(kConsumption, 1118, simulate);
-    EXPECT_EQ(stored, Current().checkBoxes[kCheckScreenPrinting]);
-    EXPECT_EQ(enabled, Enabled(sheet.Control(kColors, 1111)));
+        EXPECT_EQ(0, Current().checkBoxes[kCheckScreenPrinting]);
+        EXPECT_TRUE(Enabled(sheet.Control(kColors, 1111)));
+    }
 }
 
 TEST_F(PageEvents, ResetButtonZeroesTheCounters)

@@ -2,6 +2,7 @@
 // printer properties beside them), pages, titles, records, trace lines and failures.
 #include "tests/sheets/sheet_fixture.h"
 
+#include <array>
 #include <cstdio>
 #include <tuple>
 
@@ -24,17 +25,11 @@ std::string Hex(const void* pointer)
     return text;
 }
 
-class DocumentSheet : public SheetTest
-{
-protected:
-    const struct
-    {
-        decltype(&hrOEMDocumentPropertySheets) entry;
-        std::string name;
-        Text title;
-    } kSheets[2] = {{&hrOEMDocumentPropertySheets, "hrOEMDocumentPropertySheets", TEXT("Print")},
-                    {&hrOEMDevicePropertySheets, "hrOEMDevicePropertySheets", TEXT("INFO Page")}};
-};
+using DocumentSheet = SheetTest;
+
+const std::tuple<decltype(&hrOEMDocumentPropertySheets), std::string, Text> kSheets[] = {
+    {&hrOEMDocumentPropertySheets, "hrOEMDocumentPropertySheets", TEXT("Print")},
+    {&hrOEMDevicePropertySheets, "hrOEMDevicePropertySheets", TEXT("INFO Page")}};
 
 TEST_F(DocumentSheet, RefusesACallWithoutInfoOrOfAnotherVersion)
 {
@@ -42,14 +37,14 @@ TEST_F(DocumentSheet, RefusesACallWithoutInfoOrOfAnotherVersion)
     other.Version = 0x101;
     other.Reason = PROPSHEETUI_REASON_GET_ICON;
     other.Result = 77;
-    for (const auto& kind : kSheets) {
+    for (const auto& [entry, name, title] : kSheets) {
         for (PROPSHEETUI_INFO* info : {static_cast<PROPSHEETUI_INFO*>(nullptr), &other}) {
             SetLastError(0);
-            EXPECT_EQ(E_FAIL, kind.entry(info, 0x1234, &core));
+            EXPECT_EQ(E_FAIL, entry(info, 0x1234, &core));
             EXPECT_EQ(static_cast<DWORD>(ERROR_INVALID_PARAMETER), GetLastError());
-            EXPECT_EQ("", MissingLine(trace.Take(),
-                                      {"UI:  " + kind.name + "(" + Hex(info) + ", 0x1234) entry\r\n",
-                                       "ERROR UI:  " + kind.name + "() ERROR_INVALID_PARAMETER.\r\n"}));
+            EXPECT_EQ("",
+                      MissingLine(trace.Take(), {"UI:  " + name + "(" + Hex(info) + ", 0x1234) entry\r\n",
+                                                 "ERROR UI:  " + name + "() ERROR_INVALID_PARAMETER.\r\n"}));
         }
     }
     EXPECT_EQ(77u, other.Result);
@@ -60,41 +55,32 @@ TEST_F(DocumentSheet, AnswersTheReasonsBesideOpening)
     PROPSHEETUI_INFO_HEADER header{};
     SETRESULT_INFO result{};
     result.Result = 3;
-    const struct
-    {
-        int reason;
-        LPARAM lParam;
-        HRESULT returned; // by the document sheet; the other one answers S_OK
-        ULONG_PTR results[2];
-    } cases[] = {{PROPSHEETUI_REASON_GET_INFO_HEADER, reinterpret_cast<LPARAM>(&header), 1, {1, 1}},
-                 {PROPSHEETUI_REASON_GET_INFO_HEADER, 0, 1, {1, 1}},
-                 {PROPSHEETUI_REASON_DESTROY, 0, 1, {1, 1}},
-                 {PROPSHEETUI_REASON_SET_RESULT, reinterpret_cast<LPARAM>(&result), 0, {3, 3}},
-                 {PROPSHEETUI_REASON_SET_RESULT, 0, 0, {77, 77}},
-                 {PROPSHEETUI_REASON_GET_ICON, 0, 1, {0, 0}},
-                 {5, 0, 1, {77, 1}}};
+    // What the document sheet returns (the other one S_OK), and the results of both.
+    const std::tuple<int, LPARAM, HRESULT, std::array<ULONG_PTR, 2>> cases[] = {
+        {PROPSHEETUI_REASON_GET_INFO_HEADER, reinterpret_cast<LPARAM>(&header), 1, {1, 1}},
+        {PROPSHEETUI_REASON_GET_INFO_HEADER, 0, 1, {1, 1}},
+        {PROPSHEETUI_REASON_DESTROY, 0, 1, {1, 1}},
+        {PROPSHEETUI_REASON_SET_RESULT, reinterpret_cast<LPARAM>(&result), 0, {3, 3}},
+        {PROPSHEETUI_REASON_SET_RESULT, 0, 0, {77, 77}},
+        {PROPSHEETUI_REASON_GET_ICON, 0, 1, {0, 0}},
+        {5, 0, 1, {77, 1}}};
     for (const int kind : {0, 1}) {
         TestSheet sheet(&core, core.object);
-        sheet.entry = kSheets[kind].entry;
-        for (const auto& row : cases) {
+        sheet.entry = std::get<0>(kSheets[kind]);
+        for (const auto& [reason, lParam, returned, results] : cases) {
             sheet.info.Result = 77;
-            EXPECT_EQ(kind ? S_OK : row.returned, sheet.Call(row.reason, row.lParam)) << row.reason;
-            EXPECT_EQ(row.results[kind], sheet.info.Result) << kind << row.reason;
+            EXPECT_EQ(kind ? S_OK : returned, sheet.Call(reason, lParam)) << reason;
+            EXPECT_EQ(results[static_cast<size_t>(kind)], sheet.info.Result) << kind << reason;
         }
-        EXPECT_EQ(kSheets[kind].title, header.pTitle);
+        EXPECT_EQ(std::get<2>(kSheets[kind]), header.pTitle);
     }
     EXPECT_TRUE(trace.Contains(TEXT("PROPSHEET - REASON SET RESULT\n")));
 }
 
 TEST_F(DocumentSheet, ChoosesItsPagesByWindowsVersionAndGuiMode)
 {
-    const struct
-    {
-        DWORD major, minor;
-        const char* guiMode;
-        bool screenPrinting;
-        const char* pages;
-    } cases[] = {
+    // Windows, the PPD's GUI mode, whether it knows screen printing, and the pages.
+    const std::tuple<DWORD, DWORD, const char*, bool, std::string> cases[] = {
         {10, 0, nullptr, false, "193 layout 189 192 191 190 advanced"},
         {10, 0, nullptr, true, "193 layout 189 192 191 190 229 advanced"},
         {6, 1, "oem0", true, "193 layout 189 192 191 190 229 advanced"},
@@ -111,15 +97,14 @@ TEST_F(DocumentSheet, ChoosesItsPagesByWindowsVersionAndGuiMode)
         {6, 0, "oem1", true, "149 layout advanced"},
         {5, 2, "oem2", false, "149 layout 107 advanced"},
     };
-    for (const auto& row : cases) {
-        SetWindowsVersion(row.major, row.minor);
+    for (const auto& [major, minor, guiMode, screenPrinting, pages] : cases) {
+        SetWindowsVersion(major, minor);
         core.features.clear();
-        if (row.guiMode) core.features.push_back(Feature("halvGuiMode", row.guiMode));
-        if (row.screenPrinting) core.features.push_back(Feature("halvScreenmode", "off"));
+        if (guiMode) core.features.push_back(Feature("halvGuiMode", guiMode));
+        if (screenPrinting) core.features.push_back(Feature("halvScreenmode", "off"));
         TestSheet sheet(&core, core.object);
         EXPECT_EQ(1, sheet.Open());
-        EXPECT_EQ(row.pages, sheet.Pages())
-            << row.major << "." << row.minor << " " << (row.guiMode ? row.guiMode : "-");
+        EXPECT_EQ(pages, sheet.Pages()) << major << "." << minor << " " << (guiMode ? guiMode : "-");
     }
 }
 

@@ -59,34 +59,25 @@ TEST_F(ConstraintsTest, OnlyTheCartridgeForbidsAMediaType)
                            "Mediatype constrained by Feature: 'halvCartridgeType'\n"}));
 }
 
-TEST_F(ConstraintsTest, AnswersThatMakeNoSenseLeaveEverythingAsItIs)
+TEST_F(ConstraintsTest, ARefusedQuestionOrAMissingPopupLeavesEverythingAsItIs)
 {
-    const std::string endless(8192, 'x');
-    const struct
-    {
-        FakeCore::Answer constrained, why; // of the second media type
-    } cases[] = {
-        {{E_OUTOFMEMORY, List({"Paper"})}, {S_OK, List({"halvCartridgeType", "cmyk"})}},
-        {{S_OK, std::string("Film\0Paper", 10)}, {S_OK, List({"halvCartridgeType", "cmyk"})}},
-        {{S_OK, List({"Paper"})}, {S_OK, std::string("halvCartridgeType", 17)}},
-        {{S_OK, List({"Paper"})}, {S_OK, endless, 0xFFFFFFFF}},
-        {{S_OK, endless}, {}},
-    };
-    for (const auto& row : cases) {
-        Popup(kPopupMediaType, "Film Paper", 2);
-        core.answers["EnumConstrainedOptions MediaType"] = row.constrained;
-        core.answers["WhyConstrained MediaType Paper"] = row.why;
+    Popup(kPopupMediaType, "Film Paper", 2);
+    core.answers["WhyConstrained"] = {S_OK, List({"halvCartridgeType", "cmyk"})};
+    for (const FakeCore::Answer& answer : {FakeCore::Answer{E_OUTOFMEMORY, List({"Paper"})},
+                                           {S_OK, std::string("Film\0Paper", 10)}, // of no end
+                                           {S_OK, ""}}) {
+        core.answers["EnumConstrainedOptions"] = answer;
         CheckConstraints(context, kPopupMediaType);
-        EXPECT_EQ((std::vector<int>{1, 2}), Offered(kPopupMediaType));
         EXPECT_EQ(2, context.popups.selections[kPopupMediaType]);
+        Popup(kPopupMediaType, "Film Paper", 2);
     }
-    Fill(kPopupResolution, "a b", 2); // a popup that the page does not have
-    core.answers["EnumConstrainedOptions Resolution"] = {S_OK, List({"b"})};
+    Fill(kPopupResolution, "a b", 2);
+    core.answers["EnumConstrainedOptions"] = {S_OK, List({"b", "Paper"})};
     CheckConstraints(context, kPopupResolution);
     EXPECT_EQ(2, context.popups.selections[kPopupResolution]);
     context.core.helper = nullptr;
     CheckConstraints(context, kPopupMediaType);
-    EXPECT_EQ(2, context.popups.selections[kPopupMediaType]);
+    EXPECT_EQ((std::vector<int>{1, 2}), Offered(kPopupMediaType));
 }
 
 TEST_F(ConstraintsTest, IntentsAndColourModelsFollowTheMedia)
@@ -125,73 +116,6 @@ TEST_F(ConstraintsTest, IntentsAndColourModelsFollowTheMedia)
                            "got MediaMode: 2 - Chart_2\n", "Availabilitycheck - Mediamode = 2\n",
                            "SetItemEnabled: 1/3\n", "SetItemEnabled: 3/3\n",
                            "UI:  \nFILLPOPUP - active= 1 / ''\n"}));
-}
-
-TEST_F(ConstraintsTest, ControlsFollowTheMediaMode)
-{
-    for (int row = 0; row < kSliderRows; ++row)
-        Slider(row);
-    for (const int row : {kPopupCartridge, kPopupMediaType, kPopupResolution, kPopupPageSize, kPopupIntent,
-                          kPopupColorModel, kPopupDithering, kPopupColorspace, kPopupCmykSpace})
-        Combo(row);
-    std::vector<HWND> column;
-    for (const int id : {1201, 1211, 1206, 1192, 1403, 1226})
-        column.push_back(Child(TEXT("STATIC"), 0, id));
-    column.push_back(context.sliders.windows[kSliderBrightM]);
-    context.inkControl = {Child(TEXT("STATIC"), 0, 1191), Child(TEXT("STATIC"), 0, 1238),
-                          Child(TEXT("STATIC"), 0, 1237)};
-    context.pages[4] = page;
-    const auto enabled = [&](int row) { return IsWindowEnabled(context.sliders.windows[row]) != FALSE; };
-
-    for (int mode = 0; mode <= 9; ++mode) {
-        SCOPED_TRACE(mode);
-        Fill(kPopupMediaType, "Media_" + std::to_string(mode), 1);
-        UpdateMediaModeControls(context, 0);
-        EXPECT_EQ(mode >= 4, enabled(kSliderUcr));
-        EXPECT_EQ(mode >= 5, enabled(kSliderBrightC));
-        EXPECT_EQ(mode >= 6, enabled(kSliderBrightM));
-        for (int row = 0; row < kSliderBorderlessExpand; ++row)
-            EXPECT_TRUE(enabled(row) == (mode != 2) || (row >= kSliderUcr && row <= kSliderBrightM)) << row;
-        EXPECT_TRUE(enabled(kSliderBorderlessExpand) && enabled(kSliderScreenInksaturation));
-        for (int row = 0; row < kPopups; ++row)
-            if (context.popups.windows[row]) {
-                const bool always =
-                    row == kPopupMediaType || row == kPopupPageSize || row == kPopupColorModel;
-                EXPECT_EQ(always || mode != 2, IsWindowEnabled(context.popups.windows[row])) << row;
-            }
-        for (const HWND window : column)
-            EXPECT_EQ(mode != 5, Visible(window));
-        EXPECT_EQ(mode != 5, Visible(context.inkControl.brightCyanIcon));
-        EXPECT_EQ(mode == 5, Visible(context.inkControl.photoIcon));
-        EXPECT_EQ(mode == 5 ? TEXT("Bright Inks\nUsage") : TEXT("Bright Cyan\nUsage"),
-                  TextOf(context.inkControl.brightCyanLabel));
-    }
-
-    for (const bool enable : {false, true}) {
-        EnableColorControls(context, enable);
-        for (const int row : {kSliderAdjustK, kSliderAdjustC, kSliderAdjustM, kSliderAdjustY})
-            EXPECT_EQ(enable, enabled(row));
-    }
-    EXPECT_EQ("", Missing({"UI:  colors disabled\n", "UI:  colors enabled\n"}));
-}
-
-TEST_F(ConstraintsTest, TheColourSpacePopupFitsTheColourModel)
-{
-    // clang-format off
-    const struct { const char* models; int selection, stored; bool cmyk; Strings lines; } cases[] = {
-        {"RGB CMYKproof", 2, 2, true, {"colmode=2\n", "colmodename=CMYKproof\n", "CMYK-Mode - CMYKproof\n"}},
-        {"cmyk CMY", 9, 2, false, {"RGB-Mode - CMY\n"}}, {"CMYK", 0, 0, false, {"RGB-Mode - \n"}},
-        {"CMYK%s%n", 1, 1, true, {"CMYK-Mode - CMYK%s%n\n"}},
-    };
-    // clang-format on
-    const HWND spaces[] = {Combo(kPopupColorspace), Combo(kPopupCmykSpace)};
-    for (const auto& row : cases) {
-        Fill(kPopupColorModel, row.models, row.selection);
-        UpdateColorModeControls(context);
-        EXPECT_EQ("", Missing(row.lines));
-        EXPECT_EQ(row.stored, context.popups.selections[kPopupColorModel]) << row.models;
-        EXPECT_TRUE(Visible(spaces[row.cmyk]) && !Visible(spaces[!row.cmyk])) << row.models;
-    }
 }
 
 } // namespace

@@ -75,27 +75,20 @@ TEST_F(PopupTest, HoldsAtMost80Options)
 
 TEST_F(PopupTest, AChoiceWritesTheOptionThatTheItemCarries)
 {
-    const HWND combo = Combo(kPopupMediaType);
-    Fill(kPopupMediaType, "Film Paper Cloth", 3);
-    const int visibility[] = {0, 1, 1};
-    FillPopUp(combo, table->lists[kPopupMediaType].data(), visibility, 3);
-    SendMessageW(combo, CB_SETCURSEL, 0, 0);
-    trace.Take();
+    const HWND combo = Popup(kPopupMediaType, "*Film Paper Cloth", 2);
     EXPECT_TRUE(SetPopupOption(context, kPopupMediaType));
     EXPECT_EQ(2, context.popups.selections[kPopupMediaType]);
-    EXPECT_EQ((Strings{"SetOptions MediaType|Paper||"}), core.calls);
     EXPECT_EQ("", Missing({"UI:  Option '*MediaType' selection is 'Paper'\r\n",
                            "UI:  Selection is entry #2'\r\n", "SetOption 'MediaType'='Paper' result"}));
-
     SendMessageW(combo, CB_SETITEMDATA, 1, 4);
     for (const int item : {-1, 1}) { // no current item, an item beyond the list
-        SendMessageW(combo, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+        Select(kPopupMediaType, item);
         EXPECT_FALSE(SetPopupOption(context, kPopupMediaType));
         EXPECT_EQ(item < 0 ? 0 : 4, context.popups.selections[kPopupMediaType]);
     }
     EXPECT_EQ("", Missing({"No PPD Options for feature available\n"}));
     EXPECT_FALSE(SetPopupOption(context, kPopupCartridge)) << "no window";
-    EXPECT_EQ(1u, core.calls.size());
+    EXPECT_EQ(Strings{"MediaType=Paper"}, core.written);
 }
 
 // The spooler's forms in these tests: any name, of the size set here.

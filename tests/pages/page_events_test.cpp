@@ -6,6 +6,7 @@
 #include <tuple>
 
 #include "src/bindings/sliders.h"
+#include "src/features/constraints.h"
 #include "src/features/popup_filling.h"
 #include "tests/pages/open_sheet.h"
 #include "tests/support/message_boxes.h"
@@ -109,6 +110,9 @@ TEST_F(PageEvents, ColourModelHalftoneAndColourGammaDecideAboutOtherControls)
         EXPECT_EQ(item + 1, sheet.context.popups.selections[kPopupColorModel]);
         EXPECT_EQ(item == 0, Shown(sheet.Control(kColors, 1113))) << item;
         EXPECT_EQ(item != 0, Shown(sheet.Control(kColors, 1112))) << item;
+        const std::string model = std::array{"RGB", "CMYK", "CMYKproof"}[static_cast<size_t>(item)];
+        EXPECT_EQ("", Missing({"colmode=" + std::to_string(item + 1) + "\n", "colmodename=" + model + "\n",
+                               model.substr(0, item ? 4 : 3) + "-Mode - " + model + "\n"}));
         sheet.Choose(kScreenPrinting, 1257, item);
         EXPECT_EQ(item == 0, Shown(sheet.Control(kScreenPrinting, 1244))) << item;
         EXPECT_EQ(item == 0, Shown(sheet.Control(kScreenPrinting, 1274))) << item;
@@ -179,18 +183,70 @@ TEST_F(PageEvents, SimulatingTheNextJobLeavesTheScreenPrintingModeAlone)
     }
 }
 
+TEST_F(PageEvents, ControlsFollowTheMediaMode)
+{
+    for (int position = 0; position < kPageKinds; ++position)
+        sheet.Open(position);
+    SheetContext& context = sheet.context;
+    const auto enabled = [&](int row) { return Enabled(context.sliders.windows[row]); };
+    for (int mode = 0; mode <= 9; ++mode) {
+        SCOPED_TRACE(mode);
+        const std::string media = "Media_" + std::to_string(mode);
+        context.options->lists[kPopupMediaType][1].keyword = media.c_str(); // the selected one
+        UpdateMediaModeControls(context, 0);
+        EXPECT_EQ(mode >= 4, enabled(kSliderUcr));
+        EXPECT_EQ(mode >= 5, enabled(kSliderBrightC));
+        EXPECT_EQ(mode >= 6, enabled(kSliderBrightM));
+        for (int row = 0; row < kSliderBorderlessExpand; ++row)
+            EXPECT_TRUE(enabled(row) == (mode != 2) || (row >= kSliderUcr && row <= kSliderBrightM)) << row;
+        EXPECT_TRUE(enabled(kSliderBorderlessExpand));
+        for (int row = 0; row < kPopupHalftone; ++row)
+            EXPECT_EQ(mode != 2 || row == kPopupMediaType || row == kPopupPageSize || row == kPopupColorModel,
+                      Enabled(context.popups.windows[row]))
+                << row;
+        for (const int id : {1201, 1211, 1206, 1192, 1403, 1226, 1400}) // the bright magenta column
+            EXPECT_EQ(mode != 5, Shown(sheet.Control(kInkControl, id))) << id;
+        EXPECT_EQ(mode != 5, Shown(context.inkControl.brightCyanIcon));
+        EXPECT_EQ(mode == 5, Shown(context.inkControl.photoIcon));
+        EXPECT_EQ(mode == 5 ? TEXT("Bright Inks\nUsage") : TEXT("Bright Cyan\nUsage"),
+                  TextOf(context.inkControl.brightCyanLabel));
+    }
+}
+
+TEST_F(PageEvents, PagesComeUpWhateverTheCoreDriverAnswers)
+{
+    const FakeCore::Answer answers[] = {{S_OK, ""},
+                                        {S_OK, std::string(1, '\0')},
+                                        {S_OK, std::string("A4\0Letter", 9)},
+                                        {S_OK, std::string(20'000, 'x'), 0xFFFFFFFF},
+                                        {S_OK, List({"A4", "Letter"}), 3},
+                                        {S_FALSE, List({"A4"})},
+                                        {E_OUTOFMEMORY, "", 1},
+                                        {E_OUTOFMEMORY, List(std::vector<std::string>(10'000, "option"))}};
+    for (const char* method :
+         {"EnumOptions", "GetOptions", "GetOptionAttribute", "EnumConstrainedOptions", "WhyConstrained"})
+        for (const FakeCore::Answer& answer : answers) {
+            OpenSheet other;
+            other.core.answers["EnumConstrainedOptions"] = {S_OK, List({"Plain_0", "360"})};
+            other.core.answers[method] = answer;
+            for (int position = 0; position < kPageKinds; ++position)
+                other.Open(position);
+            other.Choose(kMain, 1073, 0);
+            EXPECT_TRUE(Shown(other.Control(kMain, 1073))) << method << answer.bytes.size();
+        }
+}
+
 TEST_F(PageEvents, ResetButtonZeroesTheCounters)
 {
     MessageBoxes boxes;
     const TempFile file("events.ink", "LastInk_K=200\n");
     lstrcpyA(sheet.context.inkFilePath, file.path.c_str());
     sheet.Open(kConsumption);
-    boxes.answer = IDCANCEL;
-    sheet.Command(kConsumption, 1214, BN_CLICKED);
-    EXPECT_EQ(TEXT("2"), TextOf(GetDlgItem(sheet.context.pages[kConsumption], 3111)));
-    boxes.answer = IDOK;
-    sheet.Command(kConsumption, 1214, BN_CLICKED);
-    EXPECT_EQ(TEXT("0"), TextOf(GetDlgItem(sheet.context.pages[kConsumption], 3111)));
+    for (const auto& [answer, shown] : {std::pair{IDCANCEL, TEXT("2")}, {IDOK, TEXT("0")}}) {
+        boxes.answer = answer;
+        sheet.Command(kConsumption, 1214, BN_CLICKED);
+        EXPECT_EQ(shown, TextOf(GetDlgItem(sheet.context.pages[kConsumption], 3111)));
+    }
     EXPECT_EQ("[Tintwerk_Ink_Info]\r\n[Last]\r\nLastInk_K=0\r\n", file.Content());
 }
 

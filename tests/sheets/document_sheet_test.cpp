@@ -147,6 +147,7 @@ TEST_F(DocumentSheet, DescribesEveryPageAndKeepsItsHandle)
         EXPECT_EQ(101 + (&added - sheet.added.data()), entry.pageHandle);
     }
     EXPECT_EQ(6u, position);
+    EXPECT_EQ(&sheet.devmode, sheet.Record().privateDevmode);
     EXPECT_EQ(static_cast<LONG_PTR>(100 + sheet.added.size()), sheet.Record().lastPageHandle);
 }
 
@@ -201,20 +202,6 @@ TEST_F(DocumentSheet, TellsItsStepsInOrder)
     EXPECT_EQ(0, Process().gui.Get().mode);
     EXPECT_STREQ("", Process().gui.Get().oemLogoFileName);
     EXPECT_TRUE(trace.Contains(TEXT("UI:  GetOptions failed with result = 8000ffff\n")));
-}
-
-TEST_F(DocumentSheet, ComesUpWhateverTheGuiReplyHolds)
-{
-    const std::tuple<std::string, DWORD, int> cases[] = {
-        {std::string("halvGuiMode\0oem3", 16), 16, 0}, // the option has no end
-        {std::string("halvGuiMode\0oem3\0", 17), 0xFFFFFFFF, 3},
-        {std::string("halvGuiModeX\0oem3\0\0", 19), 19, 0}};
-    for (const auto& [reply, reported, mode] : cases) {
-        core.answers["GetOptions halvGuiMode"] = {S_OK, reply, reported};
-        TestSheet sheet(&core, core.object);
-        EXPECT_EQ(1, sheet.Open());
-        EXPECT_EQ(mode, Process().gui.Get().mode) << reply;
-    }
 }
 
 TEST_F(DocumentSheet, TakesThePrinterNumberFromTheDriverName)

@@ -87,22 +87,6 @@ protected:
     {
         SendMessageW(context.popups.windows[row], CB_SETCURSEL, static_cast<WPARAM>(item), 0);
     }
-    HWND Slider(int row, DWORD style = 0)
-    {
-        const ControlBinding& slider = kSliderTable[static_cast<size_t>(row)];
-        const HWND window = Child(TRACKBAR_CLASSW, style, slider.sliderId);
-        SendMessageW(window, TBM_SETRANGEMIN, TRUE, slider.minimum);
-        SendMessageW(window, TBM_SETRANGEMAX, TRUE, slider.maximum);
-        return context.sliders.windows[row] = window;
-    }
-    static bool Visible(HWND window) { return (GetWindowLongPtrW(window, GWL_STYLE) & WS_VISIBLE) != 0; }
-    void CheckBox(int row, bool checked)
-    {
-        HWND& box = context.checkBoxes.windows[row];
-        if (!box)
-            box = Child(TEXT("BUTTON"), BS_AUTOCHECKBOX, kCheckBoxTable[static_cast<size_t>(row)].controlId);
-        SendMessageW(box, BM_SETCHECK, checked ? BST_CHECKED : BST_UNCHECKED, 0);
-    }
     // "text=data" of every item, the current one with a star.
     static Strings Items(HWND combo)
     {

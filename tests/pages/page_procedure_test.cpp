@@ -6,6 +6,7 @@
 
 #include <tuple>
 
+#include "src/features/page_settings.h"
 #include "src/pages/consumption_tabs.h"
 #include "src/pages/page_centring.h"
 #include "src/resources/control_ids.h"
@@ -122,23 +123,112 @@ TEST_F(PageProcedure, FollowsTheSliders)
     EXPECT_TRUE(trace.Lines().empty()) << "but is no slider";
 }
 
-TEST_F(PageProcedure, AppliesItsOwnPageOnly)
+using Strings = std::vector<std::string>;
+
+class Apply : public PageTest
 {
-    sheet.Open(kMain);
+protected:
+    // The selections that an apply writes.
+    Strings Written(int position)
+    {
+        sheet.core.written.clear();
+        trace.Take();
+        EXPECT_EQ(1, sheet.Notify(position, 0, PSN_APPLY));
+        return sheet.core.written;
+    }
+    void SetCheck(int position, int id, bool check)
+    {
+        SendMessageW(sheet.Control(position, id), BM_SETCHECK, check ? BST_CHECKED : BST_UNCHECKED, 0);
+    }
+};
+
+TEST_F(Apply, WritesItsOwnPageInTheOrderOfTheTablesAndEveryCheckBox)
+{
     sheet.Open(kColors);
-    sheet.core.calls.clear();
-    trace.Take();
-    EXPECT_EQ(1, sheet.Notify(kColors, 0, PSN_APPLY));
+    SendMessageW(sheet.Control(kColors, 1186), TBM_SETPOS, TRUE, 6); // a vertical one
+    EXPECT_EQ((Strings{"halvIntent=photo_0", "halvColorModel=RGB", "halvDithering=fine",
+                       "halvColorspace=sRGB", "halvCMYKspace=FOGRA", "halvRefLight=50", "halvGamut=0",
+                       "halvShadows=0", "halvGreyToneA=0", "halvGreyToneB=0"}),
+              Written(kColors));
     EXPECT_EQ("", Missing({"UI:  !!!APPLY BUTTON !!!\r\n", "--- tabpage = 1 ---\n",
                            "Setting PPDOptions for dlgpage bits 2\n"}));
-    for (const std::string& call : sheet.core.calls)
-        EXPECT_EQ(std::string::npos, call.find("halvBrightness")) << call;
     EXPECT_EQ(1u, sheet.devmode.applyCount);
-    EXPECT_EQ(std::vector<std::string>{std::to_string(CPSFUNC_SET_RESULT) + " 4711 1"}, sheet.sheetCalls);
+    EXPECT_EQ(Strings{std::to_string(CPSFUNC_SET_RESULT) + " 4711 1"}, sheet.sheetCalls);
     EXPECT_EQ(PSNRET_NOERROR, GetWindowLongPtrW(sheet.Page(kColors), DWLP_MSGRESULT));
     sheet.devmode.applyCount = 0xFFFFFFFF;
-    sheet.Notify(kMain, 0, PSN_APPLY);
+
+    sheet.Open(kMain);
+    sheet.Open(kScreenPrinting);
+    SendMessageW(sheet.Control(kMain, 1232), TBM_SETPOS, TRUE, -3);
+    SendMessageW(sheet.Control(kMain, 1072), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);
+    SetCheck(kScreenPrinting, 1240, false);
+    Strings written = Written(kMain);
+    EXPECT_EQ("halvScreenCartridge0=0", written.at(10)) << "a box of another page that is open";
+    written.resize(10);
+    EXPECT_EQ((Strings{"halvCartridgeType=Standard", "MediaType=Photo_6", "PageSize=A4", "InputSlot=Sheet",
+                       "OutputBin=Rear", "halvBrightness=-15", "halvContrast=0", "halvIntensity=0",
+                       "halvBorderlessExpand=2", "halvPreview=1"}),
+              written);
     EXPECT_EQ(0u, sheet.devmode.applyCount);
+    EXPECT_EQ(0, Current().checkBoxes[kCheckCartridge0]);
+    EXPECT_EQ("",
+              Missing({"SAVE PPD: PAGESIZE selection = 1\n", "SetOption 'MediaType'='Photo_6' result = 0\n",
+                       "Set PPD Feature '*MediaType' to 'Photo_6'\n",
+                       "SetOption 'halvContrast'='0' result = -2147024809\n"}));
+}
+
+TEST_F(Apply, WritesNothingOfAPageThatWasNeverOpened)
+{
+    sheet.Read();
+    Current().checkBoxes[kCheckScreenPrinting] = 1;
+    SavePPDOptions(sheet.context, kMainPage);
+    EXPECT_EQ(Strings{}, sheet.core.written);
+    EXPECT_EQ(2, sheet.context.popups.selections[kPopupMediaType]);
+    EXPECT_EQ(1, Current().checkBoxes[kCheckScreenPrinting]);
+}
+
+TEST_F(Apply, WritesTheTwinOfTheShownSizeWhereTheBorderlessBoxIsChecked)
+{
+    sheet.Open(kMain);
+    const std::tuple<int, bool, const char*> cases[] = {{0, false, "PageSize=A4"},
+                                                        {1, true, "PageSize=Letter"},
+                                                        {2, true, "PageSize=PhotoBorderless"},
+                                                        {0, true, "PageSize=A4Borderless"}};
+    for (const auto& [item, borderless, written] : cases) {
+        sheet.Choose(kMain, 1022, item);
+        SetCheck(kMain, 1123, borderless);
+        EXPECT_EQ(1, std::ranges::count(Written(kMain), written)) << written;
+        EXPECT_EQ(item, SendMessageW(sheet.Control(kMain, 1022), CB_GETCURSEL, 0, 0)) << "keeps its item";
+    }
+    EXPECT_EQ("", Missing({"SAVE PPD: PAGESIZE selection = 1\n", "SAVE PPD: BORDERLESS is available\n",
+                           "SAVE PPD: changed pagesize to selection #2\n"}));
+}
+
+TEST_F(Apply, CombinesTwoBoxesAndTheHalftoneToTheScreenMode)
+{
+    sheet.Open(kScreenPrinting);
+    const std::tuple<bool, bool, int, std::string> cases[] = {
+        // the halftone's item, -1: none
+        {false, true, 2, "off"}, {true, false, 0, "a"}, {true, true, 0, "b"}, {true, false, 1, "c"},
+        {true, true, 1, "d"},    {true, false, 2, "e"}, {true, true, 2, "f"}, {true, true, -1, ""}};
+    for (const auto& [on, multiBlack, item, mode] : cases) {
+        SendMessageW(sheet.Control(kScreenPrinting, 1257), CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+        SetCheck(kScreenPrinting, 1118, on);
+        SetCheck(kScreenPrinting, 1239, multiBlack);
+        const Strings written = Written(kScreenPrinting);
+        EXPECT_EQ(mode.empty() ? 0 : 1, std::ranges::count(written, "halvScreenmode=" + mode)) << mode;
+        EXPECT_EQ(
+            (Strings{"halvScreenLPI2=15", "halvScreenLPI=44", "halvScreenAngle2=25", "halvScreenAngle=35"}),
+            Strings(written.end() - 4, written.end()));
+        EXPECT_EQ("", Missing({mode.empty() ? "" : "Set PPD Feature '*halvScreenmode' to '" + mode + "'\n",
+                               "Set PPD Number Feature 'halvScreenAngle' to '25' and '35'\n"}));
+        EXPECT_EQ(on, Current().checkBoxes[kCheckScreenPrinting]);
+        EXPECT_EQ(multiBlack, Current().checkBoxes[kCheckMultiBlack]);
+    }
+    sheet.context.options->lists[kPopupScreenMode][2].keyword = nullptr; // a mode beyond the printer's list
+    SendMessageW(sheet.Control(kScreenPrinting, 1257), CB_SETCURSEL, 2, 0);
+    EXPECT_EQ(0, std::ranges::count_if(Written(kScreenPrinting),
+                                       [](auto& pair) { return pair.starts_with("halvScreenmode"); }));
 }
 
 TEST_F(PageProcedure, StepsANumberFieldWithItsSpinControl)

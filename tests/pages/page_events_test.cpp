@@ -51,6 +51,49 @@ TEST_F(PageEvents, TheBorderlessBoxFollowsThePageSize)
     }
 }
 
+TEST_F(PageEvents, ThePageSizeShowsItsFormInWholeMillimetres)
+{
+    static SIZEL formSize; // 0: the spooler has no such form
+    static Text asked;
+    ReplaceFunction(
+        "GetFormW",
+        +[](HANDLE printer, LPWSTR name, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed)
+             WINAPI -> BOOL {
+            EXPECT_TRUE(printer == reinterpret_cast<HANDLE>(0x4711) && level == 1 && size == 1024);
+            asked = name;
+            *needed = 2000;
+            if (formSize.cx == 0) return FALSE;
+            *reinterpret_cast<FORM_INFO_1W*>(buffer) = {0, const_cast<LPWSTR>(TEXT("A4 form")), formSize, {}};
+            return TRUE;
+        });
+    sheet.core.features["PageSize"].names = {{"Letter", Text(127, 'f')}, {"PhotoBorderless", Text(128, 'f')}};
+    sheet.context.core.printer = reinterpret_cast<HANDLE>(0x4711);
+    sheet.Open(kMain);
+    const std::pair<SIZEL, std::string> cases[] = {{{210000, 297000}, "(210 x 297 mm)"},
+                                                   {{215900, 279400}, "(216 x 279 mm)"},
+                                                   {{499, 500}, "(0 x 1 mm)"},
+                                                   {{2147483647, -1600}, "(2147484 x -1 mm)"}};
+    for (const auto& [size, text] : cases) {
+        formSize = size;
+        trace.Take();
+        sheet.Choose(kMain, 1022, 0);
+        EXPECT_EQ(Text(text.begin(), text.end()), TextOf(sheet.Control(kMain, 1224)));
+        EXPECT_EQ("", Missing({"ComboBox PageSize - Selection = [A4]\n",
+                               "ComboBox PageSize - GetForm result = 1\n", "Form:A4 form " + text + "\n\n"}));
+    }
+    formSize = {};
+    const std::pair<int, size_t> names[] = {{0, 4}, {1, 127}, {2, 0}, {-1, 0}}; // 128 characters are too many
+    for (const auto& [item, length] : names) {
+        asked.clear();
+        sheet.Choose(kMain, 1022, item);
+        EXPECT_EQ(length, asked.size()) << item;
+        EXPECT_EQ(TEXT("(2147484 x -1 mm)"), TextOf(sheet.Control(kMain, 1224))) << "stays";
+    }
+    EXPECT_EQ("", Missing({"ComboBox PageSize - GetForm result = 0\n",
+                           "** GetForm failed - cbNeeded = 2000 (1024)\n"}));
+    RestoreFunction("GetFormW");
+}
+
 TEST_F(PageEvents, ChoicesThatDecideOthersAreWrittenAtOnce)
 {
     sheet.Open(kMain);

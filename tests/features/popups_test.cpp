@@ -1,7 +1,8 @@
-// What constraints, media modes, intents and colour models leave to choose from, and the controls that follow
-// them.
+// What a popup shows, which option its choice writes, and what constraints, media, intents and colour models
+// leave to choose from.
 #include "src/features/constraints.h"
 
+#include "src/features/control_access.h"
 #include "tests/features/feature_test.h"
 
 namespace tintwerk {
@@ -116,6 +117,89 @@ TEST_F(ConstraintsTest, IntentsAndColourModelsFollowTheMedia)
                            "got MediaMode: 2 - Chart_2\n", "Availabilitycheck - Mediamode = 2\n",
                            "SetItemEnabled: 1/3\n", "SetItemEnabled: 3/3\n",
                            "UI:  \nFILLPOPUP - active= 1 / ''\n"}));
+}
+
+class PopupTest : public FeatureTest
+{
+protected:
+    // Gives every option of a row the display name that the fake core driver would give it.
+    void Name(int row)
+    {
+        static std::vector<std::unique_ptr<WideString>> kept;
+        OptionEntry* const list = table->lists[static_cast<size_t>(row)].data();
+        for (int i = 0; i < CountOptions(list); ++i) {
+            kept.push_back(std::make_unique<WideString>(FakeCore::NameOf(list[i].keyword)));
+            list[i].displayName = kept.back()->c_str();
+        }
+    }
+};
+
+TEST_F(PopupTest, ShowsTheVisibleOptionsAndTheSelectedOne)
+{
+    // clang-format off
+    const struct { std::string options; std::vector<int> visibility; int selection; Strings items; } cases[] = {
+        {"a b c d", {}, 1, {"[a]=1*", "[b]=2", "[c]=3", "[d]=4"}},
+        {"a b c d", {1, 1, 0, 1}, 4, {"[a]=1", "[b]=2", "[d]=4*"}},
+        {"a b c d", {1, 1, 0, 1}, 3, {"[a]=1", "[b]=2*", "[d]=4"}},
+        {"a b c d", {0, 1, 1, 1}, 1, {"[b]=2", "[c]=3", "[d]=4"}},
+        {"a b c d", {-3, -1, 2, 0}, 3, {"[a]=1", "[b]=2", "[c]=3*"}}, {"a b", {}, 0, {"[a]=1*", "[b]=2"}},
+        {"a b", {}, 3, {"[a]=1*", "[b]=2"}}, {"a b", {}, -1, {"[a]=1*", "[b]=2"}},
+        {"*a b *c d", {}, 4, {"[b]=2", "[d]=4*"}}, {"*a b", {}, 1, {"[b]=2"}}, {"a b", {0, 0}, 2, {}},
+        {"", {}, 1, {}},
+    };
+    // clang-format on
+    const HWND combo = Combo(kPopupMediaType);
+    for (const auto& row : cases) {
+        Fill(kPopupMediaType, row.options, row.selection);
+        Name(kPopupMediaType);
+        FillPopUp(combo, table->lists[kPopupMediaType].data(),
+                  row.visibility.empty() ? nullptr : row.visibility.data(), row.selection);
+        EXPECT_EQ(row.items, Items(combo)) << row.options << " " << row.selection;
+    }
+    Fill(kPopupMediaType, "a b *c d", 2);
+    Name(kPopupMediaType);
+    table->lists[kPopupMediaType][3].displayName = nullptr;
+    const int visibility[] = {0, 1, 1, 1};
+    trace.Take();
+    FillPopUp(combo, table->lists[kPopupMediaType].data(), visibility, 2);
+    EXPECT_EQ((Strings{"[b]=2*", "=4"}), Items(combo));
+    EXPECT_EQ(
+        "",
+        Missing({"UI:  \nFILLPOPUP - active= 2 / '[b]'\n", "UI:  --- INVISIBLE --- '[a]'\n",
+                 "UI:  Fillpopup - setactive item to #0\n", "UI:  Adding to PopUpButton: '[b]' itemname:b\n",
+                 "UI:  Fillpopup - setactive item to #1\n", "UI:  Adding to PopUpButton: '' itemname:d\n",
+                 "UI:  Fillpopup - setactive item to #2\n", "UI:  FillPOPUP -> activeidx = 1\n"}));
+}
+
+TEST_F(PopupTest, HoldsAtMost80Options)
+{
+    std::string options;
+    for (int i = 0; i < 80; ++i)
+        options += "o ";
+    std::fill_n(context.pageSizes.statuses, kMaxOptions, -1);
+    const HWND combo = Popup(kPopupPageSize, options, 80);
+    EXPECT_EQ(80, SendMessageW(combo, CB_GETCOUNT, 0, 0));
+    EXPECT_EQ(80, SelectedItemData(combo));
+    EXPECT_EQ((Strings{"Tintwerk=1*", "App specified (Postscript)=2", "Off=3"}),
+              Items(Popup(kPopupHalftone, "", 4)));
+}
+
+TEST_F(PopupTest, AChoiceWritesTheOptionThatTheItemCarries)
+{
+    const HWND combo = Popup(kPopupMediaType, "*Film Paper Cloth", 2);
+    EXPECT_TRUE(SetPopupOption(context, kPopupMediaType));
+    EXPECT_EQ(2, context.popups.selections[kPopupMediaType]);
+    EXPECT_EQ("", Missing({"UI:  Option '*MediaType' selection is 'Paper'\r\n",
+                           "UI:  Selection is entry #2'\r\n", "SetOption 'MediaType'='Paper' result"}));
+    SendMessageW(combo, CB_SETITEMDATA, 1, 4);
+    for (const int item : {-1, 1}) { // no current item, an item beyond the list
+        Select(kPopupMediaType, item);
+        EXPECT_FALSE(SetPopupOption(context, kPopupMediaType));
+        EXPECT_EQ(item < 0 ? 0 : 4, context.popups.selections[kPopupMediaType]);
+    }
+    EXPECT_EQ("", Missing({"No PPD Options for feature available\n"}));
+    EXPECT_FALSE(SetPopupOption(context, kPopupCartridge)) << "no window";
+    EXPECT_EQ(Strings{"MediaType=Paper"}, core.written);
 }
 
 } // namespace

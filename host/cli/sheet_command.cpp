@@ -8,6 +8,7 @@
 #include <optional>
 #include <ostream>
 
+#include "host/cli/near_names.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
 #include "host/cli/sheet_report.h"
@@ -93,6 +94,7 @@ public:
                 "desktop, or give steps (--page, --set ...) or --json");
         printer.Core().Calls().Record(json_);
         PluginSession& session = printer.StartPlugin();
+        CheckNames(settings.steps, printer.Core());
         OpenRecord(printer);
         Install(printer, settings.steps);
         PropertySheet sheet(session, kind_, printer.Name(), printer.Printer(), printer.IsGerman(),
@@ -121,13 +123,32 @@ public:
     }
 
 private:
+    // A feature that nobody knows is told before anything is changed.
+    static void CheckNames(std::span<const Step> steps, const CoreDriver& core)
+    {
+        const std::vector<std::string_view> known = core.Features();
+        for (const Step& step : steps) {
+            const auto isMeant = [&](std::string_view name) {
+                return name == step.subject || (name.starts_with('%') && name.substr(1) == step.subject);
+            };
+            if (step.kind == StepKind::Choose && !ControlOfFeature(step.subject) &&
+                !FieldOfRest(step.subject) && std::ranges::none_of(known, isMeant))
+                throw CommandError(kExitFailed, step.place + step.source +
+                                                    ": no control of this sheet stands for " + step.subject +
+                                                    DidYouMean(step.subject, known, ""));
+        }
+    }
+
     void OpenRecord(PrinterRun& printer)
     {
         if (!arguments_.Has("record")) return;
         const std::string file = arguments_.Value("record");
         record_.open(PathFromUtf8(file), std::ios::binary);
         if (!record_) throw CommandError(kExitFailed, "--record " + file + ": the file cannot be written");
-        Record("# " + Utf8FromWide(printer.Name()) + ", " + printer.Description().FileName());
+        std::string title = "# " + Utf8FromWide(printer.Name()) + ", " + printer.Description().FileName();
+        for (const char* const option : {"custom-size", "answer"}) // with which it is to be played
+            if (arguments_.Has(option)) title += std::string(" --") + option + " " + arguments_.Value(option);
+        Record(title);
     }
 
     void Record(const std::string& line)

@@ -18,11 +18,9 @@ std::string_view FeatureOf(const SheetPage& page, int id)
 
 Json DescribeControl(HWND control, const SheetPage& page)
 {
-    Json json;
     const int id = GetDlgCtrlID(control);
     const std::string kind = KindOfControl(control);
-    json["id"] = id;
-    json["kind"] = kind;
+    Json json{{"id", id}, {"kind", kind}};
     if (const std::string_view feature = FeatureOf(page, id); !feature.empty()) json["feature"] = feature;
     json["enabled"] = IsWindowEnabled(control) != FALSE;
     if (kind == "slider") {

@@ -33,9 +33,8 @@ Button AnswerTo(UINT buttons)
 int WINAPI Answer(HWND, LPCWSTR text, LPCWSTR caption, UINT type)
 {
     const Button answer = AnswerTo(type & 0xF);
-    if (answers.tell)
-        answers.tell("message: \"" + Utf8FromWide(caption ? caption : TEXT("")) + "\" \"" +
-                     Utf8FromWide(text ? text : TEXT("")) + "\", answered with " + answer.text);
+    answers.tell("message: \"" + Utf8FromWide(caption ? caption : TEXT("")) + "\" \"" +
+                 Utf8FromWide(text ? text : TEXT("")) + "\", answered with " + answer.text);
     return answer.number;
 }
 

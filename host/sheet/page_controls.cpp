@@ -37,25 +37,18 @@ constexpr CheckBoxBinding kBorderlessBox{kMainPage, "noppd_Borderless", IDC_MAIN
 std::vector<PageControl> AllControls()
 {
     std::vector<PageControl> all;
+    const auto add = [&all](const auto& row, int id) -> PageControl& {
+        return all.emplace_back(PageControl{WithoutAsterisk(row.keyword), PageOfTab(row.tabBit), id});
+    };
     for (const ControlBinding& row : kSliderTable)
-        all.push_back(
-            {.feature = row.keyword, .page = PageOfTab(row.tabBit), .id = row.sliderId, .slider = &row});
+        add(row, row.sliderId).slider = &row;
     for (const NumberFieldBinding& row : kNumberFieldTable)
-        all.push_back(
-            {.feature = row.keyword, .page = PageOfTab(row.tabBit), .id = row.editId, .number = &row});
+        add(row, row.editId).number = &row;
     for (const CheckBoxBinding& row : kCheckBoxTable)
-        all.push_back(
-            {.feature = row.keyword, .page = PageOfTab(row.tabBit), .id = row.controlId, .checkBox = &row});
-    all.push_back({.feature = kBorderlessBox.keyword,
-                   .page = PageName::Main,
-                   .id = kBorderlessBox.controlId,
-                   .checkBox = &kBorderlessBox});
+        add(row, row.controlId).checkBox = &row;
+    add(kBorderlessBox, kBorderlessBox.controlId).checkBox = &kBorderlessBox;
     for (const PopupBinding& row : kPopupTable) {
-        if (row.controlId)
-            all.push_back({.feature = WithoutAsterisk(row.keyword),
-                           .page = PageOfTab(row.tabBit),
-                           .id = row.controlId,
-                           .popup = &row});
+        if (row.controlId) add(row, row.controlId).popup = &row;
     }
     return all;
 }

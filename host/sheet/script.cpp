@@ -12,27 +12,6 @@ namespace tintwerk {
 
 namespace {
 
-struct StepOption
-{
-    std::string_view option;
-    StepKind kind;
-    bool needsEquals; // "Feature=Value"
-};
-
-constexpr std::array<StepOption, 11> kStepOptions{{
-    {"page", StepKind::Page, false},
-    {"set", StepKind::Set, true},
-    {"choose", StepKind::Choose, true},
-    {"check", StepKind::Check, false},
-    {"press", StepKind::Press, false},
-    {"show", StepKind::Show, false},
-    {"screenshot", StepKind::Screenshot, false},
-    {"tour", StepKind::Tour, false},
-    {"apply", StepKind::Apply, false},
-    {"ok", StepKind::Ok, false},
-    {"cancel", StepKind::Cancel, false},
-}};
-
 // Empty when the slider can stand at the position.
 std::string SliderProblem(const ControlBinding& slider, std::string_view value)
 {
@@ -78,35 +57,35 @@ std::vector<int> ValuesFrom(int first, int last, int step)
     return values;
 }
 
-std::string ChooseProblem(std::string_view feature, std::string_view value)
+std::string ChooseProblem(const Step& step)
 {
-    if (value.empty()) return "an option keyword is missing after \"=\"";
-    if (const NumberFieldBinding* const rest = FieldOfRest(feature))
-        return ValueProblem(ValuesFrom(0, rest->coarseStep * rest->divisor - 1, 1), value);
-    const PageControl* const control = ControlOfFeature(feature);
+    if (step.value.empty()) return "an option keyword is missing after \"=\"";
+    if (const NumberFieldBinding* const rest = FieldOfRest(step.subject))
+        return ValueProblem(ValuesFrom(0, rest->coarseStep * rest->divisor - 1, 1), step.value);
+    const PageControl* const control = ControlOfFeature(step.subject);
     if (control && control->slider) {
         std::vector<int> values = ValuesFrom(control->slider->minimum, control->slider->maximum, 1);
         for (int& each : values)
             each = PpdValue(*control->slider, each);
-        return ValueProblem(values, value);
+        return ValueProblem(values, step.value);
     }
     if (control && control->number) {
         const NumberFieldBinding& field = *control->number;
         return ValueProblem(
             ValuesFrom(field.minimum / field.divisor, field.maximum / field.divisor, field.coarseStep),
-            value);
+            step.value);
     }
     if (!control || !control->checkBox) return {};
     if (!IsPpdFeature(*control->checkBox))
         return "no PPD feature has this name (--check works the check box)";
-    return value == "0" || value == "1" ? "" : "a check box has the PPD values 0 and 1";
+    return step.value == "0" || step.value == "1" ? "" : "a check box has the PPD values 0 and 1";
 }
 
-std::string SetProblem(std::string_view feature, std::string_view value)
+std::string SetProblem(const Step& step)
 {
-    const PageControl* const control = ControlOfFeature(feature);
-    if (control && control->slider) return SliderProblem(*control->slider, value);
-    if (control && control->number) return NumberProblem(*control->number, value);
+    const PageControl* const control = ControlOfFeature(step.subject);
+    if (control && control->slider) return SliderProblem(*control->slider, step.value);
+    if (control && control->number) return NumberProblem(*control->number, step.value);
     return "no slider or number field stands for this feature (--choose selects options, --check works check "
            "boxes)";
 }
@@ -115,30 +94,40 @@ std::string CheckProblem(const Step& step)
 {
     const PageControl* const control = ControlOfFeature(step.subject);
     if (!control || !control->checkBox) return "no check box stands for this feature";
-    if (step.value != "on" && step.value != "off") return "a check box is \"on\" or \"off\"";
-    return {};
+    return step.value == "on" || step.value == "off" ? "" : "a check box is \"on\" or \"off\"";
 }
 
-std::string ProblemWith(const Step& step)
+std::string PageProblem(const Step& step)
 {
-    switch (step.kind) {
-    case StepKind::Page:
-        return PageFromText(step.subject) ? "" : "the pages are " + PageNamesForPeople();
-    case StepKind::Set:
-        return SetProblem(step.subject, step.value);
-    case StepKind::Check:
-        return CheckProblem(step);
-    case StepKind::Choose:
-        return ChooseProblem(step.subject, step.value);
-    case StepKind::Press:
-    case StepKind::Show:
-    case StepKind::Screenshot:
-    case StepKind::Tour:
-        return step.subject.empty() ? "its value is missing" : "";
-    default:
-        return {};
-    }
+    return PageFromText(step.subject) ? "" : "the pages are " + PageNamesForPeople();
 }
+
+std::string SubjectProblem(const Step& step)
+{
+    return step.subject.empty() ? "its value is missing" : "";
+}
+
+struct StepOption
+{
+    std::string_view option;
+    StepKind kind;
+    bool needsEquals;                    // "Feature=Value"
+    std::string (*problem)(const Step&); // what is wrong with its words; null where it has none
+};
+
+constexpr std::array<StepOption, 11> kStepOptions{{
+    {"page", StepKind::Page, false, PageProblem},
+    {"set", StepKind::Set, true, SetProblem},
+    {"choose", StepKind::Choose, true, ChooseProblem},
+    {"check", StepKind::Check, false, CheckProblem},
+    {"press", StepKind::Press, false, SubjectProblem},
+    {"show", StepKind::Show, false, SubjectProblem},
+    {"screenshot", StepKind::Screenshot, false, SubjectProblem},
+    {"tour", StepKind::Tour, false, SubjectProblem},
+    {"apply", StepKind::Apply, false, nullptr},
+    {"ok", StepKind::Ok, false, nullptr},
+    {"cancel", StepKind::Cancel, false, nullptr},
+}};
 
 } // namespace
 
@@ -167,7 +156,8 @@ std::variant<Step, std::string> ParseStep(std::string_view option, std::string_v
     }
     const bool asFeature = row->needsEquals || row->kind == StepKind::Check || row->kind == StepKind::Show;
     if (asFeature && step.subject.starts_with('*')) step.subject.erase(0, 1);
-    if (const std::string problem = ProblemWith(step); !problem.empty()) return step.source + ": " + problem;
+    const std::string problem = row->problem ? row->problem(step) : "";
+    if (!problem.empty()) return step.source + ": " + problem;
     return step;
 }
 

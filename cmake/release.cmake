@@ -9,5 +9,13 @@ foreach(file IN LISTS files)
     file(APPEND ${folder}/SHA256SUMS "${hash}  ${file}\n")
 endforeach()
 
-execute_process(COMMAND ${CMAKE_COMMAND} -E tar cf ${folder}.zip --format=zip SHA256SUMS ${files}
-                WORKING_DIRECTORY ${folder} COMMAND_ERROR_IS_FATAL ANY)
+# CMake's zips also tell when a file was read and laid out. Info-ZIP's can do without, and with one date for every file
+# equal files make equal packages.
+find_program(zip zip)
+if(zip AND UNIX)
+    execute_process(COMMAND touch -d 2000-01-01T00:00:00Z SHA256SUMS ${files} WORKING_DIRECTORY ${folder} COMMAND_ERROR_IS_FATAL ANY)
+    set(pack ${CMAKE_COMMAND} -E env TZ=UTC ${zip} -qX ${folder}.zip)
+else()
+    set(pack ${CMAKE_COMMAND} -E tar cf ${folder}.zip --format=zip)
+endif()
+execute_process(COMMAND ${pack} SHA256SUMS ${files} WORKING_DIRECTORY ${folder} COMMAND_ERROR_IS_FATAL ANY)

@@ -117,6 +117,13 @@ TEST_F(ConstraintsTest, IntentsAndColourModelsFollowTheMedia)
                            "got MediaMode: 2 - Chart_2\n", "Availabilitycheck - Mediamode = 2\n",
                            "SetItemEnabled: 1/3\n", "SetItemEnabled: 3/3\n",
                            "UI:  \nFILLPOPUP - active= 1 / ''\n"}));
+    // A selection past the end goes to the popup as it is; only what is kept is the first then.
+    for (const auto& [options, line] : {std::pair{"a_3 b_3 c_3", "UI:  \nFILLPOPUP - active= 4 / ''\n"},
+                                        {"", "UI:  \nFILLPOPUP - active= 0 / ''\n"}}) {
+        Popup(kPopupIntent, options, 2);
+        checkAvailabilityforMenus(context, kPopupIntent);
+        EXPECT_EQ("", Missing({line, "UI:  FillPOPUP -> activeidx = 1\n"}));
+    }
 }
 
 class PopupTest : public FeatureTest

@@ -152,7 +152,7 @@ void CheckFiles(const std::vector<std::string>& files, const RuleChoice& choice,
     }
 }
 
-int Run(const Arguments& arguments, Output& output)
+int RunCheck(const Arguments& arguments, Output& output)
 {
     if (arguments.Has("rules")) {
         PrintRules(output.out);
@@ -193,7 +193,7 @@ Command CheckCommand()
          {"strict", "", "warnings fail the check"},
          {"json", "", "tells everything as JSON"},
          {"format", "FORMAT", "text, json or sarif"}},
-        Run};
+        RunCheck};
 }
 
 } // namespace tintwerk

@@ -13,13 +13,13 @@ namespace tintwerk {
 
 namespace {
 
-struct PaperSize
+struct KnownPaper
 {
     std::string_view name;
     double width, height; // points
 };
 // Names that mean one size everywhere.
-constexpr PaperSize kPaperSizes[] = {
+constexpr KnownPaper kPaperSizes[] = {
     {"A0", 2384, 3370},       {"A1", 1684, 2384},     {"A2", 1191, 1684},    {"A3", 842, 1191},
     {"A4", 595, 842},         {"A5", 420, 595},       {"A6", 297, 420},      {"Letter", 612, 792},
     {"Legal", 612, 1008},     {"Tabloid", 792, 1224}, {"Ledger", 1224, 792}, {"Statement", 396, 612},
@@ -50,7 +50,7 @@ void CheckDimension(PpdCheck& check, const PpdStatement& statement)
     if (lengths.size() < 2 || lengths[0] <= 0 || lengths[1] <= 0)
         return check.Tell("size-numbers", statement, "width and height expected, not ",
                           Quoted(statement.value), "; the spooler's form has no size");
-    for (const PaperSize& paper : kPaperSizes) {
+    for (const KnownPaper& paper : kPaperSizes) {
         const bool named = paper.name == statement.option || IsTwin(statement.option, paper.name);
         const auto is = [&](double width, double height) {
             return std::abs(lengths[0] - width) <= kTolerance && std::abs(lengths[1] - height) <= kTolerance;

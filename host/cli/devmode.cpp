@@ -62,7 +62,7 @@ std::string SignatureText(DWORD signature)
     return text;
 }
 
-int Run(const Arguments& arguments, Output& output)
+int ShowDevmode(const Arguments& arguments, Output& output)
 {
     const std::string& file = arguments.OneOperand("file");
     const Bytes bytes = FromFile(file);
@@ -108,7 +108,7 @@ Command DevmodeCommand()
             "tintwerk devmode FILE [--json]",
             "FILE is a selections file of the store, or a DEVMODE as raw bytes.\n",
             {{"json", "", "tells it as JSON"}},
-            Run};
+            ShowDevmode};
 }
 
 } // namespace tintwerk

@@ -17,7 +17,7 @@ namespace {
 using Facts = std::map<std::tuple<std::string, std::string, std::string>, std::string>;
 
 // "MediaType Film", or with an asterisk for every option that is not off.
-std::string SideOf(const Ppd& ppd, std::size_t feature, std::size_t option)
+std::string SideText(const Ppd& ppd, std::size_t feature, std::size_t option)
 {
     const PpdFeature& found = ppd.Feature(feature);
     return std::string(found.keyword) + " " +
@@ -37,8 +37,8 @@ Facts FactsOf(const Ppd& ppd)
         }
     }
     for (const PpdConstraint& each : ppd.Constraints()) {
-        const std::string first = SideOf(ppd, each.feature1, each.option1);
-        const std::string second = SideOf(ppd, each.feature2, each.option2);
+        const std::string first = SideText(ppd, each.feature1, each.option1);
+        const std::string second = SideText(ppd, each.feature2, each.option2);
         const std::string both = std::min(first, second) + " / " + std::max(first, second);
         facts[{"", both, "constraint"}] = both;
     }
@@ -113,7 +113,7 @@ std::string TextOf(const Difference& each)
            (text.empty() ? "" : ": " + text);
 }
 
-int Run(const Arguments& arguments, Output& output)
+int CompareSides(const Arguments& arguments, Output& output)
 {
     const auto files = arguments.Operands();
     if (files.size() != 2 || files[0].ends_with(".selections") != files[1].ends_with(".selections"))
@@ -146,7 +146,7 @@ Command DiffCommand()
         "wrong "
         "use or a\nfile that cannot be read. Selections are kept in files named .selections in the store.\n",
         {{"json", "", "tells it as JSON"}},
-        Run};
+        CompareSides};
 }
 
 } // namespace tintwerk

@@ -106,7 +106,7 @@ Json AsJson(const Ppd& ppd, const FeatureLine& line)
     return json;
 }
 
-Json SideOf(const Ppd& ppd, std::size_t feature, std::size_t option)
+Json SideJson(const Ppd& ppd, std::size_t feature, std::size_t option)
 {
     const PpdFeature& found = ppd.Feature(feature);
     return {{"feature", found.keyword},
@@ -141,7 +141,7 @@ Json AsJson(const Ppd& ppd, const std::vector<FeatureLine>& lines)
     json["constraints"] = Json::array();
     for (const PpdConstraint& each : ppd.Constraints())
         json["constraints"].push_back(Json::array(
-            {SideOf(ppd, each.feature1, each.option1), SideOf(ppd, each.feature2, each.option2)}));
+            {SideJson(ppd, each.feature1, each.option1), SideJson(ppd, each.feature2, each.option2)}));
     AddSizes(ppd, json);
     return json;
 }
@@ -188,7 +188,7 @@ bool TellAsJson(std::span<const std::string> files, Output& output)
     return good;
 }
 
-int Run(const Arguments& arguments, Output& output)
+int ListFeatures(const Arguments& arguments, Output& output)
 {
     const std::vector<std::string> files = PpdOperands(arguments, "features");
     bool good = true;
@@ -211,7 +211,7 @@ Command FeaturesCommand()
             "tintwerk features FILE|FOLDER|-... [--json]",
             "The option that is selected by default stands behind an asterisk.\n",
             {{"json", "", "tells it as JSON, with texts, groups, constraints and sizes"}},
-            Run};
+            ListFeatures};
 }
 
 } // namespace tintwerk

@@ -51,7 +51,7 @@ void Print(std::ostream& out, const Json& channels)
              Shown(each["last_job_shown"], each["last_job"]), Shown(each["total_shown"], each["total"]));
 }
 
-int Run(const Arguments& arguments, Output& output)
+int ShowInk(const Arguments& arguments, Output& output)
 {
     const std::string& file = arguments.OneOperand("ink counter file");
     if (!std::filesystem::is_regular_file(PathFromUtf8(file)))
@@ -77,7 +77,7 @@ Command InkCommand()
             "tintwerk ink FILE [--json]",
             "Plain black is left out where a special black has counters, as on the page.\n",
             {{"json", "", "tells it as JSON"}},
-            Run};
+            ShowInk};
 }
 
 } // namespace tintwerk

@@ -11,10 +11,10 @@ constexpr SIZE kUnitsOfEightPoints{7, 13};
 constexpr WORD kExtended = 0xFFFF; // the second word of the other layout
 
 // Reads the words of a template in order and never past its end.
-class Reader
+class TemplateReader
 {
 public:
-    Reader(const void* data, std::size_t size) : data_(static_cast<const BYTE*>(data)), size_(size) {}
+    TemplateReader(const void* data, std::size_t size) : data_(static_cast<const BYTE*>(data)), size_(size) {}
 
     template <typename Value> Value Take()
     {
@@ -54,7 +54,7 @@ private:
     bool failed_ = false;
 };
 
-template <typename Placed> void TakePlace(Reader& reader, Placed& placed)
+template <typename Placed> void TakePlace(TemplateReader& reader, Placed& placed)
 {
     placed.x = reader.Take<short>();
     placed.y = reader.Take<short>();
@@ -62,7 +62,7 @@ template <typename Placed> void TakePlace(Reader& reader, Placed& placed)
     placed.height = reader.Take<short>();
 }
 
-DialogItem TakeItem(Reader& reader)
+DialogItem TakeItem(TemplateReader& reader)
 {
     DialogItem item;
     reader.AlignToDword();
@@ -98,7 +98,7 @@ SIZE DialogTemplate::PixelSize() const
 bool ParseDialogTemplate(const void* data, std::size_t size, DialogTemplate& dialog)
 {
     if (!data) return false;
-    Reader reader(data, size);
+    TemplateReader reader(data, size);
     dialog = {};
     dialog.style = reader.Take<DWORD>();
     if (HIWORD(dialog.style) == kExtended) return false;

@@ -14,10 +14,10 @@ namespace tintwerk::headless {
 namespace {
 
 // Reads the header of one entry field by field.
-class Reader
+class ResourceReader
 {
 public:
-    explicit Reader(std::span<const BYTE> bytes) : bytes_(bytes) {}
+    explicit ResourceReader(std::span<const BYTE> bytes) : bytes_(bytes) {}
 
     template <typename Number> Number Take()
     {
@@ -77,11 +77,11 @@ std::vector<Resource> ParseResources(std::span<const BYTE> bytes)
 {
     std::vector<Resource> resources;
     while (bytes.size() >= 32) {
-        Reader reader(bytes);
+        ResourceReader reader(bytes);
         const std::size_t dataSize = reader.Take<DWORD>();
         const std::size_t headerSize = reader.Take<DWORD>();
         if (headerSize < 32 || headerSize > bytes.size() || dataSize > bytes.size() - headerSize) break;
-        Reader header(bytes.first(headerSize));
+        ResourceReader header(bytes.first(headerSize));
         header.Take<ULONGLONG>();
         Resource resource;
         resource.type = header.TakeId();

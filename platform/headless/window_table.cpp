@@ -12,7 +12,7 @@ constexpr int kCaptionHeight = 19;
 constexpr int kScrollBarWidth = 17;
 
 std::atomic<DWORD> liveWindows{0};
-std::atomic<UINT_PTR> lastHandle{0x10000};
+std::atomic<UINT_PTR> lastWindow{0x10000};
 
 char16_t Folded(char16_t unit)
 {
@@ -48,7 +48,7 @@ ThreadState& Thread()
 
 Window& Enter(std::unique_ptr<Window> window)
 {
-    window->handle = reinterpret_cast<HWND>(lastHandle += 2);
+    window->handle = reinterpret_cast<HWND>(lastWindow += 2);
     ++liveWindows;
     Window& entered = *window;
     Thread().windows.emplace(entered.handle, std::move(window));

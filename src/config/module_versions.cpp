@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <iterator>
 
+#include "platform/code_pages.h"
 #include "platform/owners.h"
 #include "src/records/spooler_record.h"
 #include "src/trace/trace.h"
@@ -13,7 +14,6 @@ namespace tintwerk {
 namespace {
 
 constexpr DWORD kDriverLevel = 4;
-constexpr UINT kLatin1 = 28591;
 constexpr int kVersionUnits = 32;
 constexpr WCHAR kUnknown[] = TEXT("unknown");
 
@@ -37,7 +37,7 @@ const WCHAR* FileNameOf(const WCHAR* path)
 void CopyDataFileName(const WCHAR* path, DriverVersions* versions)
 {
     char* const name = versions->dataFileName;
-    if (WideCharToMultiByte(kLatin1, 0, FileNameOf(path), -1, name, sizeof(versions->dataFileName), nullptr,
+    if (WideCharToMultiByte(kLatin1CodePage, 0, FileNameOf(path), -1, name, sizeof(versions->dataFileName), nullptr,
                             nullptr) == 0)
         name[0] = 0;
 }

@@ -1,5 +1,4 @@
-// Filling the popups from the option lists, writing a choice back, and the size label under the page size
-// popup.
+// Filling the popups from the option lists, and writing a choice back.
 #pragma once
 
 #include "src/records/sheet_context.h"
@@ -16,8 +15,5 @@ const int* PopupVisibility(const SheetContext& context, int row);
 
 // Writes the option of a row's current item to the row's feature. False when there is no option to write.
 bool SetPopupOption(SheetContext& context, int row);
-
-// Shows the size of the selected page size in millimetres.
-void ShowFormSize(SheetContext& context);
 
 } // namespace tintwerk

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "platform/code_pages.h"
 #include "src/i18n/string_table.h"
 #include "src/trace/trace.h"
 
@@ -13,7 +14,6 @@ namespace tintwerk {
 
 namespace {
 
-constexpr UINT kLatin1 = 28591;
 constexpr int kQueryLength = 255; // characters of the longest English text that is looked up
 
 WideText NewText(size_t units)
@@ -34,7 +34,7 @@ bool ToLatin1(const WCHAR* text, char (&converted)[kQueryLength + 1])
 {
     BOOL replaced = FALSE;
     return lstrlenW(text) <= kQueryLength &&
-           WideCharToMultiByte(kLatin1, WC_NO_BEST_FIT_CHARS, text, -1, converted, sizeof converted, nullptr,
+           WideCharToMultiByte(kLatin1CodePage, WC_NO_BEST_FIT_CHARS, text, -1, converted, sizeof converted, nullptr,
                                &replaced) > 0 &&
            !replaced;
 }

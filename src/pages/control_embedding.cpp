@@ -13,6 +13,7 @@
 #include "src/features/constraints.h"
 #include "src/features/control_access.h"
 #include "src/features/popup_filling.h"
+#include "src/features/size_label.h"
 #include "src/ink/consumption_page.h"
 #include "src/ink/ink_file.h"
 #include "src/pages/cartridge_controls.h"

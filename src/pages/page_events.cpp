@@ -7,6 +7,7 @@
 #include "src/features/constraints.h"
 #include "src/features/control_access.h"
 #include "src/features/popup_filling.h"
+#include "src/features/size_label.h"
 #include "src/ink/ink_file.h"
 #include "src/pages/cartridge_controls.h"
 #include "src/pages/page_controls.h"

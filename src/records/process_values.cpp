@@ -4,13 +4,13 @@ namespace tintwerk {
 
 namespace {
 
-constinit ProcessValues values{};
+constinit ProcessValues processValues{};
 
 }
 
 ProcessValues& Process()
 {
-    return values;
+    return processValues;
 }
 
 } // namespace tintwerk

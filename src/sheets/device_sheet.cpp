@@ -22,7 +22,7 @@ SheetRecord* CreateRecord(const OEMUIPSPARAM& parameters, IPrintCoreUI2* helper)
     return record;
 }
 
-HRESULT OpenSheet(PROPSHEETUI_INFO& info, IPrintCoreUI2* helper)
+HRESULT OpenDeviceSheet(PROPSHEETUI_INFO& info, IPrintCoreUI2* helper)
 {
     const auto* const parameters = reinterpret_cast<const OEMUIPSPARAM*>(info.lParamInit);
     SheetRecord* const record = parameters ? CreateRecord(*parameters, helper) : nullptr;
@@ -40,7 +40,7 @@ HRESULT hrOEMDevicePropertySheets(PPROPSHEETUI_INFO info, LPARAM lParam, IPrintC
     if (!AcceptSheetCall(TEXT("hrOEMDevicePropertySheets"), info, lParam)) return E_FAIL;
     switch (info->Reason) {
     case PROPSHEETUI_REASON_INIT:
-        return OpenSheet(*info, helper);
+        return OpenDeviceSheet(*info, helper);
     case PROPSHEETUI_REASON_GET_INFO_HEADER:
         GiveSheetTitle(*info, lParam, TEXT("INFO Page"));
         break;

@@ -87,7 +87,7 @@ void AddTabPages(SheetRecord& record, const PROPSHEETUI_INFO& info, const GuiFea
     }
 }
 
-HRESULT OpenSheet(PROPSHEETUI_INFO& info, IPrintCoreUI2* helper)
+HRESULT OpenDocumentSheet(PROPSHEETUI_INFO& info, IPrintCoreUI2* helper)
 {
     Trace(TEXT("UI:  DocPropSheet - INIT\n"));
     auto* const parameters = reinterpret_cast<OEMUIPSPARAM*>(info.lParamInit);
@@ -123,7 +123,7 @@ HRESULT hrOEMDocumentPropertySheets(PPROPSHEETUI_INFO info, LPARAM lParam, IPrin
     if (!AcceptSheetCall(TEXT("hrOEMDocumentPropertySheets"), info, lParam)) return E_FAIL;
     switch (info->Reason) {
     case PROPSHEETUI_REASON_INIT:
-        return OpenSheet(*info, helper);
+        return OpenDocumentSheet(*info, helper);
     case PROPSHEETUI_REASON_GET_INFO_HEADER:
         GiveSheetTitle(*info, lParam, TEXT("Print"));
         return 1;

@@ -13,19 +13,19 @@ struct ButtonState final : ControlState
     UINT check = BST_UNCHECKED;
 };
 
-DWORD KindOf(const Window& window)
+DWORD ButtonKind(const Window& window)
 {
     return window.style & BS_TYPEMASK;
 }
 
 bool IsRadio(const Window& window)
 {
-    return KindOf(window) == BS_RADIOBUTTON || KindOf(window) == BS_AUTORADIOBUTTON;
+    return ButtonKind(window) == BS_RADIOBUTTON || ButtonKind(window) == BS_AUTORADIOBUTTON;
 }
 
 bool HasCheck(const Window& window)
 {
-    return IsRadio(window) || KindOf(window) == BS_CHECKBOX || KindOf(window) == BS_AUTOCHECKBOX;
+    return IsRadio(window) || ButtonKind(window) == BS_CHECKBOX || ButtonKind(window) == BS_AUTOCHECKBOX;
 }
 
 void SetCheck(HWND handle, UINT check)
@@ -53,7 +53,7 @@ void SelectRadio(HWND handle)
     for (std::size_t i = first; i < siblings.size(); ++i) {
         if (i > own && (siblings[i]->style & WS_GROUP)) break;
         const bool button = siblings[i]->windowClass->procedure == ButtonProcedure;
-        if (button && KindOf(*siblings[i]) == BS_AUTORADIOBUTTON)
+        if (button && ButtonKind(*siblings[i]) == BS_AUTORADIOBUTTON)
             SendMessageW(siblings[i]->handle, BM_SETCHECK, i == own ? BST_CHECKED : BST_UNCHECKED, 0);
     }
 }
@@ -63,7 +63,7 @@ void Click(HWND handle)
     SetFocus(handle);
     const auto* const state = StateOf<ButtonState>(handle);
     if (!state) return;
-    const DWORD kind = KindOf(*Peek(handle));
+    const DWORD kind = ButtonKind(*Peek(handle));
     if (kind == BS_AUTOCHECKBOX)
         SendMessageW(handle, BM_SETCHECK, state->check == BST_CHECKED ? BST_UNCHECKED : BST_CHECKED, 0);
     else if (kind == BS_AUTORADIOBUTTON)

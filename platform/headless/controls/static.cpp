@@ -15,7 +15,7 @@ struct StaticState final : ControlState
     }
 };
 
-DWORD KindOf(const Window& window)
+DWORD StaticKind(const Window& window)
 {
     return window.style & SS_TYPEMASK;
 }
@@ -44,7 +44,7 @@ LRESULT SetPicture(HWND handle, HBITMAP picture)
 {
     auto* const state = StateOf<StaticState>(handle);
     Window* const window = Peek(handle);
-    if (!state || KindOf(*window) != SS_BITMAP) return 0;
+    if (!state || StaticKind(*window) != SS_BITMAP) return 0;
     BITMAP description{};
     if (picture && !GetObjectW(picture, sizeof description, &description)) return 0;
     const HBITMAP previous = std::exchange(state->picture, picture);
@@ -72,7 +72,7 @@ void DrawItem(HWND handle)
 
 void LoadOwnPicture(Window& window, StaticState& state, const CREATESTRUCTW& creation)
 {
-    if (KindOf(window) != SS_BITMAP || !creation.lpszName) return;
+    if (StaticKind(window) != SS_BITMAP || !creation.lpszName) return;
     if (!IS_INTRESOURCE(creation.lpszName) && !*creation.lpszName) return;
     state.ownPicture = static_cast<HBITMAP>(
         LoadImageW(creation.hInstance, creation.lpszName, IMAGE_BITMAP, 0, 0, LR_DEFAULTCOLOR));
@@ -90,7 +90,7 @@ LRESULT CALLBACK StaticProcedure(HWND handle, UINT message, WPARAM wParam, LPARA
     case WM_NCCREATE: {
         auto state = std::make_unique<StaticState>();
         if (window->style & SS_SUNKEN) window->exStyle |= WS_EX_STATICEDGE;
-        if (KindOf(*window) == SS_ETCHEDHORZ) Flatten(*window);
+        if (StaticKind(*window) == SS_ETCHEDHORZ) Flatten(*window);
         window->control = std::move(state);
         return DefWindowProcW(handle, message, wParam, lParam);
     }
@@ -99,7 +99,7 @@ LRESULT CALLBACK StaticProcedure(HWND handle, UINT message, WPARAM wParam, LPARA
                        *reinterpret_cast<const CREATESTRUCTW*>(lParam));
         return 0;
     case WM_PAINT:
-        if (KindOf(*window) != SS_OWNERDRAW) return DefWindowProcW(handle, message, wParam, lParam);
+        if (StaticKind(*window) != SS_OWNERDRAW) return DefWindowProcW(handle, message, wParam, lParam);
         DrawItem(handle);
         return 0;
     case WM_ENABLE:

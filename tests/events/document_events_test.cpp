@@ -11,8 +11,8 @@
 #include "platform/function_hook.h"
 #include "platform/memory_spooler.h"
 #include "platform/owners.h"
-#include "src/config/registry_values.h"
 #include "src/events/offline_warning.h"
+#include "tests/support/config_dir_value.h"
 #include "tests/support/fake_helper_ps.h"
 #include "tests/support/message_boxes.h"
 #include "tests/support/testing.h"
@@ -36,7 +36,7 @@ std::vector<BYTE> Devmode()
     return bytes;
 }
 
-// An offline printer with a job that wants the preview.
+// An offline printer with a job that wants the preview, and a print server.
 class DocumentEvents : public testing::Test
 {
 protected:
@@ -46,14 +46,12 @@ protected:
         SetPrinter(kOffline, 0, {TEXT("Poster"), Devmode()});
         WCHAR name[] = TEXT("P");
         EXPECT_TRUE(OpenPrinterW(name, printer.Receive(), nullptr));
-        RegDeleteTreeA(HKEY_LOCAL_MACHINE, kRegistryKey);
         helper.selected["halvPreview"] = "1";
     }
     ~DocumentEvents() override
     {
         printer.Reset();
         StopMemorySpooler();
-        RegDeleteTreeA(HKEY_LOCAL_MACHINE, kRegistryKey);
     }
 
     static void SetPrinter(DWORD status, DWORD attributes, const MemorySpooler::Job& job)
@@ -64,19 +62,6 @@ protected:
         description.attributes = attributes;
         description.jobs[kJob[0]] = job;
         TheMemorySpooler().SetPrinter(description);
-    }
-    static void SetValue(const char* name, const std::string& text)
-    {
-        RegistryKey key;
-        RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, nullptr, 0, KEY_ALL_ACCESS | KEY_WOW64_64KEY,
-                        nullptr, key.Receive(), nullptr);
-        RegSetValueExA(key.Get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
-                       static_cast<DWORD>(text.size() + 1));
-    }
-    static void SetPrintServer(const std::string& directory, const std::string& command)
-    {
-        SetValue("InstallDir", directory);
-        SetValue("PrintServerCmd", command);
     }
 
     INT Send(INT event, const void* in = nullptr, ULONG inSize = 0, void* out = nullptr, ULONG outSize = 0)
@@ -94,6 +79,7 @@ protected:
         return boxes.shown.size();
     }
 
+    const InstalledValue directory{"InstallDir", "C:\\A"}, server{"PrintServerCmd", "s.exe"};
     PrinterHandle printer;
     FakeHelperPS helper;
     ProcessRecorder processes;
@@ -103,7 +89,6 @@ protected:
 
 TEST_F(DocumentEvents, AreHandledByNumber)
 {
-    SetPrintServer("C:\\A", "s.exe");
     for (INT event = -1; event <= 17; ++event) {
         const bool wanted = event == 1 || event == 5 || event == kStarted || event == kQueryFilter;
         const size_t before = processes.Started().size();
@@ -111,6 +96,9 @@ TEST_F(DocumentEvents, AreHandledByNumber)
         EXPECT_EQ(event == kStarted ? 1u : 0u, processes.Started().size() - before) << event;
     }
     EXPECT_TRUE(lines.Contains(TEXT("UI:  IOemUI: DocumentEvent entry. iEsc=13\r\n")));
+    processes.FailWith(ERROR_ACCESS_DENIED);
+    Warnings();
+    EXPECT_TRUE(lines.Contains(TEXT("UI:  CreateProcess failed  error(5)!\r\n")));
     EXPECT_EQ(S_OK, HandleDocumentEvent(nullptr, nullptr, 1, 0, nullptr, 0, nullptr, nullptr, nullptr));
 }
 
@@ -144,14 +132,6 @@ TEST_F(DocumentEvents, AnswerTheFilterWhereThereIsRoom)
 
 TEST_F(DocumentEvents, StartThePrintServerForEveryJobWhenBothValuesNameIt)
 {
-    for (const char* name : {"InstallDir", "PrintServerCmd"}) {
-        RegDeleteTreeA(HKEY_LOCAL_MACHINE, kRegistryKey);
-        SetValue(name, "a");
-        Warnings();
-    }
-    EXPECT_TRUE(lines.Contains(TEXT("reg value PrintServerCmd not found\n")));
-    EXPECT_TRUE(lines.Contains(TEXT("reg value InstallDir not found\n")));
-    EXPECT_TRUE(processes.Started().empty());
     const std::string a127(127, 'a'), a128(128, 'a');
     const struct
     {
@@ -163,10 +143,8 @@ TEST_F(DocumentEvents, StartThePrintServerForEveryJobWhenBothValuesNameIt)
                  {a128, a128, a127 + "\\" + a127},
                  {"", "", "\\"}};
     for (const auto& row : cases) {
-        SetPrintServer(row.directory, row.command);
-        const size_t before = processes.Started().size();
+        const InstalledValue folder("InstallDir", row.directory), command("PrintServerCmd", row.command);
         EXPECT_EQ(0u, Warnings(nullptr)); // a job that the spooler does not know
-        ASSERT_EQ(before + 1, processes.Started().size());
         const StartedProcess process = processes.Started().back();
         EXPECT_EQ(row.commandLine, process.commandLine);
         EXPECT_EQ(row.directory, process.directory);
@@ -177,9 +155,13 @@ TEST_F(DocumentEvents, StartThePrintServerForEveryJobWhenBothValuesNameIt)
         EXPECT_EQ(0, std::memcmp(&empty, &process.startup, sizeof empty));
         EXPECT_EQ(0, processes.OpenHandles());
     }
-    processes.FailWith(ERROR_ACCESS_DENIED);
-    Warnings();
-    EXPECT_TRUE(lines.Contains(TEXT("UI:  CreateProcess failed  error(5)!\r\n")));
+    for (const char* name : {"InstallDir", "PrintServerCmd"}) {
+        const InstalledValue value(name, "a");
+        Warnings();
+    }
+    EXPECT_TRUE(lines.Contains(TEXT("reg value PrintServerCmd not found\n")));
+    EXPECT_TRUE(lines.Contains(TEXT("reg value InstallDir not found\n")));
+    EXPECT_EQ(std::size(cases), processes.Started().size());
 }
 
 // The window station's flags.
@@ -221,7 +203,6 @@ TEST_F(DocumentEvents, WarnWhenThePreviewMustWait)
         {"a service, which nobody can answer", "1", kOffline, away, poster, true, 0, 0},
         {"nobody knows who is there", "1", kOffline, away, poster, true, 1, kUnknownStation},
     };
-    SetPrintServer("C:\\A", "s.exe"); // which starts in any case
     ReplaceFunction("GetUserObjectInformationW", &TellStation);
     for (const auto& row : cases) {
         SetPrinter(row.status, row.attributes, {row.document, row.devmode ? Devmode() : std::vector<BYTE>()});
@@ -231,7 +212,7 @@ TEST_F(DocumentEvents, WarnWhenThePreviewMustWait)
         EXPECT_EQ(row.warnings, Warnings()) << row.what;
     }
     RestoreFunction("GetUserObjectInformationW");
-    EXPECT_EQ(std::size(cases), processes.Started().size());
+    EXPECT_EQ(std::size(cases), processes.Started().size()); // the print server's
     const FakeHelperPS::Question question = helper.Questions().back();
     EXPECT_EQ("halvPreview", question.feature);
     EXPECT_EQ(sizeof(DEVMODEW) + 36, question.size);

@@ -1,4 +1,4 @@
-// The configuration directory in the registry, while it lives.
+// The installer's values in the registry, while they live.
 #pragma once
 
 #include <string>
@@ -8,20 +8,29 @@
 
 namespace tintwerk {
 
-class ConfigDirValue
+class InstalledValue
 {
 public:
-    explicit ConfigDirValue(const std::string& directory)
+    InstalledValue(const char* name, const std::string& text) : name_(name)
     {
         RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr,
-                        key.Receive(), nullptr);
-        RegSetValueExA(key.Get(), "ConfigDir", 0, REG_SZ, reinterpret_cast<const BYTE*>(directory.c_str()),
-                       static_cast<DWORD>(directory.size() + 1));
+                        key_.Receive(), nullptr);
+        RegSetValueExA(key_.Get(), name_, 0, REG_SZ, reinterpret_cast<const BYTE*>(text.c_str()),
+                       static_cast<DWORD>(text.size() + 1));
     }
-    ~ConfigDirValue() { RegDeleteValueA(key.Get(), "ConfigDir"); }
+    ~InstalledValue() { RegDeleteValueA(key_.Get(), name_); }
+    InstalledValue(const InstalledValue&) = delete;
+    InstalledValue& operator=(const InstalledValue&) = delete;
 
 private:
-    RegistryKey key;
+    const char* name_;
+    RegistryKey key_;
+};
+
+// The configuration directory.
+struct ConfigDirValue : InstalledValue
+{
+    explicit ConfigDirValue(const std::string& directory) : InstalledValue("ConfigDir", directory) {}
 };
 
 } // namespace tintwerk

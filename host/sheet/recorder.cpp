@@ -76,16 +76,23 @@ void Recorder::OnCommand(const SheetPage& page, int id, int code, HWND sender)
         return;
     }
     const PageControl* const control = ControlOnPage(page.name, id);
-    if (control && control->number) {
-        if (code == EN_SETFOCUS) typedOver_ = StepOf(*control, sender, core);
-        if (code == EN_KILLFOCUS && StepOf(*control, sender, core) != std::exchange(typedOver_, {}))
+    if (!control) {
+        if (code == BN_CLICKED && sender && FindButton(page.window, std::to_string(id)) == sender)
+            Write("--press " + std::to_string(id));
+        return;
+    }
+    const std::string step = StepOf(*control, sender, core);
+    if (control->number) {
+        if (code == EN_SETFOCUS) atFirst_ = step;
+        if (code == EN_KILLFOCUS && step != std::exchange(atFirst_, {}))
             Hold(*control, sender); // the page puts right what was typed
-    } else if (control) {
-        const bool browses = code == CBN_SELCHANGE && SendMessageW(sender, CB_GETDROPPEDSTATE, 0, 0);
-        if (code == BN_CLICKED || code == CBN_SELENDOK || (code == CBN_SELCHANGE && !browses))
-            Write(StepOf(*control, sender, core));
-    } else if (code == BN_CLICKED && sender && FindButton(page.window, std::to_string(id)) == sender) {
-        Write("--press " + std::to_string(id));
+    } else if (code == CBN_DROPDOWN) {
+        atFirst_ = step;
+    } else if (code == CBN_CLOSEUP) { // not every list takes back what was looked at
+        if (step != std::exchange(atFirst_, {})) Hold(*control, sender);
+    } else if (code == BN_CLICKED || code == CBN_SELENDOK ||
+               (code == CBN_SELCHANGE && !SendMessageW(sender, CB_GETDROPPEDSTATE, 0, 0))) {
+        Write(step);
     }
 }
 

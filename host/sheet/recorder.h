@@ -29,13 +29,13 @@ private:
     PropertySheet& sheet_;
     std::function<void(const std::string&)> write_;
     HWND front_ = nullptr; // the page there
-    // A slider or number field under the user's hand: where it ends shows when something else happens.
+    // A control under the user's hand: where it ends shows when something else happens.
     const PageControl* held_ = nullptr;
     HWND heldWindow_ = nullptr;
-    std::string typedOver_; // the step of the number field that has the focus, as it came there
-    std::string last_;      // step that was written, since the last apply
-    bool applies_ = false;  // the sheet tells its pages of one apply
-    bool applied_ = false;  // not written yet: it was OK when nothing follows
+    std::string atFirst_;  // step of the field with the focus, or of the open list, as it came there
+    std::string last_;     // step that was written, since the last apply
+    bool applies_ = false; // the sheet tells its pages of one apply
+    bool applied_ = false; // not written yet: it was OK when nothing follows
 };
 
 } // namespace tintwerk

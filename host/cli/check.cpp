@@ -136,7 +136,7 @@ void CheckFiles(const std::vector<std::string>& files, const RuleChoice& choice,
 {
     // The pages are windows of this thread.
     const auto policy = triesPages ? std::launch::deferred : std::launch::async;
-    const std::size_t most = 4 * std::max(std::thread::hardware_concurrency(), 1u);
+    const std::size_t most = 2 * std::max(std::thread::hardware_concurrency(), 1u);
     std::deque<std::future<CheckedFile>> ahead;
     Progress progress(output.err);
     for (std::size_t told = 0; told < files.size() && output.out;

@@ -19,11 +19,6 @@ using Selection = std::pair<std::size_t, std::size_t>; // feature, option; kNoOp
 using Options = std::bitset<kMaxOptions>;              // of a popup, that a selection forbids
 using Forbidden = std::map<Selection, Options>;
 
-bool IsNone(std::string_view option)
-{
-    return option == "None" || option == "False" || option == "Off";
-}
-
 std::size_t ShownOptions(const PpdFeature& feature)
 {
     return std::min<std::size_t>(feature.options.size(), kMaxOptions);
@@ -41,7 +36,7 @@ Forbidden ForbiddenBy(const Ppd& ppd, std::size_t popup)
         if (own.first != popup || other.first == popup) continue;
         Options& options = forbidden[other];
         for (std::size_t option = 0; option < ShownOptions(feature); ++option) {
-            if (option == own.second || (own.second == kNoOption && !IsNone(feature.options[option].keyword)))
+            if (option == own.second || (own.second == kNoOption && !IsOff(feature.options[option].keyword)))
                 options.set(option);
         }
     }
@@ -139,7 +134,7 @@ void CheckMediaModes(PpdCheck& check)
         if (without.empty()) return;
         const std::size_t more = without.size() - 1;
         check.Tell("popup-empty", {*media, *without[0]}, without[0]->keyword,
-                   more ? " and " + std::to_string(more) + " more media types: " : ": ", reason,
+                   more ? " and " + Counted(more, "more media type") + ": " : ": ", reason,
                    "; its popup is left empty");
     };
     tell(offersIntent, "no option of halvIntent goes with this media mode");

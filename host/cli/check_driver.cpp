@@ -246,8 +246,8 @@ void CheckCartridgeColors(PpdCheck& check, const PpdFeature& feature)
             slots = static_cast<std::size_t>(row) + 1;
     }
     if (count < slots)
-        check.Tell("cartridge-count", {feature, *colors}, count, " colour codes for ", slots,
-                   " cartridges: the last code is repeated");
+        check.Tell("cartridge-count", {feature, *colors}, Counted(count, "colour code"), " for ",
+                   Counted(slots, "cartridge"), ": the last code is repeated");
 }
 
 } // namespace
@@ -258,7 +258,7 @@ void CheckScreenPrinting(PpdCheck& check)
         CheckCartridgeColors(check, *colors);
     const PpdFeature* const modes = check.ppd.Find("halvScreenmode");
     if (modes && modes->options.size() < kScreenModes)
-        check.Tell("screen-modes", *modes, modes->options.size(), " options; ", kScreenModes,
+        check.Tell("screen-modes", *modes, Counted(modes->options.size(), "option"), "; ", kScreenModes,
                    " are written: off, and each of three halftones without and with multi-black");
 }
 
@@ -281,20 +281,26 @@ void CheckLengths(PpdCheck& check)
 
 void CheckConflicts(PpdCheck& check)
 {
-    if (check.ppd.Constraints().empty()) return;
-    Selections none;
-    const CoreDriver core(check.ppd, none);
-    std::set<std::pair<std::string, std::string>> told; // PPDs state both directions
-    for (const auto& [first, second] : core.Conflicts()) {
-        if (!told.insert(std::minmax(first, second)).second) continue;
-        const std::string keyword = first.substr(0, first.find_first_of(" ="));
-        const auto isDefault = [&](const PpdStatement& statement) {
-            return statement.keyword == PpdKeyword::Default && statement.main == keyword;
-        };
-        const auto place = std::ranges::find_if(check.ppd.Statements(), isDefault);
+    const auto isDefault = [&](const PpdFeature& feature, std::size_t option) {
+        return option == kNoOption ? !IsOff(feature.options[feature.defaultOption].keyword)
+                                   : option == feature.defaultOption;
+    };
+    std::set<std::pair<std::size_t, std::size_t>> told; // PPDs state both directions
+    for (const PpdConstraint& each : check.ppd.Constraints()) {
+        const PpdFeature &first = check.ppd.Feature(each.feature1),
+                         &second = check.ppd.Feature(each.feature2);
+        const bool hidden = first.keyword == "PageRegion" || second.keyword == "PageRegion";
+        if (hidden || !isDefault(first, each.option1) || !isDefault(second, each.option2) ||
+            !told.insert(std::minmax(each.feature1, each.feature2)).second)
+            continue;
+        const auto place = std::ranges::find_if(check.ppd.Statements(), [&](const PpdStatement& statement) {
+            return statement.keyword == PpdKeyword::Default && statement.main == first.keyword;
+        });
         check.Tell("defaults-conflict",
-                   {place == check.ppd.Statements().end() ? nullptr : place->at, keyword},
-                   "the defaults exclude each other: ", first, " and ", second);
+                   {place == check.ppd.Statements().end() ? nullptr : place->at, first.keyword},
+                   "the defaults exclude each other: ", first.keyword, " ",
+                   first.options[first.defaultOption].keyword, " and ", second.keyword, " ",
+                   second.options[second.defaultOption].keyword);
     }
 }
 

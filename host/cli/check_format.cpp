@@ -43,9 +43,11 @@ bool TakesValue(K keyword)
 void CheckHeader(PpdCheck& check)
 {
     for (const std::string_view keyword : kRequired) {
-        if (std::ranges::find(check.ppd.Statements(), keyword, &PpdStatement::main) ==
-            check.ppd.Statements().end())
+        const auto found = std::ranges::find(check.ppd.Statements(), keyword, &PpdStatement::main);
+        if (found == check.ppd.Statements().end())
             check.Tell("required-missing", Place(), "\"*", keyword, "\" is missing; every PPD must have it");
+        else if (found->hasValue && Trim(found->value).empty())
+            check.Tell("required-missing", *found, "\"*", keyword, "\" is empty; every PPD must have it");
     }
     const Ppd::Header& header = check.ppd.About();
     if (header.languageEncoding.empty())
@@ -65,6 +67,10 @@ void CheckRepeated(PpdCheck& check)
 {
     KeywordTable first;
     const std::span<const PpdStatement> statements = check.ppd.Statements();
+    // Without texts, the feature of an order, and what makers remark behind a value.
+    const auto meaning = [](const PpdStatement& each) {
+        return WithoutText(each.quoted ? each.value : each.value.substr(0, each.value.find('*')));
+    };
     for (std::uint32_t i = 0; i < statements.size(); ++i) {
         const PpdStatement& statement = statements[i];
         const K keyword = statement.keyword;
@@ -72,11 +78,13 @@ void CheckRepeated(PpdCheck& check)
         const bool single =
             keyword == K::Default || keyword == K::MaxMediaWidth || keyword == K::MaxMediaHeight ||
             (keyword == K::Header && statement.main != "Product" && statement.main != "PSVersion");
-        if (!sized && !single) continue;
-        const std::uint32_t at =
-            first.Insert(sized ? statement.option : statement.main, i, static_cast<std::uint32_t>(keyword));
+        const std::string_view key = single  ? statement.main
+                                     : sized ? statement.option
+                                             : Place(statement).feature;
+        if (key.empty() || (!sized && !single && keyword != K::OrderDependency)) continue;
+        const std::uint32_t at = first.Insert(key, i, static_cast<std::uint32_t>(keyword));
         const PpdStatement& before = statements[at];
-        if (at == i || WithoutText(before.value) == WithoutText(statement.value)) continue;
+        if (at == i || meaning(before) == meaning(statement)) continue;
         const PpdMessage counts = check.ppd.At(before.at, {});
         if (counts.file == check.ppd.At(statement.at, {}).file)
             check.Tell("keyword-twice", statement, keyword == K::Default ? "*Default" : "*", statement.main,
@@ -225,16 +233,18 @@ std::size_t AfterString(std::string_view code, std::size_t at)
     return depth == 0 ? at : code.npos;
 }
 
-// What is wrong with the brackets of a code; empty when they balance. Where the code works with marks of its
-// own, "[" and "<<" may end otherwise.
-std::string Imbalance(std::string_view code)
+// What is wrong with the brackets of a code; empty when they balance. Where the code works with `marks` of
+// its own, "[" and "<<" may end otherwise.
+std::string Imbalance(std::string_view code, bool marks = false)
 {
     constexpr std::string_view kOpening = "{<[", kClosing = "}>])";
-    const std::size_t strict = code.find("mark") == code.npos ? kClosing.size() : 1;
+    const std::size_t strict = marks ? 1 : kClosing.size();
     std::string open; // closing brackets that are expected; '>' stands for ">>"
     const auto name = [](char bracket) { return bracket == '>' ? "\">>\"" : Quoted({&bracket, 1}); };
     for (std::size_t at = 0; at < code.size();) {
         const char c = code[at++];
+        if (IsBlank(c) || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z'))
+            continue;
         const bool twice = at < code.size() && code[at] == c && (c == '<' || c == '>');
         if (twice) ++at;
         if (c == '%') {
@@ -268,7 +278,10 @@ void CheckCode(PpdCheck& check, const PpdStatement& statement)
         check.Tell("option-quotes", statement, "the code ", Quoted(statement.value.substr(0, 40)),
                    " expected in quotes");
     } else if (!statement.unclosed && !(feature && feature->jcl)) {
-        if (const std::string problem = Imbalance(statement.value); !problem.empty())
+        std::string problem = Imbalance(statement.value);
+        if (!problem.empty() && statement.value.find("mark") != statement.value.npos)
+            problem = Imbalance(statement.value, true);
+        if (!problem.empty())
             check.Tell("code-balance", statement, "the code does not balance: ", problem,
                        "; the printer stops the job");
     }
@@ -299,16 +312,6 @@ void CheckDefault(PpdCheck& check, const PpdStatement& statement)
                    Quoted(feature->options.front().keyword), " is taken");
 }
 
-void CheckConstraint(PpdCheck& check, const PpdStatement& statement)
-{
-    std::string_view rest = statement.value;
-    const std::string_view first = NextWord(rest);
-    std::string_view second = NextWord(rest);
-    if (!second.starts_with('*')) second = NextWord(rest);
-    if (first == second && first.starts_with('*'))
-        check.Tell("constraint-self", statement, "the constraint names ", first, " twice");
-}
-
 void CheckOrder(PpdCheck& check, const PpdStatement& statement)
 {
     if (!statement.hasValue) return;
@@ -324,30 +327,42 @@ void CheckOrder(PpdCheck& check, const PpdStatement& statement)
         check.Tell("order-feature", statement, Quoted(Starred(feature)), " is no feature of the file");
 }
 
-// What a translation may be of beside features: groups (one takes what stands outside of all), and what the
-// file says about itself.
-bool IsGroupOrHeader(const Ppd& ppd, std::string_view keyword)
+// Translations are of features, of groups (one takes what stands outside of all), and of what else the file
+// says.
+bool IsTranslatable(const Ppd& ppd, std::string_view keyword)
 {
     return keyword == "General" || std::ranges::any_of(ppd.Statements(), [&](const PpdStatement& each) {
                const bool group = each.keyword == K::OpenGroup || each.keyword == K::OpenSubGroup;
-               return group ? each.Named() == keyword : each.keyword == K::Header && each.main == keyword;
+               return each.main == keyword || (group && each.Named() == keyword);
            });
 }
 
 void CheckTranslation(PpdCheck& check, const PpdStatement& statement)
 {
-    const std::string_view main = statement.main.substr(statement.main.find('.') + 1);
-    const bool ofFeature = main == "Translation";
-    const std::string_view keyword = ofFeature ? statement.option : main;
-    const bool known = check.ppd.Find(keyword) != nullptr;
-    if (!known && (ofFeature ? !IsGroupOrHeader(check.ppd, keyword)
-                             : !keyword.starts_with("Custom") && !keyword.starts_with("Param") &&
-                                   IsNearFeature(check.ppd, keyword)))
-        check.Tell("translation-unknown", statement, Quoted(keyword), " is no feature of the file");
-    else if (known && !ofFeature && !statement.option.empty() && statement.option != "Custom" &&
-             !check.ppd.Find(keyword, statement.option))
-        check.Tell("translation-unknown", statement, Quoted(statement.option), " is no option of ",
+    const auto [at, keyword, option] = Place(statement);
+    if (!check.ppd.Find(keyword)) {
+        if (!keyword.starts_with("Custom") && !keyword.starts_with("Param") &&
+            !IsTranslatable(check.ppd, keyword))
+            check.Tell("translation-unknown", statement, Quoted(keyword), " is no feature of the file");
+    } else if (!option.empty() && option != "Custom" && !check.ppd.Find(keyword, option)) {
+        check.Tell("translation-unknown", statement, Quoted(option), " is no option of ",
                    Quoted(Starred(keyword)));
+    }
+}
+
+// A line that says nothing, for it is spelt almost like one that would; `open` is the feature in which it
+// stands.
+void CheckSpelling(PpdCheck& check, const PpdStatement& statement, std::string_view open)
+{
+    if (!statement.option.empty() && statement.hasValue && IsNearName(open, statement.main))
+        return check.Tell("option-lost", {statement.at, open}, "\"*", statement.main, " ", statement.option,
+                          "\" is no option of \"*", open, "\", in which it stands; did you mean \"*", open,
+                          " ", statement.option, "\"?");
+    for (const std::string_view keyword : PpdKeywords()) {
+        if (statement.main.starts_with(keyword[0]) && IsNearName(keyword, statement.main))
+            return check.Tell("keyword-misspelt", {statement.at}, "unknown keyword \"*", statement.main,
+                              "\", did you mean \"*", keyword, "\"? The line says nothing");
+    }
 }
 
 } // namespace
@@ -355,6 +370,7 @@ void CheckTranslation(PpdCheck& check, const PpdStatement& statement)
 void CheckStatements(PpdCheck& check)
 {
     const PpdEncoding encoding = PpdEncodingFromName(check.ppd.About().languageEncoding);
+    std::string_view open, last; // the feature that is open, the keyword of the line before
     for (const PpdStatement& statement : check.ppd.Statements()) {
         if (!statement.hasValue && TakesValue(statement.keyword))
             check.Tell("colon", statement, "\":\" and a value expected behind \"*",
@@ -363,6 +379,10 @@ void CheckStatements(PpdCheck& check)
         CheckLines(check, statement);
         const K keyword = statement.keyword;
         const bool opens = keyword == K::OpenUI || keyword == K::JclOpenUI;
+        if (opens || keyword == K::CloseUI || keyword == K::JclCloseUI)
+            open = opens ? Place(statement).feature : std::string_view();
+        if (keyword == K::Other && statement.main != last) CheckSpelling(check, statement, open);
+        last = statement.main;
         if (opens || keyword == K::Option) CheckKeyword(check, statement);
         if (opens || keyword == K::Option || keyword == K::PaperDimension || keyword == K::ImageableArea)
             CheckText(check, statement, statement.text, encoding);
@@ -371,7 +391,6 @@ void CheckStatements(PpdCheck& check)
         if (keyword == K::Option || keyword == K::CustomPageSize) CheckCode(check, statement);
         if (keyword == K::Header) CheckAbout(check, statement);
         if (keyword == K::Default) CheckDefault(check, statement);
-        if (keyword == K::UIConstraints || keyword == K::NonUIConstraints) CheckConstraint(check, statement);
         if (keyword == K::OrderDependency) CheckOrder(check, statement);
         if (keyword == K::Translation) CheckTranslation(check, statement);
     }

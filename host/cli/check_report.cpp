@@ -15,11 +15,6 @@ std::string Dump(const Json& json)
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-std::string Number(std::size_t count, const char* thing)
-{
-    return std::to_string(count) + " " + thing + (count == 1 ? "" : "s");
-}
-
 std::string Coloured(Severity severity, bool coloured)
 {
     const std::string text(TextOf(severity));
@@ -161,8 +156,8 @@ std::string CheckReport::End() const
         return "\n]}]}\n";
     default:
         if (style_.quiet) return {};
-        return Number(files_, "file") + ": " + Number(counts_[0], "error") + ", " +
-               Number(counts_[1], "warning") + ", " + Number(counts_[2], "note") +
+        return Counted(files_, "file") + ": " + Counted(counts_[0], "error") + ", " +
+               Counted(counts_[1], "warning") + ", " + Counted(counts_[2], "note") +
                (style_.notes || counts_[2] == 0 ? "" : " (--notes shows them)") + "\n";
     }
 }

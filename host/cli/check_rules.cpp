@@ -24,9 +24,10 @@ constexpr Rule kRules[] = {
     {"stray-line",         Warning, "A line outside of a value does not begin with an asterisk; it is passed over.", nullptr},
     {"closing-quote",      Error,   "The closing quote of a value is missing; other readers lose the statements that follow.", nullptr},
     {"colon",              Warning, "A colon is missing behind a keyword that takes a value; the line says nothing.", CheckStatements},
+    {"keyword-misspelt",   Warning, "A keyword is spelt almost like one of the format's; the line says nothing.", CheckStatements},
     {"line-length",        Note,    "A line has more than 255 characters; readers with buffers of that size cut it.", CheckStatements},
     // What the file says about itself.
-    {"required-missing",   Warning, "A keyword that every PPD must have is missing.", CheckHeader},
+    {"required-missing",   Warning, "A keyword that every PPD must have is missing or empty.", CheckHeader},
     {"encoding-missing",   Warning, "There is no *LanguageEncoding; texts beyond ASCII are guessed.", CheckHeader},
     {"encoding-unknown",   Warning, "*LanguageEncoding names no encoding of the format; texts beyond ASCII are guessed.", CheckHeader},
     {"file-name",          Warning, "*PCFileName is not of the form NAME.PPD with at most 8 characters before the dot.", CheckStatements},
@@ -46,6 +47,7 @@ constexpr Rule kRules[] = {
     {"boolean-options",    Warning, "A Boolean feature lacks the option True or False; a check box of other drivers cannot show it.", CheckFeatures},
     {"option-twice",       Warning, "An option is given twice; the first one counts.", nullptr},
     {"option-form",        Warning, "A line of an option lacks its keyword or its colon; it is passed over.", nullptr},
+    {"option-lost",        Warning, "An option is spelt almost like the feature in which it stands; it is passed over.", CheckStatements},
     {"option-quotes",      Warning, "The code of an option is not quoted; other readers refuse or misread it.", CheckStatements},
     {"symbol-unknown",     Error,   "The code of an option is a symbol that no *SymbolValue defines; it is sent as it stands.", CheckStatements},
     {"code-balance",       Error,   "Brackets or parentheses of PostScript code do not balance; the printer stops the job.", CheckStatements},
@@ -55,7 +57,7 @@ constexpr Rule kRules[] = {
     {"default-unknown",    Warning, "A default is no option of its feature; the first option is taken.", nullptr},
     {"constraint-form",    Warning, "A constraint does not name two features; it is passed over.", nullptr},
     {"constraint-unknown", Warning, "A constraint names what the file does not define; it is passed over.", nullptr},
-    {"constraint-self",    Warning, "A constraint names the same feature twice; it is passed over.", CheckStatements},
+    {"constraint-self",    Warning, "A constraint names the same feature twice; it is passed over.", nullptr},
     {"order-number",       Warning, "An order dependency does not begin with a number; the feature's code is sent first.", CheckStatements},
     {"order-section",      Warning, "An order dependency names no section of a PostScript job; the feature's code may get lost.", CheckStatements},
     {"order-feature",      Warning, "An order dependency names a feature that the file does not define; it says nothing.", CheckStatements},
@@ -190,6 +192,11 @@ std::string FirstOf(const std::vector<std::string>& texts, std::size_t most)
     const std::span first(texts.data(), std::min(texts.size(), most));
     return Joined(first) +
            (texts.size() > most ? " and " + std::to_string(texts.size() - most) + " more" : "");
+}
+
+std::string Counted(std::size_t count, std::string_view thing)
+{
+    return std::to_string(count).append(" ").append(thing) + (count == 1 ? "" : "s");
 }
 
 void AddFinding(std::vector<Finding>& findings, const RuleChoice& choice, std::string_view code,

@@ -99,6 +99,9 @@ void AddFinding(std::vector<Finding>& findings, const RuleChoice& choice, std::s
 // "a, b, c and 4 more".
 std::string FirstOf(const std::vector<std::string>& texts, std::size_t most = 6);
 
+// "1 file", "2 files".
+std::string Counted(std::size_t count, std::string_view thing);
+
 // The functions of the table's rows, by the file in which they stand.
 void CheckHeader(PpdCheck& check); // check_format.cpp
 void CheckRepeated(PpdCheck& check);

@@ -52,7 +52,7 @@ std::string OptionsText(const FeatureLine& line)
 void Print(std::ostream& out, const Ppd& ppd, const std::vector<FeatureLine>& lines)
 {
     out << ppd.PrinterName() << " (" << ppd.FileName() << "): " << lines.size() << " features, "
-        << ppd.Constraints().size() << " constraints\n";
+        << ppd.Constraints().size() << (ppd.Constraints().size() == 1 ? " constraint\n" : " constraints\n");
     constexpr std::string_view kPages[] = {"main", "layout", "colors",  "correction",
                                            "ink",  "screen", "advanced"};
     const auto section = [&](const std::string& title, const auto& belongs) {

@@ -7,7 +7,6 @@
 #include <utility>
 #include <vector>
 
-#include "host/ppd/ppd.h"
 #include "src/bindings/borderless_sizes.h"
 
 namespace tintwerk {
@@ -50,12 +49,6 @@ std::string DidYouMean(std::string_view given, const Names& names, std::string_v
         }
     }
     return nearest.empty() ? "" : "; did you mean " + std::string(before) + std::string(nearest) + "?";
-}
-
-inline bool IsNearFeature(const Ppd& ppd, std::string_view keyword)
-{
-    return std::ranges::any_of(
-        ppd.Features(), [keyword](const PpdFeature& each) { return IsNearName(each.keyword, keyword); });
 }
 
 } // namespace tintwerk

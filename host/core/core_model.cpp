@@ -22,11 +22,6 @@ const OwnFeature kOwnFeatures[] = {
      {{"1", "1"}, {"2", "2"}, {"4", "4"}, {"6", "6"}, {"9", "9"}, {"16", "16"}, {"Booklet", "Booklet"}}},
 };
 
-bool IsOff(std::string_view option)
-{
-    return option == "None" || option == "False" || option == "Off";
-}
-
 std::size_t AppendKeyword(std::string& list, std::string_view keyword)
 {
     const std::size_t start = list.size();

@@ -3,6 +3,8 @@
 // keywords apart.
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
@@ -23,16 +25,12 @@ public:
     }
 
     // Makes room for about so many keywords, which saves moving them while they arrive.
-    void Reserve(std::size_t count)
-    {
-        while (slots_.size() < count * 2)
-            Grow();
-    }
+    void Reserve(std::size_t count) { Resize(std::bit_ceil(count * 2)); }
 
     // Stores a number unless the keyword has one already; returns the number that the keyword has now.
     std::uint32_t Insert(std::string_view keyword, std::uint32_t number, std::uint32_t scope = 0)
     {
-        if ((count_ + 1) * 2 > slots_.size()) Grow();
+        if ((count_ + 1) * 2 > slots_.size()) Resize(std::max<std::size_t>(slots_.size() * 2, 64));
         Slot& slot = slots_[Locate(keyword, scope)];
         if (slot.number == kNone) {
             slot = {keyword, scope, number};
@@ -76,9 +74,9 @@ private:
         return at;
     }
 
-    void Grow()
+    void Resize(std::size_t size)
     {
-        std::vector<Slot> old(slots_.empty() ? 64 : slots_.size() * 2);
+        std::vector<Slot> old(size);
         old.swap(slots_);
         for (const Slot& slot : old) {
             if (slot.number != kNone) slots_[Locate(slot.keyword, slot.scope)] = slot;

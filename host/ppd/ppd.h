@@ -80,7 +80,13 @@ struct PpdFeature
     std::vector<PpdOption> options; // never empty, in the file's order
 };
 
-// Two selections that exclude each other. kNoOption stands for every option but "None", "False" and "Off".
+// What a feature has selected when it is not used.
+inline bool IsOff(std::string_view option)
+{
+    return option == "None" || option == "False" || option == "Off";
+}
+
+// Two selections that exclude each other. kNoOption stands for every option that is not off.
 struct PpdConstraint
 {
     std::size_t feature1, option1, feature2, option2;

@@ -52,6 +52,13 @@ constexpr MainRow kMains[] = {
     {"ColorDevice", PpdKeyword::Header},
     {"End", PpdKeyword::Other},
     {"SymbolEnd", PpdKeyword::Other},
+    {"FormatVersion", PpdKeyword::Header},
+    {"FileSystem", PpdKeyword::Header},
+    {"Throughput", PpdKeyword::Header},
+    {"TTRasterizer", PpdKeyword::Header},
+    {"LandscapeOrientation", PpdKeyword::Header},
+    {"VariablePaperSize", PpdKeyword::Header},
+    {"HWMargins", PpdKeyword::Header},
     {"PPD-Adobe", PpdKeyword::Header},
     {"FileVersion", PpdKeyword::Header},
     {"LanguageVersion", PpdKeyword::Header},
@@ -182,11 +189,13 @@ private:
     {
         if (statement.keyword == PpdKeyword::Stray) {
             if (!begun_) Fail(statement.at, "\"*PPD-Adobe: \"4.3\"\" expected as the first line of a PPD");
-            draft_.Warn(statement.at, "stray-line",
-                        "\"*\" expected at the start of " + Quoted(statement.value) +
-                            "; the line is passed over");
+            if (!std::exchange(strayed_, true)) // once for several lines
+                draft_.Warn(statement.at, "stray-line",
+                            "\"*\" expected at the start of " + Quoted(statement.value) +
+                                "; the line is passed over");
             return;
         }
+        strayed_ = false;
         if (statement.unclosed)
             Fault(statement.at, "closing-quote",
                   "the closing quote of the value that begins here is missing before the next statement",
@@ -432,9 +441,20 @@ private:
     const PpdIncluder& includer_;
     std::vector<const PpdFile*> active_; // that are being read, each included by the one before it
     bool begun_ = false;
+    bool strayed_ = false;            // the statement before was a stray line
     std::optional<std::size_t> open_; // the number of the feature that is open
     std::vector<Group> groups_;
 };
+
+const std::vector<std::string_view>& PpdKeywords()
+{
+    static const std::vector<std::string_view> keywords = [] {
+        std::vector<std::string_view> made;
+        std::ranges::transform(kMains, std::back_inserter(made), &MainRow::keyword);
+        return made;
+    }();
+    return keywords;
+}
 
 PpdResult ReadPpdText(std::string text, const std::string& name, const PpdReadOptions& options,
                       const PpdIncluder& includer)

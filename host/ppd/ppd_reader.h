@@ -36,6 +36,9 @@ struct PpdResult
     explicit operator bool() const { return ppd != nullptr; }
 };
 
+// The keywords with a meaning of their own, without asterisk.
+const std::vector<std::string_view>& PpdKeywords();
+
 // Reads a file and the files of its folder that it includes.
 PpdResult ReadPpd(const std::filesystem::path& path, const PpdReadOptions& options = {});
 

@@ -65,7 +65,6 @@ public:
         AddCustomPageSize();
         for (const PpdStatement& pending : draft_.pending)
             Settle(pending);
-        SelectPretended();
     }
 
 private:
@@ -88,17 +87,14 @@ private:
 
     void DropEmptyFeatures()
     {
-        std::vector<PpdFeature>& features = ppd_->features_;
-        const auto empty = [](const PpdFeature& feature) { return feature.options.empty(); };
-        if (std::none_of(features.begin(), features.end(), empty)) return;
-        for (const PpdFeature& feature : features) {
-            if (empty(feature))
-                draft_.Warn(feature.keyword.data(), "no-options",
-                            Quoted(Starred(feature.keyword)) + " has no options; it is left out",
-                            feature.keyword);
-        }
-        std::erase_if(features, empty);
-        RebuildTables();
+        const std::size_t dropped = std::erase_if(ppd_->features_, [this](const PpdFeature& feature) {
+            if (!feature.options.empty()) return false;
+            draft_.Warn(feature.keyword.data(), "no-options",
+                        Quoted(Starred(feature.keyword)) + " has no options; it is left out",
+                        feature.keyword);
+            return true;
+        });
+        if (dropped) RebuildTables();
     }
 
     void RebuildTables()
@@ -113,30 +109,25 @@ private:
         }
     }
 
+    // As if the file said so before everything else.
     void Pretend()
     {
         for (const auto& [keyword, option] : options_.pretended) {
-            if (!ppd_->FindFeature(keyword)) {
+            auto feature = std::ranges::find(ppd_->features_, keyword, &PpdFeature::keyword);
+            if (feature == ppd_->features_.end()) {
                 PpdFeature added;
                 added.keyword = added.text = ppd_->texts_.emplace_back(keyword);
-                ppd_->features_.push_back(std::move(added));
-                RebuildTables();
+                feature = ppd_->features_.insert(feature, std::move(added));
             }
-            std::vector<PpdOption>& options = ppd_->features_[*ppd_->FindFeature(keyword)].options;
-            auto at = std::ranges::find(options, option, &PpdOption::keyword);
-            if (at == options.end()) {
+            feature->hasDefault = true;
+            auto at = std::ranges::find(feature->options, option, &PpdOption::keyword);
+            if (at == feature->options.end()) {
                 const std::string_view text = ppd_->texts_.emplace_back(option);
-                at = options.insert(options.end(), PpdOption{text, text, {}});
+                at = feature->options.insert(at, {text, text, {}});
             }
-            std::rotate(options.begin(), at, at + 1);
-            RebuildTables();
+            std::rotate(feature->options.begin(), at, at + 1);
         }
-    }
-
-    void SelectPretended()
-    {
-        for (const auto& [keyword, option] : options_.pretended)
-            ppd_->features_[*ppd_->FindFeature(keyword)].defaultOption = 0;
+        if (!options_.pretended.empty()) RebuildTables();
     }
 
     void Translate(bool regional)
@@ -228,6 +219,7 @@ private:
     // "*A *B"; "*CustomPageSize", with or without "True", is the size of the user's own.
     void AddConstraint(const PpdStatement& pending)
     {
+        if (!pending.hasValue) return;
         std::pair<std::size_t, std::size_t> sides[2];
         std::string_view rest = pending.value;
         std::string_view word = NextWord(rest);
@@ -251,8 +243,12 @@ private:
             option = found.value_or(kNoOption);
         }
         const auto& [first, second] = sides;
-        if (first.first != second.first)
-            ppd_->constraints_.push_back({first.first, first.second, second.first, second.second});
+        if (first.first == second.first)
+            return draft_.Warn(pending.at, "constraint-self",
+                               "the constraint names " + Starred(ppd_->features_[first.first].keyword) +
+                                   " twice",
+                               ppd_->features_[first.first].keyword);
+        ppd_->constraints_.push_back({first.first, first.second, second.first, second.second});
     }
 
     // Once for each feature or option.
@@ -299,17 +295,13 @@ private:
             if (limit == 0) limit = NextLength(rest);
             return;
         }
+        const bool isWidth = pending.option == "Width";
+        if ((!isWidth && pending.option != "Height") || std::exchange(isWidth ? hasWidth_ : hasHeight_, true))
+            return;
         NextWord(rest); // the position on the stack
         NextWord(rest); // "points"
-        const int least = NextLength(rest);
-        const int most = NextLength(rest);
-        if (pending.option == "Width" && !std::exchange(hasWidth_, true)) {
-            size.minWidth = least;
-            size.maxWidth = most;
-        } else if (pending.option == "Height" && !std::exchange(hasHeight_, true)) {
-            size.minHeight = least;
-            size.maxHeight = most;
-        }
+        (isWidth ? size.minWidth : size.minHeight) = NextLength(rest);
+        (isWidth ? size.maxWidth : size.maxHeight) = NextLength(rest);
     }
 
     PpdDraft& draft_;

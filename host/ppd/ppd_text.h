@@ -1,6 +1,7 @@
 // Small text operations that the readers of PPDs and of selections share.
 #pragma once
 
+#include <algorithm>
 #include <charconv>
 #include <functional>
 #include <optional>
@@ -38,13 +39,11 @@ inline std::string_view WithoutText(std::string_view value)
 // Takes the next blank-separated word off the front of a text; empty at its end.
 inline std::string_view NextWord(std::string_view& text)
 {
-    text = Trim(text);
-    std::size_t length = 0;
-    while (length < text.size() && !IsBlank(text[length]) && !IsLineEnd(text[length]))
-        ++length;
-    const std::string_view word = text.substr(0, length);
-    text.remove_prefix(length);
-    return word;
+    const auto between = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
+    const auto begin = std::find_if_not(text.begin(), text.end(), between);
+    const auto end = std::find_if(begin, text.end(), between);
+    text = {end, text.end()};
+    return {begin, end};
 }
 
 inline std::string Quoted(std::string_view text)

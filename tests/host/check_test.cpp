@@ -80,8 +80,11 @@ const struct Fault
     {"closing-quote", "*FreeVM: \"67108864\"", "*FreeVM: \"67108864"},
     {"colon", "*ColorDevice: True", "*ColorDevice True"},
     {"colon", "*DefaultOutputBin: Basket", "*DefaultOutputBin Basket", "*DefaultOutputBin"},
+    {"colon", kClose, "+*UIConstraints *InputSlot Roll1 *Duplex None", nullptr},
+    {"keyword-misspelt", "*NonUIOrderDependency: 10 AnySetup *CustomPageSize", "*NonUIOrderDependancy: 10 AnySetup *CustomPageSize"},
     {"line-length", "*FreeVM: \"67108864\"", "*FreeVM: \"" + kLong + "\""},
     {"required-missing", "*FileVersion: \"5.0\"", "", "*PPD-Adobe"},
+    {"required-missing", "*ModelName: \"Tintwerk X12\"", "*ModelName: \"\""},
     {"encoding-missing", "*LanguageEncoding: ISOLatin1", "", "*PPD-Adobe"},
     {"encoding-unknown", "*LanguageEncoding: ISOLatin1", "*LanguageEncoding: ISOLatin77"},
     {"file-name", "*PCFileName: \"TWX12.PPD\"", "*PCFileName: \"TINTWERK-X12.PPD\""},
@@ -90,6 +93,7 @@ const struct Fault
     {"keyword-twice", "*NickName: \"Tintwerk X12 0012\"", "+*NickName: \"Tintwerk X13 0013\"", "*NickName: \"Tintwerk X13"},
     {"keyword-twice", "*DefaultMediaType: Gloss6", "+*DefaultMediaType: Plain0", "*DefaultMediaType: Plain0"},
     {"keyword-twice", "*PaperDimension A2/A2: \"1191 1684\"", "+*PaperDimension A2/A2: \"1191 1700\"", "*PaperDimension A2/A2: \"1191 1700"},
+    {"keyword-twice", "*OrderDependency: 17 AnySetup *OutputBin", "+*OrderDependency: 18 AnySetup *OutputBin", nullptr},
     {"feature-not-closed", kClose, "", "*OpenUI *OutputBin"},
     {"feature-closed-as", kClose, "*CloseUI: *InputSlots"},
     {"feature-not-open", kClose, "+*CloseUI: *Gloss", "*CloseUI: *Gloss"},
@@ -102,6 +106,7 @@ const struct Fault
     {"boolean-options", kClose, "+*OpenUI *Gloss: Boolean\n*DefaultGloss: True\n*Gloss True: \"\"\n*CloseUI: *Gloss", "*OpenUI *Gloss"},
     {"option-twice", kManual, std::string("+") + kManual, nullptr},
     {"option-form", kManual, "+*InputSlot Extra/Extra \"\"", "*InputSlot Extra"},
+    {"option-lost", kManual, "*InputSlots Manual/Manual Feed: \"\""},
     {"option-quotes", kManual, "*InputSlot Manual/Manual Feed: <</InputSlot(Manual)>>setpagedevice"},
     {"symbol-unknown", kManual, "*InputSlot Manual/Manual Feed: ^Manual"},
     {"code-balance", kManual, "*InputSlot Manual/Manual Feed: \"<</InputSlot(Manual>>setpagedevice\""},
@@ -125,6 +130,7 @@ const struct Fault
     {"text-twice", kManual, "*InputSlot Manual/Roll 1: \"\""},
     {"translation-unknown", kManual, "+*de.Translation InputSlots/Zufuhr: \"\"", "*de."},
     {"translation-unknown", kManual, "+*de.InputSlot Roll3/Rolle 3: \"\"", "*de."},
+    {"translation-unknown", kManual, "+*de.Trays Roll1/Rolle 1: \"\"", "*de."},
     {"page-region-default", "*DefaultPageRegion: A4", "*DefaultPageRegion: A3", "*OpenUI *PageRegion"},
     {"size-not-in-all", "*PaperDimension A2/A2: \"1191 1684\"", "", "*PageSize A2/"},
     {"size-not-in-all", "*ImageableArea A2/A2: \"9 9 1182 1675\"", "", "*PageSize A2/"},
@@ -184,6 +190,9 @@ TEST(PpdCheck, TellsEveryFaultOnceAtItsLineWithItsCode)
     const std::string sample = TextOfSample("tintwerk-x12.ppd");
     const std::set<std::string_view> notes{"advanced-lists", "borderless-alone", "feature-missing"};
     ASSERT_THAT(Told(sample, notes, false), testing::IsEmpty());
+    EXPECT_THAT(Told(sample + "*UIConstraints: *InputSlot Roll1 *CustomPageSize\n", notes, false),
+                testing::IsEmpty())
+        << "a size of the user's own is not every size";
     for (const Fault& fault : kFaults) {
         std::size_t at = 0;
         const std::string text = With(fault, sample, at);
@@ -279,7 +288,7 @@ TEST(PpdCheck, TellsWhatThePagesCannotStandFor)
         {"media modes",
          Feature("MediaType", {"Plain1", "Chart2"}) + Feature("halvIntent", {"none_0", "photo_3"}) +
              Feature("halvColorModel", {"CMYK", "Gray"}),
-         {"15 popup-empty MediaType: Plain1 and 1 more media types: no option of halvIntent goes with this "
+         {"15 popup-empty MediaType: Plain1 and 1 more media type: no option of halvIntent goes with this "
           "media mode; its popup is left empty",
           "16 popup-empty MediaType: Chart2: a profile without colour data takes RGB or CMYKproof, which "
           "halvColorModel lacks; its popup is left empty"}},

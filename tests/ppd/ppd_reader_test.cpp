@@ -110,6 +110,7 @@ TEST(PpdReader, TellsWhatIsWrongWithItsLine)
         {true, "*UIConstraints: Gloss High\n",
          "x.ppd:7: two features with their options expected after \"*UIConstraints:\"; the constraint is "
          "passed over"},
+        {true, "*UIConstraints: *Gloss Low *Gloss High\n", "x.ppd:7: the constraint names *Gloss twice"},
         {true, "*CloseGroup: Paper\n", "x.ppd:7: \"*CloseGroup: Paper\" without its \"*OpenGroup\""},
     };
     for (const auto& row : cases) {

@@ -98,6 +98,13 @@ TEST_F(Commands, AnswerAsTheyAlwaysDid)
     if (std::getenv("TINTWERK_WRITE_COMMANDS")) std::ofstream(path, std::ios::binary) << now;
 }
 
+// What it tells holds the program's own folder.
+TEST_F(Commands, StartTheRegisteredPrintServerInItsFolder)
+{
+    EXPECT_THAT(RunTintwerk({"print", "--ppd", "tintwerk-x12.ppd", "--probe-server"}).out,
+                testing::MatchesRegex("(.|\n)*\nprint server started: (.+) \\| .*tintwerk-print-server -job\n"));
+}
+
 using OptionsOfCommands = std::map<std::string, std::set<std::string>>;
 
 std::vector<std::string> Matches(const std::string& text, const char* pattern)

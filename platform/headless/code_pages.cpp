@@ -7,11 +7,10 @@
 #include <memory>
 #include <type_traits>
 
-#include "platform/win32.h"
+#include "platform/code_pages.h"
 
 namespace {
 
-constexpr UINT kLatin1 = 28591;
 constexpr WCHAR kReplacement = 0xFFFD;
 
 int Fail(DWORD error)
@@ -210,7 +209,7 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPS
                         LPBOOL usedDefault)
 {
     if (!wide || units == 0 || bytes < 0 || (bytes > 0 && !text) ||
-        (codePage != CP_UTF8 && codePage != kLatin1))
+        (codePage != CP_UTF8 && codePage != tintwerk::kLatin1CodePage))
         return Fail(ERROR_INVALID_PARAMETER);
     const int length = units < 0 ? lstrlenW(wide) + 1 : units;
     bool replaced = false;

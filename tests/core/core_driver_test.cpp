@@ -173,7 +173,9 @@ TEST_F(CoreDriverTest, GivesWholeListsAndRefusesOneByteLess)
         EXPECT_EQ(call + told + " -> 0x00000000", core.Calls().Lines().back());
     }
     EXPECT_EQ(kADT_UNICODE, type);
-    EXPECT_EQ(1u, core.Calls().Count(CoreMethod::SetOptions)) << "counted when nothing is recorded";
+    Set("MediaType Film", kKeep);
+    EXPECT_EQ("SetOptions MediaType=Film -> 0x00000000", core.Calls().Lines().back());
+    EXPECT_EQ(2u, core.Calls().Count(CoreMethod::SetOptions)) << "counted when nothing is recorded";
 }
 
 TEST_F(CoreDriverTest, RefusesWhatItDoesNotKnow)

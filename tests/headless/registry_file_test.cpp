@@ -1,13 +1,11 @@
 // The text file that keeps the registry on Linux.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <cstdlib>
 #include <string>
 
 #include "platform/owners.h"
-#include "platform/pe_image.h"
-#include "platform/win32.h"
+#include "tests/support/temp_file.h"
 
 namespace tintwerk {
 namespace {
@@ -15,23 +13,12 @@ namespace {
 class RegistryFileTest : public testing::Test
 {
 protected:
-    RegistryFileTest()
-        : path(testing::TempDir() + "registry-" + std::to_string(GetCurrentProcessId()) +
-               testing::UnitTest::GetInstance()->current_test_info()->name())
-    {
-    }
-    ~RegistryFileTest() override
-    {
-        unsetenv("TINTWERK_REGISTRY");
-        std::remove(path.c_str());
-    }
+    ~RegistryFileTest() override { unsetenv("TINTWERK_REGISTRY"); }
 
     void UseFile(const char* content)
     {
-        std::FILE* const file = std::fopen(path.c_str(), "wb");
-        std::fputs(content, file);
-        std::fclose(file);
-        setenv("TINTWERK_REGISTRY", path.c_str(), 1);
+        file.Write(content);
+        setenv("TINTWERK_REGISTRY", file.path.c_str(), 1);
     }
 
     std::string Value(const char* name, DWORD* type = nullptr)
@@ -48,15 +35,17 @@ protected:
         return {buffer, size};
     }
 
-    std::string path;
+    TempFile file{testing::UnitTest::GetInstance()
+                      ->current_test_info()
+                      ->name()}; // a registry that is the same file is read once
 };
 
 TEST_F(RegistryFileTest, GivesValuesOfEveryKind)
 {
-    UseFile("# a "
-            "comment\r\n[SOFTWARE\\Halvaro\\Tintwerk]\r\nConfigDir=/etc/"
-            "a=b\nInstallDir:expand=%X%\nNumber:dword=0x0102\n"
-            "Bytes:hex=41 00 FF\nRaw:hex1=41 42\nnothing\n=\n[HKEY_CURRENT_USER\\Other]\nConfigDir=wrong\n");
+    UseFile(
+        "# a comment\r\n[SOFTWARE\\Halvaro\\Tintwerk]\r\nConfigDir=/etc/a=b\nInstallDir:expand=%X%\n"
+        "Number:dword=0x0102\nBytes:hex=41 00 FF\nRaw:hex1=41 42\nnothing\n=\n[HKEY_CURRENT_USER\\Other]\n"
+        "ConfigDir=wrong\n");
     const struct
     {
         const char* name;
@@ -85,15 +74,14 @@ TEST_F(RegistryFileTest, KeepsWhatIsWritten)
                                              nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr));
     RegSetValueExA(key.Get(), "New", 0, REG_SZ, reinterpret_cast<const BYTE*>("two\nlines"), 10);
     RegSetValueExA(key.Get(), "Plain", 0, REG_EXPAND_SZ, reinterpret_cast<const BYTE*>("text"), 5);
-    const std::vector<BYTE> bytes = ReadWholeFile(path.c_str());
     EXPECT_EQ("[SOFTWARE]\n\n[SOFTWARE\\Halvaro]\n\n[SOFTWARE\\Halvaro\\Tintwerk]\nOld=1\n\n["
               "SOFTWARE\\Halvaro\\Tintwerk\\Deep]\n"
               "New:hex1=74 77 6F 0A 6C 69 6E 65 73 00 \nPlain:expand=text\n\n",
-              std::string(bytes.begin(), bytes.end()));
+              file.Content());
     // Another registry forgets this one; coming back reads it again.
     unsetenv("TINTWERK_REGISTRY");
     EXPECT_EQ("no key", Value("Old"));
-    setenv("TINTWERK_REGISTRY", path.c_str(), 1);
+    setenv("TINTWERK_REGISTRY", file.path.c_str(), 1);
     EXPECT_EQ(std::string("1\0", 2), Value("Old"));
 }
 

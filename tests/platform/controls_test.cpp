@@ -95,22 +95,6 @@ TEST(Positions, StayInTheirRange)
     EXPECT_EQ(dialog.Send(IDC_SCREEN_SATURATION, TBM_GETPOS), 5);
 }
 
-TEST(Tabs, AskAndTellAboutTheUsersChoiceOnly)
-{
-    RecordingDialog dialog(IDD_CONSUMPTION);
-    const HWND tab = dialog.Item(IDC_CONSUMPTION_TABS);
-    TCITEMW item{};
-    for (const LRESULT count : {0, 1})
-        EXPECT_EQ(SendMessageW(tab, TCM_INSERTITEMW, static_cast<WPARAM>(count), Pointer(&item)), count);
-    EXPECT_THAT(dialog.During([&] { EXPECT_EQ(SendMessageW(tab, TCM_SETCURSEL, 1, 0), 0); }), IsEmpty());
-    EXPECT_EQ(SendMessageW(tab, TCM_SETCURSEL, 2, 0), -1);
-    EXPECT_EQ(SendMessageW(tab, TCM_GETCURSEL, 0, 0), 1);
-    const std::string notify = "notify " + std::to_string(IDC_CONSUMPTION_TABS);
-    EXPECT_THAT(dialog.During([&] { SendMessageW(tab, TCM_SETCURFOCUS, 0, 0); }),
-                ElementsAre(notify + ": -552", notify + ": -551"));
-    EXPECT_EQ(SendMessageW(tab, TCM_GETCURSEL, 0, 0), 0);
-}
-
 TEST(Statics, AskTheParentToDraw)
 {
     RecordingDialog dialog(IDD_INFORMATION);

@@ -36,20 +36,6 @@ TEST(Windows, RefuseStaleHandles)
     }
 }
 
-TEST(Windows, AreEnumeratedAsLongAsTheyLive)
-{
-    RecordingDialog dialog(IDD_CONSUMPTION);
-    std::vector<int> ids;
-    const auto note = [](HWND window, LPARAM lParam) -> BOOL {
-        reinterpret_cast<std::vector<int>*>(lParam)->push_back(GetDlgCtrlID(window));
-        DestroyWindow(GetDlgItem(GetParent(window), IDC_CONSUMPTION_TABS));
-        return TRUE;
-    };
-    EnumChildWindows(dialog.Window(), note, reinterpret_cast<LPARAM>(&ids));
-    EXPECT_THAT(
-        ids, testing::ElementsAre(IDC_CONSUMPTION_HEADER, IDC_CONSUMPTION_SIMULATE, IDC_CONSUMPTION_RESET));
-}
-
 TEST(Windows, ShowAndTakeInputWithTheirParents)
 {
     RecordingDialog dialog(IDD_SCREEN_PRINTING);

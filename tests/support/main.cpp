@@ -1,7 +1,7 @@
 // The main function of every test program. A test fails, whatever it looked at, when it leaves a damaged heap.
 #include <gtest/gtest.h>
 
-#include "tests/support/heap_check.h"
+#include "tests/support/testing.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "platform/whole_file.h"
 #include "platform/win32.h"
 
 namespace tintwerk {
@@ -22,26 +23,12 @@ public:
     TempFile(const TempFile&) = delete;
     TempFile& operator=(const TempFile&) = delete;
 
-    void Write(const std::string& content) const
-    {
-        const HANDLE file = CreateFileA(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
-        DWORD written = 0;
-        WriteFile(file, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
-        CloseHandle(file);
-    }
+    void Write(const std::string& content) const { WriteWhole(path, content); }
 
     std::string Content() const
     {
         std::string content;
-        const HANDLE file =
-            CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-        if (file == INVALID_HANDLE_VALUE) return "no file";
-        char bytes[4096];
-        DWORD read = 0;
-        while (ReadFile(file, bytes, sizeof bytes, &read, nullptr) && read > 0)
-            content.append(bytes, read);
-        CloseHandle(file);
-        return content;
+        return Exists() && ReadWhole(path, content) ? content : "no file";
     }
 
     bool Exists() const { return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }

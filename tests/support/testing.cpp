@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <map>
+#include <type_traits>
 #include <utility>
 
 #include "platform/debug_sink.h"
@@ -59,70 +60,33 @@ BOOL WINAPI WatchedDestroy(HANDLE heap)
 
 // --- Files
 
-struct FileState
-{
-    decltype(&CreateFileA) openNarrow = nullptr;
-    decltype(&CreateFileW) openWide = nullptr;
-    decltype(&ReadFile) read = nullptr;
-    decltype(&WriteFile) write = nullptr;
-    decltype(&FlushFileBuffers) flush = nullptr;
-    decltype(&MoveFileExA) moveNarrow = nullptr;
-    decltype(&MoveFileExW) moveWide = nullptr;
-    std::atomic<int> calls = 0;
-    std::atomic<int> failing = 0; // the number of a call, counted as above
+std::atomic<int> fileCalls = 0;
+std::atomic<int> failingFileCall = 0; // its number, counted as above
 
-    bool NextFails(DWORD error)
+// A function that fails when its turn comes; every one here is of another type.
+template <typename Function, DWORD kError> struct Watched;
+template <typename Result, typename... Arguments, DWORD kError>
+struct Watched<Result(WINAPI*)(Arguments...), kError>
+{
+    static inline Result(WINAPI* own)(Arguments...) = nullptr;
+
+    static Result WINAPI Call(Arguments... arguments)
     {
-        if (++calls != failing) return false;
-        SetLastError(error);
-        return true;
+        if (++fileCalls != failingFileCall) return own(arguments...);
+        if constexpr (std::is_same_v<decltype(own), decltype(&WriteFile)>) WriteHalf(arguments...);
+        SetLastError(kError);
+        if constexpr (std::is_same_v<Result, HANDLE>)
+            return INVALID_HANDLE_VALUE;
+        else
+            return FALSE;
     }
+    // A full disk takes half of it.
+    static void WriteHalf(HANDLE file, LPCVOID buffer, DWORD bytes, LPDWORD written, LPOVERLAPPED overlapped)
+    {
+        own(file, buffer, bytes / 2, written, overlapped);
+    }
+    static void Watch(const char* name) { own = ReplaceFunction(name, &Call); }
 };
-
-FileState files;
-
-HANDLE WINAPI WatchedOpenNarrow(LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-                                DWORD disposition, DWORD flags, HANDLE pattern)
-{
-    if (files.NextFails(ERROR_ACCESS_DENIED)) return INVALID_HANDLE_VALUE;
-    return files.openNarrow(path, access, share, security, disposition, flags, pattern);
-}
-
-HANDLE WINAPI WatchedOpenWide(LPCWSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security,
-                              DWORD disposition, DWORD flags, HANDLE pattern)
-{
-    if (files.NextFails(ERROR_ACCESS_DENIED)) return INVALID_HANDLE_VALUE;
-    return files.openWide(path, access, share, security, disposition, flags, pattern);
-}
-
-BOOL WINAPI WatchedRead(HANDLE file, LPVOID buffer, DWORD bytes, LPDWORD read, LPOVERLAPPED overlapped)
-{
-    return !files.NextFails(ERROR_ACCESS_DENIED) && files.read(file, buffer, bytes, read, overlapped);
-}
-
-// A full disk takes half of it.
-BOOL WINAPI WatchedWrite(HANDLE file, LPCVOID buffer, DWORD bytes, LPDWORD written, LPOVERLAPPED overlapped)
-{
-    if (!files.NextFails(ERROR_DISK_FULL)) return files.write(file, buffer, bytes, written, overlapped);
-    files.write(file, buffer, bytes / 2, written, overlapped);
-    SetLastError(ERROR_DISK_FULL);
-    return FALSE;
-}
-
-BOOL WINAPI WatchedFlush(HANDLE file)
-{
-    return !files.NextFails(ERROR_DISK_FULL) && files.flush(file);
-}
-
-BOOL WINAPI WatchedMoveNarrow(LPCSTR path, LPCSTR newPath, DWORD flags)
-{
-    return !files.NextFails(ERROR_ACCESS_DENIED) && files.moveNarrow(path, newPath, flags);
-}
-
-BOOL WINAPI WatchedMoveWide(LPCWSTR path, LPCWSTR newPath, DWORD flags)
-{
-    return !files.NextFails(ERROR_ACCESS_DENIED) && files.moveWide(path, newPath, flags);
-}
 
 // --- Processes
 
@@ -211,14 +175,14 @@ int HeapWatch::LiveBlocks() const
 
 FileWatch::FileWatch()
 {
-    files.calls = files.failing = 0;
-    files.openNarrow = ReplaceFunction("CreateFileA", &WatchedOpenNarrow);
-    files.openWide = ReplaceFunction("CreateFileW", &WatchedOpenWide);
-    files.read = ReplaceFunction("ReadFile", &WatchedRead);
-    files.write = ReplaceFunction("WriteFile", &WatchedWrite);
-    files.flush = ReplaceFunction("FlushFileBuffers", &WatchedFlush);
-    files.moveNarrow = ReplaceFunction("MoveFileExA", &WatchedMoveNarrow);
-    files.moveWide = ReplaceFunction("MoveFileExW", &WatchedMoveWide);
+    fileCalls = failingFileCall = 0;
+    Watched<decltype(&CreateFileA), ERROR_ACCESS_DENIED>::Watch("CreateFileA");
+    Watched<decltype(&CreateFileW), ERROR_ACCESS_DENIED>::Watch("CreateFileW");
+    Watched<decltype(&ReadFile), ERROR_ACCESS_DENIED>::Watch("ReadFile");
+    Watched<decltype(&WriteFile), ERROR_DISK_FULL>::Watch("WriteFile");
+    Watched<decltype(&FlushFileBuffers), ERROR_DISK_FULL>::Watch("FlushFileBuffers");
+    Watched<decltype(&MoveFileExA), ERROR_ACCESS_DENIED>::Watch("MoveFileExA");
+    Watched<decltype(&MoveFileExW), ERROR_ACCESS_DENIED>::Watch("MoveFileExW");
 }
 
 FileWatch::~FileWatch()
@@ -230,12 +194,12 @@ FileWatch::~FileWatch()
 
 void FileWatch::FailCall(int nth)
 {
-    files.failing = files.calls + nth;
+    failingFileCall = fileCalls + nth;
 }
 
 int FileWatch::Calls() const
 {
-    return files.calls;
+    return fileCalls;
 }
 
 ProcessRecorder::ProcessRecorder()

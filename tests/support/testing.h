@@ -72,6 +72,10 @@ struct ProcessUse
 
 ProcessUse UseOfProcess();
 
+// False when a block of one of the process's heaps was written past its end or after it was freed, as far as
+// the system checks that: all of it under Wine with WINEDEBUG=warn+heap. Elsewhere AddressSanitizer looks.
+bool HeapsAreSound();
+
 struct StartedProcess
 {
     bool hasApplicationName;

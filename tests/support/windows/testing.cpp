@@ -1,4 +1,5 @@
-// What tests count of this process, on Windows.
+// What tests see of this process on Windows, and windows that fail for them: the system asks a hook of the
+// thread before it makes one, whichever library wants it.
 #include "tests/support/testing.h"
 
 #include <algorithm>
@@ -69,6 +70,48 @@ ProcessUse UseOfProcess()
     use.handles = OpenHandles();
     use.bytes = BytesInHeaps();
     return use;
+}
+
+bool HeapsAreSound()
+{
+    HANDLE heaps[64];
+    const DWORD count = std::min<DWORD>(GetProcessHeaps(64, heaps), 64);
+    return std::all_of(heaps, heaps + count, [](HANDLE heap) { return HeapValidate(heap, 0, nullptr); });
+}
+
+namespace {
+
+int windows = 0;
+int failing = 0; // the number of a window
+HHOOK hook = nullptr;
+
+LRESULT CALLBACK OnCreation(int code, WPARAM wParam, LPARAM lParam)
+{
+    if (code == HCBT_CREATEWND && ++windows == failing) return 1;
+    return CallNextHookEx(hook, code, wParam, lParam);
+}
+
+} // namespace
+
+WindowWatch::WindowWatch()
+{
+    windows = failing = 0;
+    hook = SetWindowsHookExW(WH_CBT, OnCreation, nullptr, GetCurrentThreadId());
+}
+
+WindowWatch::~WindowWatch()
+{
+    UnhookWindowsHookEx(hook);
+}
+
+void WindowWatch::FailWindow(int nth)
+{
+    failing = windows + nth;
+}
+
+int WindowWatch::Windows() const
+{
+    return windows;
 }
 
 } // namespace tintwerk

@@ -1,6 +1,0 @@
-#include "tests/support/heap_check.h"
-
-bool tintwerk::HeapsAreSound()
-{
-    return true;
-}

@@ -22,6 +22,7 @@ using Text = DebugLines::Text;
 class StringTableTest : public testing::Test
 {
 protected:
+    StringTableTest() { UseStringTable(nullptr); } // whatever sheet was open before
     ~StringTableTest() override { UseStringTable(nullptr); }
 
     DebugLines trace;

@@ -213,46 +213,6 @@ BOOL MoveFileExA(LPCSTR path, LPCSTR newPath, DWORD flags)
     return moveFile(path, newPath, flags);
 }
 
-DWORD GetFileAttributesA(LPCSTR name)
-{
-    const std::string path = NativePath(name ? name : "");
-    struct stat status;
-    if (stat(path.c_str(), &status) != 0) {
-        SetLastError(ErrorOf(errno, path));
-        return INVALID_FILE_ATTRIBUTES;
-    }
-    return S_ISDIR(status.st_mode) ? FILE_ATTRIBUTE_DIRECTORY : FILE_ATTRIBUTE_ARCHIVE;
-}
-
-BOOL DeleteFileA(LPCSTR name)
-{
-    const std::string path = NativePath(name ? name : "");
-    struct stat status;
-    if (stat(path.c_str(), &status) == 0 && !(status.st_mode & S_IWUSR)) return Fail(ERROR_ACCESS_DENIED);
-    return Result(unlink(path.c_str()), path);
-}
-
-BOOL CreateDirectoryA(LPCSTR name, LPSECURITY_ATTRIBUTES)
-{
-    const std::string path = NativePath(name ? name : "");
-    return Result(mkdir(path.c_str(), 0777), path);
-}
-
-BOOL RemoveDirectoryA(LPCSTR name)
-{
-    const std::string path = NativePath(name ? name : "");
-    return Result(rmdir(path.c_str()), path);
-}
-
-DWORD GetTempPathA(DWORD size, LPSTR path)
-{
-    const char* const directory = std::getenv("TMPDIR");
-    const std::string text = std::string(directory && *directory ? directory : "/tmp") + '/';
-    if (size <= text.size()) return static_cast<DWORD>(text.size() + 1);
-    std::memcpy(path, text.c_str(), text.size() + 1);
-    return static_cast<DWORD>(text.size());
-}
-
 BOOL SetEnvironmentVariableA(LPCSTR name, LPCSTR value)
 {
     return (value ? setenv(name, value, 1) : unsetenv(name)) == 0;

@@ -188,19 +188,8 @@ BOOL WINAPI EqualRect(const RECT* a, const RECT* b)
     return a && b && a->left == b->left && a->top == b->top && a->right == b->right && a->bottom == b->bottom;
 }
 
-// Nothing is drawn of a scroll bar, and nobody drags it: what is set is what is there.
+// Nothing is drawn of a scroll bar, and nobody drags it.
 int WINAPI SetScrollInfo(HWND handle, int bar, const SCROLLINFO* info, BOOL)
 {
-    Window* const window = bar == SB_VERT ? Find(handle) : nullptr;
-    if (!window || !info) return 0;
-    window->scrollBar = *info;
-    return info->nPos;
-}
-
-BOOL WINAPI GetScrollInfo(HWND handle, int bar, SCROLLINFO* info)
-{
-    const Window* const window = bar == SB_VERT ? Find(handle) : nullptr;
-    if (!window || !info) return FALSE;
-    *info = window->scrollBar;
-    return TRUE;
+    return bar == SB_VERT && Find(handle) && info ? info->nPos : 0;
 }

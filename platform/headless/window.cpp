@@ -147,11 +147,6 @@ BOOL WINAPI IsWindow(HWND window)
     return Peek(window) != nullptr;
 }
 
-LRESULT WINAPI CallWindowProcW(WNDPROC procedure, HWND window, UINT message, WPARAM wParam, LPARAM lParam)
-{
-    return procedure ? procedure(window, message, wParam, lParam) : 0;
-}
-
 int WINAPI GetClassNameW(HWND handle, LPWSTR name, int size)
 {
     const Window* const window = Find(handle);

@@ -50,8 +50,7 @@ struct Window
     std::vector<BYTE> bytes;
     std::vector<std::pair<std::u16string, HANDLE>> properties;
     std::unique_ptr<ControlState> control;
-    SIZE dialogUnits{};     // of a dialog: pixels of 4 horizontal and 8 vertical units
-    SCROLLINFO scrollBar{}; // the vertical one
+    SIZE dialogUnits{}; // of a dialog: pixels of 4 horizontal and 8 vertical units
     bool dirty = false;
     bool dying = false;
 

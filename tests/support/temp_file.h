@@ -1,6 +1,7 @@
 // A file in the system's directory for temporary files, gone with its owner.
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 #include "platform/whole_file.h"
@@ -12,14 +13,18 @@ class TempFile
 {
 public:
     // The file does not exist until it is written.
-    explicit TempFile(const char* name)
+    explicit TempFile(const std::string& name)
+        : path((std::filesystem::temp_directory_path() /
+                ("tintwerk_" + std::to_string(GetCurrentProcessId()) + "_" + name))
+                   .string())
     {
-        char directory[MAX_PATH] = {};
-        GetTempPathA(MAX_PATH, directory);
-        path = std::string(directory) + "tintwerk_" + std::to_string(GetCurrentProcessId()) + "_" + name;
     }
-    TempFile(const char* name, const std::string& content) : TempFile(name) { Write(content); }
-    ~TempFile() { DeleteFileA(path.c_str()); }
+    TempFile(const std::string& name, const std::string& content) : TempFile(name) { Write(content); }
+    ~TempFile()
+    {
+        std::error_code ignored;
+        std::filesystem::remove(path, ignored);
+    }
     TempFile(const TempFile&) = delete;
     TempFile& operator=(const TempFile&) = delete;
 
@@ -31,9 +36,9 @@ public:
         return Exists() && ReadWhole(path, content) ? content : "no file";
     }
 
-    bool Exists() const { return GetFileAttributesA(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+    bool Exists() const { return std::filesystem::exists(path); }
 
-    std::string path;
+    const std::string path;
 };
 
 } // namespace tintwerk

@@ -5,7 +5,3 @@ BOOL WINAPI InitCommonControlsEx(const INITCOMMONCONTROLSEX* families)
 {
     return families && families->dwSize == sizeof *families;
 }
-
-void WINAPI InitCommonControls()
-{
-}

@@ -76,6 +76,7 @@ std::string KindOf(const TemplateControl& control)
                  {"button", type == BS_AUTOCHECKBOX, "check box"},
                  {"button", type == BS_GROUPBOX, "group"},
                  {"button", type == BS_PUSHBUTTON, "button"},
+                 {"button", true, "?"},
                  {"combobox", isPopup, "popup"},
                  {"msctls_updown32", isSpin, "spin"},
                  {"msctls_trackbar32", true, "slider"},

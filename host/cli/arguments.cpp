@@ -1,7 +1,6 @@
 #include "host/cli/arguments.h"
 
 #include <algorithm>
-#include <ranges>
 
 #include "host/cli/near_names.h"
 #include "host/ppd/ppd_text.h"
@@ -39,8 +38,8 @@ Arguments::Arguments(std::span<const std::string> words, std::span<const OptionR
         const auto row = std::ranges::find(options, name, &OptionRow::name);
         if (row == options.end())
             Misused("--" + name + ": no such option" +
-                    DidYouMean(name, options | std::views::transform(&OptionRow::name), "--") +
-                    "; tintwerk " + command_ + " --help lists them");
+                    DidYouMean(name, options, "--", &OptionRow::name) + "; tintwerk " + command_ +
+                    " --help lists them");
         if (row->value.empty() && hasValue) Misused("--" + name + ": takes no value");
         std::string value(hasValue ? word.substr(equals + 1) : "");
         if (!row->value.empty() && !hasValue) {
@@ -59,10 +58,9 @@ bool Arguments::Has(std::string_view option) const
 
 std::string Arguments::Value(std::string_view option, std::string_view fallback) const
 {
-    for (const GivenOption& given : options_ | std::views::reverse) {
-        if (given.name == option) return given.value;
-    }
-    return std::string(fallback);
+    const auto last = std::find_if(options_.rbegin(), options_.rend(),
+                                   [option](const GivenOption& given) { return given.name == option; });
+    return last != options_.rend() ? last->value : std::string(fallback);
 }
 
 std::string Arguments::Required(std::string_view option) const

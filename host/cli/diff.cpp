@@ -71,7 +71,7 @@ struct Difference
 bool IsImplied(const Facts& facts, const Facts& others, const Facts::key_type& key)
 {
     const auto& [feature, option, what] = key;
-    const auto lacks = [&](const std::string& of, const char* fact) {
+    const auto lacks = [&others, &feature = feature](const std::string& of, const char* fact) {
         return !others.contains({feature, of, fact});
     };
     return facts.contains({feature, "", "text"}) &&

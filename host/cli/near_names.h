@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -37,12 +38,13 @@ inline bool IsNearName(std::string_view a, std::string_view b)
 
 // The name of a list that somebody may have meant by another, with `before` and a question mark around it;
 // empty when none is near.
-template <typename Names>
-std::string DidYouMean(std::string_view given, const Names& names, std::string_view before)
+template <typename Names, typename NameOf = std::identity>
+std::string DidYouMean(std::string_view given, const Names& names, std::string_view before, NameOf nameOf = {})
 {
     std::string_view nearest;
     std::size_t least = std::min<std::size_t>(given.size() / 2, 2) + 1;
-    for (const std::string_view name : names) {
+    for (const auto& each : names) {
+        const std::string_view name = std::invoke(nameOf, each);
         if (const std::size_t distance = Distance(given, name); distance < least) {
             least = distance;
             nearest = name;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <ostream>
-#include <ranges>
 
 #include "host/cli/near_names.h"
 
@@ -60,7 +59,7 @@ int Dispatch(std::span<const std::string> arguments, Output& output)
     const auto command = std::ranges::find(commands, first, &Command::name);
     if (command == commands.end()) {
         output.err << "tintwerk: " << first << ": no such command"
-                   << DidYouMean(first, commands | std::views::transform(&Command::name), "")
+                   << DidYouMean(first, commands, "", &Command::name)
                    << "; tintwerk --help lists them\n";
         return kExitUsage;
     }

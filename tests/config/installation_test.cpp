@@ -147,51 +147,43 @@ TEST_F(ModuleVersions, ComeFromTheDriversFiles)
               Told());
 }
 
-TEST_F(ModuleVersions, TakeOurModulesByTheirWholeFileName)
+TEST_F(ModuleVersions, AreThoseOfOurModulesShortenedToTheirNumbers)
 {
-    const std::pair<Text, Text> cases[] = {{TEXT(""), TEXT("unknown")},
-                                           {TEXT("PSTWUI.DLL"), TEXT("unknown")},
-                                           {TEXT("C:\\xPSTWUI.DLL"), TEXT("unknown")},
-                                           {TEXT("\\PSTWUI.DLL"), TEXT("")}, // ours, without a version
-                                           {TEXT("C:\\drv\\pstwui.dll"), TEXT("5.0.0.0")}};
+    enum { PpdName, CoreDriver, Plugin = 3 }; // what is told of
+    const struct
+    {
+        int of;
+        Text given; // the PPD's path, the core driver's version, the path of a dependent file
+        Text told;
+    } cases[] = {
+        {PpdName, TEXT("a.ppd"), TEXT("a.ppd")},
+        {PpdName, TEXT("C:\\x\\"), TEXT("")},
+        {PpdName, TEXT("C:\\gr\u00FCn.ppd"), TEXT("gr\u00FCn.ppd")},
+        {PpdName, Text(127, 'p'), Text(127, 'p')},
+        {PpdName, Text(128, 'p'), TEXT("")},
+        {CoreDriver, TEXT("1.0.1.0"), TEXT("1.0.1.0")},
+        {CoreDriver, TEXT("5.0.123.3 (winbuild)"), TEXT("5.0.123.3")},
+        {CoreDriver, TEXT("1.2.3 (x)"), TEXT("1.2.3 (x)")},
+        {CoreDriver, TEXT("1.2.3. 5 6"), TEXT("1.2.3. 5")},
+        {CoreDriver, TEXT("1.2.3."), TEXT("1.2.3.")},
+        {CoreDriver, TEXT(""), TEXT("")},
+        {CoreDriver, Text(40, '7'), Text(31, '7')},
+        {Plugin, TEXT(""), TEXT("unknown")},
+        {Plugin, TEXT("PSTWUI.DLL"), TEXT("unknown")},
+        {Plugin, TEXT("C:\\xPSTWUI.DLL"), TEXT("unknown")},
+        {Plugin, TEXT("\\PSTWUI.DLL"), TEXT("")}, // ours, without a version
+        {Plugin, TEXT("C:\\drv\\pstwui.dll"), TEXT("5.0.0.0")},
+    };
     // A comparison in the user's language may tell "i" from "I": in Turkish it does.
     ReplaceFunction("lstrcmpiW", static_cast<decltype(&lstrcmpiW)>([](LPCWSTR, LPCWSTR) { return 1; }));
-    for (const auto& [file, version] : cases) {
-        driver.dependentFiles.assign(file.empty() ? 0 : 1, file);
-        EXPECT_EQ(version, Told()[3]);
-        EXPECT_EQ(TEXT("unknown"), Told()[4]);
+    for (const auto& row : cases) {
+        if (row.of == PpdName) driver.dataFile = row.given;
+        if (row.of == CoreDriver) versions[driver.driverPath] = row.given;
+        if (row.of == Plugin) driver.dependentFiles.assign(row.given.empty() ? 0 : 1, row.given);
+        EXPECT_EQ(row.told, Told()[static_cast<size_t>(row.of)]);
     }
     RestoreFunction("lstrcmpiW");
-}
-
-TEST_F(ModuleVersions, KeepThePpdNameWhenItFits)
-{
-    const std::pair<Text, Text> cases[] = {{TEXT("a.ppd"), TEXT("a.ppd")},
-                                           {TEXT("C:\\x\\"), TEXT("")},
-                                           {TEXT("C:\\gr\u00FCn.ppd"), TEXT("gr\u00FCn.ppd")},
-                                           {Text(127, 'p'), Text(127, 'p')},
-                                           {Text(128, 'p'), TEXT("")}};
-    for (const auto& [file, name] : cases) {
-        driver.dataFile = file;
-        EXPECT_EQ(name, Told()[0]);
-    }
-}
-
-TEST_F(ModuleVersions, AreShortenedToTheirNumbers)
-{
-    const std::pair<Text, Text> cases[] = {{TEXT("1.0.1.0"), TEXT("1.0.1.0")},
-                                           {TEXT("5.0.123.3 (winbuild)"), TEXT("5.0.123.3")},
-                                           {TEXT("1.2.3 (x)"), TEXT("1.2.3 (x)")},
-                                           {TEXT("1.2.3. 5 6"), TEXT("1.2.3. 5")},
-                                           {TEXT("1.2.3."), TEXT("1.2.3.")},
-                                           {TEXT(""), TEXT("")},
-                                           {Text(40, '7'), Text(31, '7')}};
-    for (const auto& [version, shown] : cases) {
-        versions[driver.driverPath] = version;
-        EXPECT_EQ(shown, Told()[1]);
-    }
-    versions.clear();
-    EXPECT_EQ(TEXT(""), Told()[1]);
+    EXPECT_EQ(TEXT("unknown"), Told()[4]);
 }
 
 } // namespace

@@ -273,12 +273,14 @@ struct JobAnswer
     LONG_PTR devmode; // offset from the record
     WORD devmodeSize;
     BYTE filling = 0;
+    int fetched = 0; // calls with a buffer
 } jobAnswer;
 
 BOOL WINAPI AnswerJob(HANDLE, DWORD, DWORD, LPBYTE buffer, DWORD size, LPDWORD needed)
 {
     *needed = jobAnswer.needed;
     if (!buffer) return FALSE;
+    ++jobAnswer.fetched;
     std::memset(buffer, jobAnswer.filling, size);
     if (size < sizeof(JOB_INFO_2W)) return jobAnswer.succeeds;
     auto& job = *reinterpret_cast<JOB_INFO_2W*>(buffer);
@@ -317,27 +319,34 @@ TEST_F(DocumentEvents, SurviveAnySpooler)
         HeapWatch heaps;
         EXPECT_EQ(row.warnings, Warnings()) << row.what;
         EXPECT_EQ(0, heaps.LiveBlocks()) << row.what;
+        const bool sensible = jobAnswer.needed > 0 && jobAnswer.needed < 0x1000000;
+        EXPECT_EQ(sensible ? 1 : 0, jobAnswer.fetched) << row.what;
     }
     RestoreFunction("GetJobW");
 }
 
 TEST_F(DocumentEvents, DoNotWarnOfAPrinterThatNobodyDescribes)
 {
-    static DWORD needs;
+    static DWORD status, needs;
     static BOOL answers;
     ReplaceFunction(
         "GetPrinterW", +[](HANDLE, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) -> BOOL {
+            if (level == 6) std::memcpy(buffer, &status, sizeof status);
+            if (level == 6) return TRUE;
             *needed = needs;
-            if (level != 2 || !buffer) return FALSE;
-            std::memset(buffer, 0xFF, size);
-            return answers;
+            if (buffer) std::memset(buffer, 0xFF, size);
+            return buffer && answers;
         });
     constexpr DWORD kRecord = sizeof(PRINTER_INFO_2W);
-    for (const auto& [size, answer] : {std::pair{0u, TRUE}, {kRecord, FALSE}, {5u, TRUE}, {kRecord, TRUE}}) {
-        needs = size;
-        answers = answer;
-        EXPECT_EQ(needs == kRecord && answers ? 1u : 0u, Warnings()) << needs << ' ' << answers;
-    }
+    for (const auto& [size, answer] : {std::pair{0u, TRUE}, {kRecord, FALSE}, {5u, TRUE}, {kRecord, TRUE}})
+        for (const DWORD told : {0u, kOffline}) {
+            needs = size;
+            answers = answer;
+            status = told;
+            // Its attributes say offline; its status counts as soon as there is a description to ask for.
+            const bool warns = told ? needs != 0 : needs == kRecord && answers;
+            EXPECT_EQ(warns ? 1u : 0u, Warnings()) << told << ' ' << needs << ' ' << answers;
+        }
     RestoreFunction("GetPrinterW");
 }
 

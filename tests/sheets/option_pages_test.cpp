@@ -288,12 +288,13 @@ TEST_F(OptionPages, EndWhereTheWorkAreaEnds)
         if (noBytes) core.answers["GetOptionAttribute"] = {};
         for (std::size_t size = 1500; size < 4000; size += 3) {
             core.features = {
-                {"halvSettingA", {"x"}, "x", {{"", Text(size, 'a')}}},
+                {"halvSettingA", {"x"}, "x", {{"", Text(size + (noBytes ? 9 : 0), 'a')}}},
                 {"halvSettingB", {"x", std::string(size % 7 + 1, 'o')}, "x", {{"", Text(size, 'b')}}},
                 {"halvSettingC", {"x", "y"}, "y", {{"", Text(size, 'c')}, {"x", TEXT("first")}}},
                 {"halvSettingD", {"x"}, "x", {{"", Text(200, 'd')}}}};
             const Strings items = Advanced();
             ASSERT_LE(3u, items.size()) << size;
+            EXPECT_EQ("+Printer Options", items[0]) << size;
             const std::size_t features = items.size() - (items.back() == "+Advanced Settings" ? 2 : 1);
             Apply("advanced");
             EXPECT_EQ(Strings(all.begin(), all.begin() + static_cast<std::ptrdiff_t>(features)), core.written)

@@ -180,7 +180,8 @@ HRESULT CoreHelper::GetOptions(POEMUIOBJ core, DWORD flags, PCSTR request, DWORD
 {
     const auto body = [&]() -> HRESULT {
         const CoreModel& model = Model();
-        std::string answer;
+        thread_local std::string answer; // keeps its room: a sheet asks hundreds of times
+        answer.clear();
         const auto add = [&](std::size_t number) {
             Append(answer, model.features[number].keyword);
             Append(answer, model.features[number].keywords[driver_->selected_[number]]);

@@ -338,8 +338,8 @@ TEST_F(DocumentEvents, DoNotWarnOfAPrinterThatNobodyDescribes)
             return buffer && answers;
         });
     constexpr DWORD kRecord = sizeof(PRINTER_INFO_2W);
-    for (const auto& [size, answer] : {std::pair{0u, TRUE}, {kRecord, FALSE}, {5u, TRUE}, {kRecord, TRUE}})
-        for (const DWORD told : {0u, kOffline}) {
+    for (const auto& [size, answer] : {std::pair<DWORD, BOOL>{0, TRUE}, {kRecord, FALSE}, {5, TRUE}, {kRecord, TRUE}})
+        for (const DWORD told : {DWORD{0}, kOffline}) {
             needs = size;
             answers = answer;
             status = told;

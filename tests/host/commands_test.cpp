@@ -102,7 +102,8 @@ TEST_F(Commands, AnswerAsTheyAlwaysDid)
 TEST_F(Commands, StartTheRegisteredPrintServerInItsFolder)
 {
     EXPECT_THAT(RunTintwerk({"print", "--ppd", "tintwerk-x12.ppd", "--probe-server"}).out,
-                testing::MatchesRegex("(.|\n)*\nprint server started: (.+) \\| .*tintwerk-print-server -job\n"));
+                testing::AllOf(testing::HasSubstr("\nprint server started: "),
+                               testing::HasSubstr("tintwerk-print-server -job\n")));
 }
 
 using OptionsOfCommands = std::map<std::string, std::set<std::string>>;

@@ -119,7 +119,11 @@ TEST_F(InstallationScript, IsOfAPrinterDriverFor64BitWindows)
 {
     EXPECT_EQ("Printer", Values("Version", "Class")[0]);
     EXPECT_EQ("Halvaro", Values("Version", "Provider")[0]); // the text behind %Provider%
+    EXPECT_EQ("1", Values("Version", "PnpLockdown")[0]);
+    EXPECT_EQ("2", Values("Version", "DriverIsolation")[0]);
     EXPECT_EQ("TRUE", Values("PrinterPackageInstallation.amd64", "PackageAware")[0]);
+    EXPECT_EQ("{D20EA372-DD35-4950-9ED8-A6335AFE79F1}",
+              Values("PrinterPackageInstallation.amd64", "CoreDriverDependencies")[0]);
     EXPECT_EQ("66000", Values("DestinationDirs", "DefaultDestDir")[0]); // the printer driver directory
     EXPECT_EQ(VersionText("FileVersion"), Values("Version", "DriverVer")[1]);
 }

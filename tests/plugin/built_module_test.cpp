@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <random>
 #include <set>
 #include <string>
 #include <vector>
@@ -12,8 +13,6 @@
 
 namespace tintwerk {
 namespace {
-
-using Text = std::basic_string<WCHAR>;
 
 class BuiltModule : public testing::Test
 {
@@ -41,7 +40,8 @@ TEST_F(BuiltModule, NeedsNothingButTheSystemAndRunsNoData)
                                        "version.dll",  "winspool.drv"};
     EXPECT_FALSE(image->ImportedLibraries().empty());
     for (std::string library : image->ImportedLibraries()) {
-        std::ranges::transform(library, library.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        std::ranges::transform(library, library.begin(),
+                               [](char c) { return static_cast<char>(std::tolower(c)); });
         EXPECT_TRUE(system.contains(library)) << library;
     }
     constexpr WORD kHighEntropy = 0x20, kDynamicBase = 0x40, kNoExecute = 0x100;
@@ -55,31 +55,25 @@ TEST_F(BuiltModule, CarriesVersionAndManifest)
     EXPECT_NE(std::string::npos,
               std::string(manifest.begin(), manifest.end()).find("Microsoft.Windows.Common-Controls"));
     EXPECT_TRUE(image->Resource(24, 3).empty());
-
-    Text path;
-    for (const char c : std::string(TINTWERK_WINDOWS_MODULE))
-        path += static_cast<WCHAR>(c == '/' ? '\\' : c);
+    const std::string module = TINTWERK_WINDOWS_MODULE;
     WCHAR version[32];
-    GetFileVersionText(path.c_str(), version);
-    EXPECT_EQ(TEXT("5.0.0.0"), Text(version));
+    GetFileVersionText(std::basic_string<WCHAR>(module.begin(), module.end()).c_str(), version);
+    EXPECT_EQ(std::basic_string<WCHAR>(TEXT("5.0.0.0")), version);
 }
 
 TEST_F(BuiltModule, IsReadWithinItsBytesHoweverItIsDamaged)
 {
-    const std::vector<BYTE> whole = bytes;
-    unsigned random = 1;
+    std::minstd_rand random;
     for (int round = 0; round < 300; ++round) {
-        bytes = whole;
-        for (int i = 0; i < 40; ++i) {
-            random = random * 1664525 + 1013904223;
-            // Headers and directories are near the beginning of the file and of its sections.
-            bytes[(random >> 8) % (round % 2 ? 1024 : bytes.size())] = static_cast<BYTE>(random >> 24);
-        }
-        bytes.resize(round % 3 ? bytes.size() : (random >> 8) % bytes.size());
-        if (const auto damaged = PeImage::Open(bytes)) {
-            damaged->ExportedNames();
-            damaged->ImportedLibraries();
-            EXPECT_LE(damaged->Resource(16, 1).size(), bytes.size());
+        std::vector<BYTE> damaged = bytes;
+        // Headers and directories are near the beginning of the file and of its sections.
+        for (int i = 0; i < 40; ++i)
+            damaged[random() % (round % 2 ? 1024 : damaged.size())] = static_cast<BYTE>(random());
+        if (round % 3 == 0) damaged.resize(random() % damaged.size());
+        if (const auto read = PeImage::Open(damaged)) {
+            read->ExportedNames();
+            read->ImportedLibraries();
+            EXPECT_LE(read->Resource(16, 1).size(), damaged.size());
         }
     }
 }

@@ -118,9 +118,9 @@ TEST_F(PluginObject, TracesItsInterfaces)
     }
     const Text entry = TEXT("UI:  IOemUI:QueryInterface entry.\r\n\r\n"),
                counted = TEXT("UI:  IOemUI:AddRef entry.\r\n"), left = TEXT("UI:  IOemUI:Release entry.\r\n");
-    EXPECT_EQ((std::vector<Text>{entry, TEXT("UI:  IOemUI:Return pointer to IUnknown.\r\n\r\n"), counted, left,
-                                 entry, TEXT("UI:  IOemUI:Return pointer to IPrintOemUI.\r\n"), counted, left,
-                                 entry, TEXT("UI:  IOemUI:No Interface. Return NULL.\r\n")}),
+    EXPECT_EQ((std::vector<Text>{entry, TEXT("UI:  IOemUI:Return pointer to IUnknown.\r\n\r\n"), counted,
+                                 left, entry, TEXT("UI:  IOemUI:Return pointer to IPrintOemUI.\r\n"), counted,
+                                 left, entry, TEXT("UI:  IOemUI:No Interface. Return NULL.\r\n")}),
               lines.Lines());
 }
 
@@ -162,11 +162,11 @@ TEST_F(PluginObject, AnswersWhatTheCoreDriverWantsToKnow)
         EXPECT_EQ(row.answer, answer);
         const std::vector<Text> told = lines.Lines();
         EXPECT_EQ(2u, told.size());
-        EXPECT_EQ(TEXT("UI:  IOemUI::GetInfo() exit ") + Text(row.exit), told[1].substr(0, told[1].find('\r')));
+        EXPECT_EQ(TEXT("UI:  IOemUI::GetInfo() exit ") + Text(row.exit),
+                  told[1].substr(0, told[1].find('\r')));
     }
-    DWORD answer = 0;
     SetLastError(0);
-    EXPECT_EQ(E_FAIL, plugin->GetInfo(1, &answer, 4, nullptr));
+    EXPECT_EQ(E_FAIL, plugin->GetInfo(1, nullptr, 4, nullptr));
     EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
 }
 
@@ -198,17 +198,17 @@ TEST_F(PluginObject, NamesOneColorProfile)
     };
     EXPECT_EQ(E_FAIL, query(1, name));
     EXPECT_EQ(64u, size);
-    for (const ULONG room : {0u, 31u, 32u, 77u}) {
+    for (const auto& [room, buffer] : {std::pair{0u, name}, {31u, name}, {77u, nullptr}}) {
         size = room;
-        const bool fits = room == 32; // at 77 there is no buffer
-        EXPECT_EQ(fits ? S_OK : E_FAIL, query(0, room == 77 ? nullptr : name)) << room;
-        EXPECT_EQ(fits ? 0u : 122u, GetLastError());
+        EXPECT_EQ(E_FAIL, query(0, buffer)) << room;
+        EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, GetLastError());
         EXPECT_EQ(32u, size);
-        EXPECT_EQ(fits ? Text(TEXT("OEMPROFILE.icm")) : Text(), name);
-        EXPECT_EQ(fits ? 2u : 9u, flags);
-        name[0] = 0;
-        flags = 9;
+        EXPECT_TRUE(!name[0] && flags == 9);
     }
+    EXPECT_EQ(S_OK, query(0, name));
+    EXPECT_EQ(32u, size);
+    EXPECT_EQ(TEXT("OEMPROFILE.icm"), Text(name));
+    EXPECT_EQ(2u, flags);
 }
 
 TEST_F(PluginObject, DeclinesTheRest)
@@ -261,7 +261,8 @@ TEST(PrivateDevmode, HasASizeAndDefaults)
 
 TEST(PrivateDevmode, ConvertsAndMerges)
 {
-    const Record whole{24, kHalv, 5, 50, 60, 7}, blank{24, kHalv, 5, 11, 12, 99}, full{24, kHalv, 5, 0, 0, 99};
+    const Record whole{24, kHalv, 5, 50, 60, 7}, blank{24, kHalv, 5, 11, 12, 99},
+        full{24, kHalv, 5, 0, 0, 99};
     const WCHAR* const taken = TEXT("UI:  pOEMDevIn:\r\n");
     const WCHAR* const foreign = TEXT("UI:  Unknown DEVMODE signature, pOEMDMIn ignored.\r\n");
     const WCHAR* const refused = TEXT("ERROR UI:  ConvertOEMDevmode() invalid parameters.\r\n");
@@ -303,16 +304,17 @@ TEST(PrivateDevmode, ConvertsAndMerges)
 TEST(PrivateDevmode, RefusesOtherModes)
 {
     OEMDMPARAM parameters{};
-    for (const DWORD mode : {0u, 5u, 0xFFFFFFFFu}) {
+    DebugLines lines;
+    for (const auto& [mode, record] :
+         {std::pair{0u, &parameters}, {5u, &parameters}, {OEMDM_DEFAULT, nullptr}}) {
         SetLastError(0);
-        EXPECT_EQ(E_FAIL, HandleDevMode(mode, &parameters));
+        lines.Take();
+        EXPECT_EQ(E_FAIL, HandleDevMode(mode, record));
         EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, GetLastError());
     }
-    DebugLines lines;
-    EXPECT_EQ(E_FAIL, HandleDevMode(OEMDM_DEFAULT, nullptr));
     EXPECT_EQ((std::vector<Text>{TEXT("UI:  IOemUI:DevMode(2, 0) entry.\r\n"),
-                                             TEXT("ERROR UI:  DevMode() ERROR_INVALID_PARAMETER.\r\n"),
-                                             TEXT("UI:  \tdwMode = 2, pOemDMParam = 0.\r\n")}),
+                                 TEXT("ERROR UI:  DevMode() ERROR_INVALID_PARAMETER.\r\n"),
+                                 TEXT("UI:  \tdwMode = 2, pOemDMParam = 0.\r\n")}),
               lines.Lines());
 }
 

@@ -1,21 +1,15 @@
 // The loaded module in a process like the host of all 32-bit applications: sheets of printers in both
 // languages open and close on several threads, and jobs start in between.
-#include <gtest/gtest.h>
-
 #include <atomic>
-#include <string>
 #include <thread>
-#include <vector>
 
-#include "platform/coredriver.h"
 #include "platform/debug_sink.h"
-#include "platform/function_hook.h"
 #include "platform/memory_spooler.h"
 #include "platform/owners.h"
 #include "platform/plugin_module.h"
 #include "src/plugin/class_factory.h"
 #include "src/resources/control_ids.h"
-#include "tests/sheets/scripted_core.h"
+#include "tests/sheets/sheet_fixture.h"
 #include "tests/support/config_dir_value.h"
 #include "tests/support/fake_helper_ps.h"
 
@@ -26,37 +20,35 @@ constexpr int kRounds = 12;
 DWORD job = 7;
 
 // One property sheet of the plug-in object with all its tabbed pages as windows.
-class OpenedSheet
+class OpenedSheet : TestSheet
 {
 public:
     using Callback = HRESULT (STDMETHODCALLTYPE IPrintOemUI2::*)(PPROPSHEETUI_INFO, LPARAM);
 
     OpenedSheet(IPrintOemUI2& plugin, Callback callback, POEMUIOBJ object, HANDLE printer)
-        : plugin_(plugin), callback_(callback),
-          parameters_{sizeof parameters_, object, printer, name_, nullptr, heap_.Get(), nullptr, nullptr,
-                      nullptr, 0, nullptr}
+        : TestSheet(nullptr, object), plugin_(plugin), callback_(callback)
     {
-        info_.cbSize = sizeof info_;
-        info_.Version = PROPSHEETUI_INFO_VERSION;
-        info_.hComPropSheet = this;
-        info_.pfnComPropSheet = &AddPage;
-        info_.lParamInit = reinterpret_cast<LPARAM>(&parameters_);
-        Call(PROPSHEETUI_REASON_INIT);
+        parameters.hPrinter = printer;
+        Send(PROPSHEETUI_REASON_INIT);
+        for (const AddedPage& each : added)
+            if (each.function == CPSFUNC_ADD_PROPSHEETPAGEW)
+                pages_.push_back(CreateDialogParamW(each.page.hInstance, each.page.pszTemplate, window_,
+                                                    each.page.pfnDlgProc,
+                                                    reinterpret_cast<LPARAM>(&each.page)));
     }
     ~OpenedSheet()
     {
         DestroyWindow(window_);
-        Call(PROPSHEETUI_REASON_DESTROY);
+        Send(PROPSHEETUI_REASON_DESTROY);
     }
-    OpenedSheet(const OpenedSheet&) = delete;
-    OpenedSheet& operator=(const OpenedSheet&) = delete;
 
     // The sheet opened last decides the language of all of them, so a text is in either and in nothing else.
     bool IsReadable() const
     {
         WCHAR text[128] = {};
         GetDlgItemTextW(pages_.at(0), IDC_MAIN_MEDIA_TYPE_CAPTION, text, 128);
-        return (title_ == TEXT("Main") || title_ == TEXT("Druck")) &&
+        const Text& title = added.at(0).title;
+        return (title == TEXT("Main") || title == TEXT("Druck")) &&
                (Text(TEXT("Paper:")) == text || Text(TEXT("Papiertyp:")) == text);
     }
     LONG PictureWidth(int id) const
@@ -76,33 +68,17 @@ public:
     }
 
 private:
-    void Call(WORD reason)
+    void Send(WORD reason)
     {
-        info_.Reason = reason;
-        (plugin_.*callback_)(&info_, 0);
-    }
-    static LONG_PTR CALLBACK AddPage(HANDLE sheet, UINT function, LPARAM lParam1, LPARAM lParam2)
-    {
-        if (function == CPSFUNC_ADD_PCOMPROPSHEETUIW) *reinterpret_cast<DWORD*>(lParam2) = 1;
-        if (function != CPSFUNC_ADD_PROPSHEETPAGEW) return 1;
-        auto& self = *static_cast<OpenedSheet*>(sheet);
-        PropertySheetPage page = *reinterpret_cast<const PropertySheetPage*>(lParam1);
-        if (self.pages_.empty() && page.dwFlags & PSP_USETITLE) self.title_ = page.pszTitle;
-        self.pages_.push_back(CreateDialogParamW(page.hInstance, page.pszTemplate, self.window_,
-                                                 page.pfnDlgProc, reinterpret_cast<LPARAM>(&page)));
-        return 1;
+        info.Reason = reason;
+        (plugin_.*callback_)(&info, 0);
     }
 
     IPrintOemUI2& plugin_;
     Callback callback_;
-    WCHAR name_[2] = {'P', 0};
-    const HWND window_ = CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_POPUP, 0, 0, 600, 500, nullptr, nullptr,
-                                         GetModuleHandleW(nullptr), nullptr);
-    const HeapHandle heap_{HeapCreate(0, 0, 0)};
-    OEMUIPSPARAM parameters_;
-    PROPSHEETUI_INFO info_{};
+    const HWND window_ = CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_POPUP, 0, 0, 600, 500, nullptr,
+                                         nullptr, GetModuleHandleW(nullptr), nullptr);
     std::vector<HWND> pages_;
-    Text title_;
 };
 
 class Threads : public testing::Test

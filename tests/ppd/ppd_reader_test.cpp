@@ -76,8 +76,6 @@ TEST(PpdReader, TellsWhatIsWrongWithItsLine)
     } cases[] = {
         {false, "*OpenUI *A: PickOne\n*A B: \"\n<<>> setpagedevice\n*End\n*CloseUI: *A\n",
          "x.ppd:8: the closing quote of the value that begins here is missing before the next statement"},
-        {false, "*NickName: \"Tintwerk\n*ModelName Tintwerk\n",
-         "x.ppd:7: the closing quote of the value that begins here is missing before the next statement"},
         {false, "*OpenUI *A: PickOne\n*A B: \"\"\n*CloseUI: *PageRegion\n",
          "x.ppd:9: \"*CloseUI: *A\" expected, not \"*CloseUI: *PageRegion\""},
         {false, "*OpenUI: PickOne\n", "x.ppd:7: the keyword of a feature expected after \"*OpenUI\""},
@@ -85,33 +83,21 @@ TEST(PpdReader, TellsWhatIsWrongWithItsLine)
          "x.ppd:7: the name of a file in the PPD's folder expected, not \"../other.ppd\""},
         {false, groups, "x.ppd:39: groups stand in one another more than 32 deep"},
         {false, "*Include: \"other.ppd\"\n", "x.ppd:7: the included file \"other.ppd\" cannot be read"},
-        {true, "*OpenUI *A: PickOne\n*A B: \"\"\n*OpenUI *C: PickOne\n*C D: \"\"\n*CloseUI: *C\n",
-         "x.ppd:9: \"*CloseUI: *A\" expected before \"*OpenUI *C\""},
         {true, "*JCLOpenUI *A: Boolean\n*A True: \"\"\n*OpenUI *C: PickOne\n*C D: \"\"\n*CloseUI: *C\n",
          "x.ppd:9: \"*JCLCloseUI: *A\" expected before \"*OpenUI *C\""},
         {true, "*OpenGroup: Paper\n*OpenUI *A: PickOne\n*A B: \"\"\n*CloseGroup: Paper\n",
          "x.ppd:10: \"*CloseUI: *A\" expected before \"*CloseGroup: Paper\""},
         {true, "*OpenUI *A: PickOne\n*A B: \"\"\n\n\n",
          "x.ppd:8: \"*CloseUI: *A\" expected before the end of the file"},
-        {true, "Gloss High\n",
-         "x.ppd:7: \"*\" expected at the start of \"Gloss High\"; the line is passed over"},
-        {true, "*CloseUI: *Gloss\n", "x.ppd:7: \"*CloseUI: *Gloss\" without its \"*OpenUI\""},
         {true, "*OpenUI *Gloss: PickOne\n*Gloss Mid: \"\"\n*CloseUI: *Gloss\n",
          "x.ppd:7: \"*OpenUI *Gloss\" a second time; its options are added to the first"},
         {true, "*Gloss Low: \"2\"\n", "x.ppd:7: \"*Gloss Low\" a second time; the first one counts"},
         {true, "*OpenUI *A: PickOne\n*CloseUI: *A\n*OpenUI *B: PickOne\n*B C: \"\"\n*CloseUI: *B\n",
          "x.ppd:7: \"*A\" has no options; it is left out"},
-        {true, "*OpenUI *A: PickAny\n*A B: \"\"\n*CloseUI: *A\n",
-         "x.ppd:7: \"PickOne\", \"PickMany\" or \"Boolean\" expected, not \"PickAny\"; taken as \"PickOne\""},
         {true, "*OpenUI *A: PickOne\n*DefaultA: C\n*A B: \"\"\n*CloseUI: *A\n",
          "x.ppd:8: the default \"C\" is no option of \"*A\"; the first option \"B\" is taken"},
         {true, "*UIConstraints: *Gloss High *Media\n*UIConstraints: *Media *Gloss High\n",
          "x.ppd:7: \"*Media\" is not defined in the file; constraints that name it are passed over"},
-        {true, "*UIConstraints: Gloss High\n",
-         "x.ppd:7: two features with their options expected after \"*UIConstraints:\"; the constraint is "
-         "passed over"},
-        {true, "*UIConstraints: *Gloss Low *Gloss High\n", "x.ppd:7: the constraint names *Gloss twice"},
-        {true, "*CloseGroup: Paper\n", "x.ppd:7: \"*CloseGroup: Paper\" without its \"*OpenGroup\""},
     };
     for (const auto& row : cases) {
         SCOPED_TRACE(row.message);
@@ -169,8 +155,7 @@ TEST(PpdReader, DecodesTranslationsFromTheFilesEncoding)
     {
         const char *encoding, *raw, *text;
     } cases[] = {
-        {"ISOLatin1", "<f6df> z", "\xC3\xB6\xC3\x9F z"},
-        {"ISOLatin1", "<F6 DF>z", "\xC3\xB6\xC3\x9Fz"},
+        {"ISOLatin1", "<F6 df> z", "\xC3\xB6\xC3\x9F z"},
         {"ISOLatin1", "\xF6\xDFz", "\xC3\xB6\xC3\x9Fz"},
         {"ISOLatin1", "5<80>", "5\xE2\x82\xAC"},
         {"ISOLatin1", "2<2F>3<3A>", "2/3:"},
@@ -182,11 +167,9 @@ TEST(PpdReader, DecodesTranslationsFromTheFilesEncoding)
         {"WindowsANSI", "<93>x<94>", "\xE2\x80\x9Cx\xE2\x80\x9D"},
         {"MacStandard", "<8a>", "\xC3\xA4"},
         {"UTF-8", "<c3bc>", "\xC3\xBC"},
-        {"UTF-8", "\xC3\xBC", "\xC3\xBC"},
         {"UTF-8", "<fc>", "\xC3\xBC"}, // not UTF-8 after all
         {"None", "<c3bc>", "\xC3\xBC"},
         {"None", "<fc>", "\xC3\xBC"},
-        {"JIS83-RKSJ", "Plain", "Plain"},
         {"JIS83-RKSJ", "<8ea9>", "\xE8\x87\xAA"},
         {"JIS83-RKSJ", "<8e>", "A"}, // cannot be decoded: the keyword
         {"MacJapanese", "<8ea9>", "\xE8\x87\xAA"},
@@ -283,41 +266,6 @@ TEST(PpdReader, UnpacksWhatGzipPacked)
         EXPECT_EQ("packed, but damaged or cut off", cut.error.text);
     } else { // a build without zlib
         EXPECT_EQ("packed; this build does not unpack: gunzip first", whole.error.text);
-    }
-}
-
-TEST(PpdReader, SurvivesEveryCutOfAFile)
-{
-    const std::string text = std::string("*PPD-Adobe: \"4.3\"\r*X <41>: ^Y\r\n*Include: \"n\"\n") +
-                             kOneFeature +
-                             "*de.Gloss High/H<c3>: \"\"\n*UIConstraints: *Gloss *Gloss\n*OpenGroup: A\n"
-                             "*CloseGroup: A\n";
-    for (std::size_t length = 0; length <= text.size(); ++length) {
-        const PpdResult result = ReadPpdText(text.substr(0, length), "x.ppd");
-        EXPECT_NE(static_cast<bool>(result), !result.error.text.empty()) << length;
-    }
-}
-
-// The printers of our own must be faultless and fit what the driver's pages can take.
-TEST(Samples, AreReadWithoutAWord)
-{
-    const struct
-    {
-        const char *file, *name;
-        std::size_t features;
-    } cases[] = {{"tintwerk-x12.ppd", "Tintwerk X12 0012", 70},
-                 {"tintwerk-s8.ppd", "Tintwerk S8 0008", 50},
-                 {"tintwerk-lite.ppd", "Tintwerk Lite 0004", 12}};
-    for (const auto& row : cases) {
-        const PpdResult result = ReadPpd(std::string(TINTWERK_SOURCE_DIR "/samples/") + row.file);
-        ASSERT_TRUE(result) << result.error.Full();
-        EXPECT_THAT(Warnings(result), IsEmpty());
-        EXPECT_EQ(row.name, result.ppd->PrinterName());
-        EXPECT_GE(result.ppd->Features().size(), row.features) << row.file;
-        std::size_t listSize = sizeof "%Orientation %PageOrder %PagePerSheet";
-        for (const PpdFeature& feature : result.ppd->Features())
-            listSize += feature.keyword.size() + 1;
-        EXPECT_LE(listSize, 2048u) << row.file;
     }
 }
 

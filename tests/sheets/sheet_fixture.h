@@ -125,7 +125,7 @@ private:
             added.page = *reinterpret_cast<const PropertySheetPage*>(lParam1);
             added.hasTitle = (added.page.dwFlags & PSP_USETITLE) != 0;
             if (added.hasTitle) added.title = added.page.pszTitle;
-        } else {
+        } else if (function == CPSFUNC_ADD_PCOMPROPSHEETUIW) {
             added.items = *reinterpret_cast<const COMPROPSHEETUI*>(lParam1);
             *reinterpret_cast<DWORD*>(lParam2) = 1;
         }

@@ -105,15 +105,10 @@ protected:
     {
         static WORD translation[] = {0x0409, 0x04B0, 0x0407, 0x04B0};
         const Text& version = **static_cast<const Text* const*>(resource);
-        if (Text(TEXT("\\VarFileInfo\\Translation")) == name) {
-            *value = translation;
-            *size = sizeof(translation);
-            return TRUE;
-        }
-        if (Text(TEXT("\\StringFileInfo\\040904b0\\FileVersion")) != name) return FALSE;
-        *value = const_cast<WCHAR*>(version.data());
-        *size = static_cast<UINT>(version.empty() ? 0 : version.size() + 1);
-        return TRUE;
+        const bool isVersion = Text(TEXT("\\StringFileInfo\\040904b0\\FileVersion")) == name;
+        *value = isVersion ? const_cast<WCHAR*>(version.data()) : static_cast<void*>(translation);
+        *size = static_cast<UINT>(isVersion ? version.size() + !version.empty() : sizeof translation);
+        return isVersion || Text(TEXT("\\VarFileInfo\\Translation")) == name;
     }
 
     // The PPD's name and the versions of core driver, core UI, plug-in and rendering plug-in.

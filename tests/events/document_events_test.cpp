@@ -111,9 +111,7 @@ TEST_F(DocumentEvents, AnswerTheFilterWhereThereIsRoom)
         ULONG outSize;
         bool written;
     } cases[] = {{"two", 2, 24, true},
-                 {"for every event", 13, sizeof(DOCEVENT_FILTER) + 12 * sizeof(DWORD), true},
-                 {"a count beyond the buffer", 13, 23, false},
-                 {"the record alone", 0xFFFFFFFF, sizeof(DOCEVENT_FILTER), false},
+                 {"a count beyond the buffer", 0xFFFFFFFF, 23, false},
                  {"one", 1, 24, false},
                  {"no whole record", 2, 15, false}};
     for (const auto& row : cases) {

@@ -179,7 +179,7 @@ void Measure(benchmark::State& state, IPrintCoreUI2* core, POEMUIOBJ object, dou
         action(&recorder, object);
         const auto traced = static_cast<double>(lines.Lines().size());
         state.counters["lines"] = traced;
-        state.counters["allocations/unit"] = (heaps.Allocations() - traced) / units;
+        state.counters["allocations/unit"] = (heaps.Calls() - traced) / units;
     }
     const auto start = std::clock();
     for ([[maybe_unused]] auto round : state)

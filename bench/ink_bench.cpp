@@ -72,7 +72,7 @@ void ReadCounterFile(benchmark::State& state)
         const HeapWatch heap;
         const DebugLines trace;
         ReadInkFile(file.path.c_str(), context);
-        allocations = heap.Allocations() - static_cast<int>(trace.Lines().size());
+        allocations = heap.Calls() - static_cast<int>(trace.Lines().size());
     }
     state.SetBytesProcessed(state.iterations() * static_cast<int64_t>(text.size()));
     state.counters["allocations besides the trace"] = allocations;

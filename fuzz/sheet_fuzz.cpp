@@ -49,7 +49,7 @@ public:
 
 private:
     std::filesystem::path path_;
-    ConfigDirValue value_{path_.string()};
+    InstalledValue value_{"ConfigDir", path_.string()};
     std::string sample_;
 };
 

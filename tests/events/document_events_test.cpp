@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,7 @@
 #include "platform/owners.h"
 #include "src/events/offline_warning.h"
 #include "tests/support/config_dir_value.h"
-#include "tests/support/fake_helper_ps.h"
+#include "tests/support/fake_core.h"
 #include "tests/support/message_boxes.h"
 #include "tests/support/testing.h"
 
@@ -36,12 +37,48 @@ std::vector<BYTE> Devmode()
     return bytes;
 }
 
+struct StartedProcess
+{
+    std::string commandLine;
+    std::string directory;
+    bool plain; // no application name, environment or handles of ours
+    DWORD flags;
+    STARTUPINFOA startup;
+};
+
+// What was asked to be started, which nothing is; the handles given out and not closed.
+std::vector<StartedProcess> started;
+std::set<HANDLE> open;
+DWORD startError;
+decltype(&CloseHandle) closeHandle;
+
+BOOL WINAPI RecordProcess(LPCSTR application, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_ATTRIBUTES,
+                          BOOL inherit, DWORD flags, LPVOID environment, LPCSTR directory,
+                          LPSTARTUPINFOA startup, LPPROCESS_INFORMATION information)
+{
+    started.push_back({commandLine, directory, !application && !inherit && !environment, flags, *startup});
+    SetLastError(startError);
+    if (startError) return FALSE;
+    *information = {reinterpret_cast<HANDLE>(0x7E570004), reinterpret_cast<HANDLE>(0x7E570008), 0, 0};
+    open = {information->hProcess, information->hThread};
+    return TRUE;
+}
+
+BOOL WINAPI CloseRecorded(HANDLE handle)
+{
+    return open.erase(handle) > 0 || closeHandle(handle);
+}
+
 // An offline printer with a job that wants the preview, and a print server.
 class DocumentEvents : public testing::Test
 {
 protected:
     DocumentEvents()
     {
+        started.clear();
+        startError = 0;
+        ReplaceFunction("CreateProcessA", &RecordProcess);
+        closeHandle = ReplaceFunction("CloseHandle", &CloseRecorded);
         UseMemorySpooler();
         SetPrinter(kOffline, 0, {TEXT("Poster"), Devmode()});
         WCHAR name[] = TEXT("P");
@@ -52,6 +89,8 @@ protected:
     {
         printer.Reset();
         StopMemorySpooler();
+        RestoreFunction("CloseHandle");
+        RestoreFunction("CreateProcessA");
     }
 
     static void SetPrinter(DWORD status, DWORD attributes, const MemorySpooler::Job& job)
@@ -82,7 +121,6 @@ protected:
     const InstalledValue directory{"InstallDir", "C:\\A"}, server{"PrintServerCmd", "s.exe"};
     PrinterHandle printer;
     FakeHelperPS helper;
-    ProcessRecorder processes;
     MessageBoxes boxes;
     DebugLines lines;
 };
@@ -91,12 +129,12 @@ TEST_F(DocumentEvents, AreHandledByNumber)
 {
     for (INT event = -1; event <= 17; ++event) {
         const bool wanted = event == 1 || event == 5 || event == kStarted || event == kQueryFilter;
-        const size_t before = processes.Started().size();
+        const size_t before = started.size();
         EXPECT_EQ(wanted ? 1 : 0, Send(event)) << event;
-        EXPECT_EQ(event == kStarted ? 1u : 0u, processes.Started().size() - before) << event;
+        EXPECT_EQ(event == kStarted ? 1u : 0u, started.size() - before) << event;
     }
     EXPECT_TRUE(lines.Contains(TEXT("UI:  IOemUI: DocumentEvent entry. iEsc=13\r\n")));
-    processes.FailWith(ERROR_ACCESS_DENIED);
+    startError = ERROR_ACCESS_DENIED;
     Warnings();
     EXPECT_TRUE(lines.Contains(TEXT("UI:  CreateProcess failed  error(5)!\r\n")));
     EXPECT_EQ(S_OK, HandleDocumentEvent(nullptr, nullptr, 1, 0, nullptr, 0, nullptr, nullptr, nullptr));
@@ -143,15 +181,15 @@ TEST_F(DocumentEvents, StartThePrintServerForEveryJobWhenBothValuesNameIt)
     for (const auto& row : cases) {
         const InstalledValue folder("InstallDir", row.directory), command("PrintServerCmd", row.command);
         EXPECT_EQ(0u, Warnings(nullptr)); // a job that the spooler does not know
-        const StartedProcess process = processes.Started().back();
+        const StartedProcess& process = started.back();
         EXPECT_EQ(row.commandLine, process.commandLine);
         EXPECT_EQ(row.directory, process.directory);
-        EXPECT_FALSE(process.hasApplicationName || process.inheritsHandles || process.hasEnvironment);
+        EXPECT_TRUE(process.plain);
         EXPECT_EQ(DWORD{DETACHED_PROCESS}, process.flags);
         STARTUPINFOA empty{};
         empty.cb = sizeof empty;
         EXPECT_EQ(0, std::memcmp(&empty, &process.startup, sizeof empty));
-        EXPECT_EQ(0, processes.OpenHandles());
+        EXPECT_TRUE(open.empty());
     }
     for (const char* name : {"InstallDir", "PrintServerCmd"}) {
         const InstalledValue value(name, "a");
@@ -159,7 +197,7 @@ TEST_F(DocumentEvents, StartThePrintServerForEveryJobWhenBothValuesNameIt)
     }
     EXPECT_TRUE(lines.Contains(TEXT("reg value PrintServerCmd not found\n")));
     EXPECT_TRUE(lines.Contains(TEXT("reg value InstallDir not found\n")));
-    EXPECT_EQ(std::size(cases), processes.Started().size());
+    EXPECT_EQ(std::size(cases), started.size());
 }
 
 // The window station's flags.
@@ -209,10 +247,9 @@ TEST_F(DocumentEvents, WarnWhenThePreviewMustWait)
         EXPECT_EQ(row.warnings, Warnings()) << row.what;
     }
     RestoreFunction("GetUserObjectInformationW");
-    EXPECT_EQ(std::size(cases), processes.Started().size()); // the print server's
-    const FakeHelperPS::Question question = helper.Questions().back();
-    EXPECT_EQ("halvPreview", question.feature);
-    EXPECT_EQ(sizeof(DEVMODEW) + 36, question.size);
+    EXPECT_EQ(std::size(cases), started.size()); // the print server's
+    EXPECT_EQ("halvPreview", helper.asked);
+    EXPECT_EQ(sizeof(DEVMODEW) + 36, helper.askedSize);
 }
 
 TEST_F(DocumentEvents, AskTheSpoolerForTheJobOfTheNumberGiven)
@@ -339,13 +376,13 @@ TEST_F(DocumentEvents, EndWellWhenMemoryRunsOut)
 {
     HeapWatch heaps;
     Warnings();
-    const int allocations = heaps.Allocations();
+    const int allocations = heaps.Calls();
     for (int nth = 1; nth <= allocations; ++nth) {
-        heaps.FailAllocation(nth);
+        heaps.Fail(nth);
         Warnings();
         EXPECT_EQ(0, heaps.LiveBlocks()) << nth;
     }
-    heaps.FailAllocation(1, 1000);
+    heaps.Fail(1, 1000);
     EXPECT_EQ(0u, Warnings());
 }
 

@@ -13,9 +13,7 @@
 #include "src/features/popup_filling.h"
 #include "src/records/sheet_context.h"
 #include "tests/support/fake_core.h"
-#include "tests/support/recording_dialog.h"
 #include "tests/support/testing.h"
-#include "tests/support/trace_order.h"
 
 namespace tintwerk {
 

@@ -233,7 +233,7 @@ TEST_F(FeatureTest, WithoutMemoryNothingIsReadAndWithoutACoreHelperWhatIsKnownSt
 {
     {
         HeapWatch watch;
-        watch.FailAllocation(2); // the first is a trace line, the second the block for names
+        watch.Fail(2); // the first is a trace line, the second the block for names
         EXPECT_EQ(E_OUTOFMEMORY, InitPPDSettings(context));
     }
     EXPECT_EQ(Strings{}, core.calls);

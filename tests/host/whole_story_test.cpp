@@ -18,7 +18,6 @@
 #include "platform/plugin_module.h"
 #include "src/records/private_devmode.h"
 #include "src/records/process_values.h"
-#include "tests/support/template_pictures.h"
 #include "tests/support/testing.h"
 
 namespace tintwerk {
@@ -151,11 +150,11 @@ TEST_F(StoryFaults, HeapAllocation)
     PlayOn();
     const int kept = heap.LiveBlocks(); // what stays until the next sheet replaces it
     FailInTurn(251, [&](int nth) {
-        const int before = heap.Allocations();
-        heap.FailAllocation(nth);
+        const int before = heap.Calls();
+        heap.Fail(nth);
         PlayOn();
         EXPECT_LE(heap.LiveBlocks(), kept);
-        return heap.Allocations() - before;
+        return heap.Calls() - before;
     });
 }
 
@@ -171,9 +170,9 @@ TEST_F(StoryFaults, Window)
 {
     FailInTurn(43, [this](int nth) {
         WindowWatch windows;
-        windows.FailWindow(nth);
+        windows.Fail(nth);
         PlayOn();
-        return windows.Windows();
+        return windows.Calls();
     });
 }
 
@@ -181,7 +180,7 @@ TEST_F(StoryFaults, FileCall)
 {
     FailInTurn(7, [this](int nth) {
         FileWatch files;
-        files.FailCall(nth);
+        files.Fail(nth);
         PlayOn();
         return files.Calls();
     });

@@ -11,9 +11,7 @@
 #include "src/ink/bar_value.h"
 #include "src/ink/consumption_layout.h"
 #include "src/ink/ink_channels.h"
-#include "tests/support/recording_dialog.h"
 #include "tests/support/testing.h"
-#include "tests/support/trace_order.h"
 
 namespace tintwerk {
 namespace {

@@ -15,7 +15,6 @@
 #include "tests/support/message_boxes.h"
 #include "tests/support/temp_file.h"
 #include "tests/support/testing.h"
-#include "tests/support/trace_order.h"
 
 namespace tintwerk {
 namespace {

@@ -12,7 +12,7 @@
 #include "src/pages/slider_controls.h"
 #include "tests/pages/open_sheet.h"
 #include "tests/support/temp_file.h"
-#include "tests/support/template_pictures.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

@@ -20,9 +20,7 @@
 #include "src/records/process_values.h"
 #include "src/records/sheet_record.h"
 #include "tests/support/fake_core.h"
-#include "tests/support/recording_dialog.h"
 #include "tests/support/testing.h"
-#include "tests/support/trace_order.h"
 
 namespace tintwerk {
 

@@ -367,7 +367,7 @@ TEST_F(PageProcedure, ShowsAnOemLogoInAReducedGui)
 {
     // The logo is any bitmap file below "oem" of the configuration directory.
     const std::string config = TINTWERK_SOURCE_DIR "/samples/config";
-    const ConfigDirValue value(config);
+    const InstalledValue value("ConfigDir", config);
     const std::string name = "logos\\tintwerk.bmp";
     const std::tuple<int, std::string, bool, bool> cases[] = {
         {0, name, false, false},

@@ -1,14 +1,76 @@
-// What the control kinds answer to messages, and what they tell their parent in which order.
+// What the control kinds answer to messages and tell their parent in which order; windows: handles that
+// outlive them, their relations and places.
 #include <gmock/gmock.h>
 
+#include <functional>
+#include <string>
+#include <vector>
+
 #include "src/resources/control_ids.h"
-#include "tests/support/recording_dialog.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+using Lines = std::vector<std::string>;
+
+// One of the plug-in's dialogs that writes down what its controls tell it: commands ("command 7: 0") requests
+// to draw ("draw 2") and scrolling.
+class RecordingDialog
+{
+public:
+    explicit RecordingDialog(int number)
+    {
+        const INITCOMMONCONTROLSEX families{sizeof families, ICC_WIN95_CLASSES};
+        InitCommonControlsEx(&families);
+        const HINSTANCE module = GetModuleHandleW(nullptr);
+        sheet_ = CreateWindowExW(0, TEXT("Static"), TEXT("sheet"), WS_POPUP | WS_VISIBLE, 0, 0, 600, 500,
+                                 nullptr, nullptr, module, nullptr);
+        window_ = CreateDialogParamW(module, MAKEINTRESOURCEW(number), sheet_, Procedure,
+                                     reinterpret_cast<LPARAM>(this));
+        ShowWindow(window_, SW_SHOW);
+        Pump();
+    }
+    ~RecordingDialog() { DestroyWindow(sheet_); }
+    RecordingDialog(const RecordingDialog&) = delete;
+    RecordingDialog& operator=(const RecordingDialog&) = delete;
+
+    HWND Window() const { return window_; }
+    HWND Item(int id) const { return GetDlgItem(window_, id); }
+    LRESULT Send(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const
+    {
+        return SendMessageW(Item(id), message, wParam, lParam);
+    }
+    // What was told while the action ran.
+    Lines During(const std::function<void()>& action)
+    {
+        lines_.clear();
+        action();
+        return std::exchange(lines_, {});
+    }
+
+private:
+    static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
+    {
+        if (message == WM_INITDIALOG) SetWindowLongPtrW(dialog, DWLP_USER, lParam);
+        auto* const self = reinterpret_cast<RecordingDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
+        if (self && message == WM_COMMAND)
+            self->lines_.push_back("command " + std::to_string(LOWORD(wParam)) + ": " +
+                                   std::to_string(HIWORD(wParam)));
+        else if (self && message == WM_DRAWITEM)
+            self->lines_.push_back("draw " + std::to_string(wParam));
+        else if (self && (message == WM_HSCROLL || message == WM_VSCROLL))
+            self->lines_.push_back("scroll");
+        return FALSE;
+    }
+
+    HWND sheet_ = nullptr;
+    HWND window_ = nullptr;
+    Lines lines_;
+};
 
 LPARAM Pointer(const void* value)
 {
@@ -108,6 +170,72 @@ TEST(Statics, AskTheParentToDraw)
     ShowWindow(bar, SW_HIDE);
     EXPECT_THAT(dialog.During(update), IsEmpty());
     EXPECT_THAT(dialog.During([bar] { ShowWindow(bar, SW_SHOW), Pump(); }), ElementsAre("draw 2"));
+}
+
+TEST(Windows, RefuseStaleHandles)
+{
+    HWND stale = nullptr;
+    {
+        RecordingDialog dialog(IDD_SCREEN_PRINTING);
+        stale = dialog.Item(IDC_SCREEN_LPI);
+        DestroyWindow(stale);
+        EXPECT_EQ(dialog.Item(IDC_SCREEN_LPI), nullptr);
+    }
+    RecordingDialog another(IDD_SCREEN_PRINTING); // may take the places of the first one's windows
+    RECT rectangle;
+    const std::function<bool()> calls[] = {
+        [&] { return SendMessageW(stale, WM_GETTEXTLENGTH, 0, 0) != 0; },
+        [&] { return PostMessageW(stale, WM_NULL, 0, 0) != 0; },
+        [&] { return GetWindowRect(stale, &rectangle) != 0; },
+        [&] { return SetWindowTextW(stale, TEXT("x")) != 0; },
+        [&] { return SetWindowPos(stale, nullptr, 0, 0, 1, 1, 0) != 0; },
+        [&] { return GetWindowLongPtrW(stale, GWL_STYLE) != 0; },
+        [&] { return IsWindowVisible(stale) != 0; },
+    };
+    EXPECT_FALSE(IsWindow(stale));
+    EXPECT_FALSE(DestroyWindow(stale));
+    for (const auto& call : calls) {
+        SetLastError(0);
+        EXPECT_FALSE(call());
+        EXPECT_EQ(GetLastError(), static_cast<DWORD>(ERROR_INVALID_WINDOW_HANDLE)) << &call - calls;
+    }
+}
+
+TEST(Windows, ShowAndTakeInputWithTheirParents)
+{
+    RecordingDialog dialog(IDD_SCREEN_PRINTING);
+    const HWND edit = dialog.Item(IDC_SCREEN_LPI);
+    EXPECT_EQ(GetAncestor(edit, GA_ROOT), GetParent(dialog.Window()));
+    EXPECT_TRUE(IsWindowVisible(edit));
+    EXPECT_TRUE(ShowWindow(dialog.Window(), SW_HIDE));
+    EXPECT_FALSE(IsWindowVisible(edit));
+    EXPECT_TRUE(GetWindowLongPtrW(edit, GWL_STYLE) & WS_VISIBLE);
+    EXPECT_FALSE(ShowWindow(dialog.Window(), SW_SHOW));
+    SetFocus(edit);
+    EXPECT_EQ(GetFocus(), edit);
+    EXPECT_FALSE(EnableWindow(edit, FALSE));
+    EXPECT_NE(GetFocus(), edit);
+    EXPECT_TRUE(EnableWindow(edit, TRUE));
+}
+
+TEST(Windows, StandWhereTheirTemplateSays)
+{
+    RecordingDialog dialog(IDD_SCREEN_PRINTING);
+    RECT units{0, 0, 4, 8};
+    MapDialogRect(dialog.Window(), &units);
+    EXPECT_EQ(units.right, 7);
+    EXPECT_EQ(units.bottom, 13);
+    RECT wanted{91, 102, 42, 13}, place{}, client{}; // mapped as two points
+    const HWND edit = dialog.Item(IDC_SCREEN_LPI);
+    MapDialogRect(dialog.Window(), &wanted);
+    GetWindowRect(edit, &place);
+    MapWindowPoints(nullptr, dialog.Window(), reinterpret_cast<POINT*>(&place), 2);
+    EXPECT_NEAR(place.left, wanted.left, 1);
+    EXPECT_NEAR(place.top, wanted.top, 1);
+    EXPECT_NEAR(place.right - place.left, wanted.right, 1);
+    EXPECT_NEAR(place.bottom - place.top, wanted.bottom, 1);
+    GetClientRect(edit, &client);
+    EXPECT_EQ(place.right - place.left - client.right, 4) << "the sunken border";
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "src/resources/control_ids.h"
-#include "tests/support/recording_dialog.h"
+#include "tests/support/testing.h"
 
 namespace tintwerk {
 namespace {

@@ -13,7 +13,6 @@
 #include "src/plugin/private_devmode.h"
 #include "src/records/process_values.h"
 #include "tests/support/fake_core.h"
-#include "tests/support/fake_helper_ps.h"
 #include "tests/support/testing.h"
 
 EXTERN_C BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID reserved);
@@ -92,7 +91,7 @@ TEST(Module, RefusesWhatItCannotMake)
     EXPECT_EQ(CLASS_E_NOAGGREGATION, factory->CreateInstance(factory.Get(), IID_IPrintOemUI2, &object));
     for (const GUID& id : {IID_IClassFactory, IID_IPrintOemUI})
         EXPECT_EQ(E_NOINTERFACE, factory->CreateInstance(nullptr, id, &object));
-    heaps.FailAllocation(1, 100);
+    heaps.Fail(1, 100);
     EXPECT_EQ(E_OUTOFMEMORY, factory->CreateInstance(nullptr, IID_IPrintOemUI2, &object));
     EXPECT_EQ(E_OUTOFMEMORY, DllGetClassObject(kPluginClassId, IID_IClassFactory, &object));
     EXPECT_EQ(nullptr, object);

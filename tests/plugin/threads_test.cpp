@@ -11,7 +11,7 @@
 #include "src/resources/control_ids.h"
 #include "tests/sheets/sheet_fixture.h"
 #include "tests/support/config_dir_value.h"
-#include "tests/support/fake_helper_ps.h"
+#include "tests/support/fake_core.h"
 
 namespace tintwerk {
 namespace {
@@ -167,7 +167,7 @@ protected:
     }
 
     inline static std::atomic<int> germanBoxes, englishBoxes;
-    const ConfigDirValue directory{"C:\\conf"};
+    const InstalledValue directory{"ConfigDir", "C:\\conf"};
     const PluginModule module;
     ComPtr<IPrintOemUI2> shared = Plugin();
     std::atomic<int> wrong{0};

@@ -78,7 +78,7 @@ std::string KindOf(const TemplateControl& control)
     if (control.kind == "combobox" && isPopup) return "popup";
     if (control.kind == "msctls_updown32" && isSpin) return "spin";
     if (control.kind == "msctls_trackbar32") return "slider";
-    return control.kind == "systabcontrol32" ? "tabs" : control.kind;
+    return control.kind == "SysTabControl32" ? "tabs" : control.kind;
 }
 
 bool ShowsText(const TemplateControl& control)
@@ -135,7 +135,7 @@ class DialogTemplates : public testing::TestWithParam<Page>
 {
 protected:
     const Page page = GetParam();
-    const DialogPage dialog = ReadDialogPage(page.number);
+    const DialogPage dialog{page.number};
 };
 
 INSTANTIATE_TEST_SUITE_P(All, DialogTemplates, testing::ValuesIn(kPages),
@@ -257,7 +257,7 @@ TEST_P(DialogTemplates, KeepControlsApartAndInsideThePage)
 TEST_P(DialogTemplates, StayInsideThePageWhenTheyAreCentred)
 {
     if (page.position < 0) return;
-    const auto pixels = [](int units) { return units * DialogBaseWidth() / 4; };
+    const auto pixels = [](int units) { return units * kDialogBaseWidth / 4; };
     const RECT& reference = dialog.Find(kPageKindTable[page.position].centringControl)->area;
     // In a sheet that leaves ten pixels on either side of the page; a negative move is none.
     const int width = pixels(reference.right - reference.left) + 1;
@@ -336,7 +336,7 @@ int LinesOf(const Text& text, int width)
 
 bool Fits(const TemplateControl& control, const Text& text)
 {
-    const int width = (control.area.right - control.area.left) * DialogBaseWidth() / 4;
+    const int width = (control.area.right - control.area.left) * kDialogBaseWidth / 4;
     const int height = (control.area.bottom - control.area.top) * kDialogLineHeight / 8;
     if (KindOf(control) == "label") return LinesOf(text, width) * kDialogLineHeight <= height;
     const int surroundings =
@@ -379,7 +379,7 @@ TEST_P(DialogTemplates, LeadTheKeyboardFromTopToBottomAndFromColumnToColumn)
 
 TEST(ConsumptionPane, HasTwelveEqualLinesThatFitBothPages)
 {
-    const DialogPage pane = ReadDialogPage(IDD_PANE_LAST_JOB);
+    const DialogPage pane{IDD_PANE_LAST_JOB};
     const LONG first = pane.Find(IDC_PANE_NAME(1))->area.top;
     const LONG pitch = pane.Find(IDC_PANE_NAME(2))->area.top - first;
     LONG top = first;
@@ -390,7 +390,7 @@ TEST(ConsumptionPane, HasTwelveEqualLinesThatFitBothPages)
     }
     for (const int number : {IDD_CONSUMPTION, IDD_LEGACY_CONSUMPTION}) {
         SCOPED_TRACE(number);
-        const RECT tabs = ReadDialogPage(number).Find(IDC_CONSUMPTION_TABS)->area;
+        const RECT tabs = DialogPage(number).Find(IDC_CONSUMPTION_TABS)->area;
         for (const TemplateControl& control : pane.controls) {
             EXPECT_LE(control.area.right, tabs.right - tabs.left - 6) << control.id;
             EXPECT_LE(control.area.bottom, tabs.bottom - tabs.top - 20) << control.id; // below the tabs
@@ -402,8 +402,8 @@ TEST(ConsumptionPane, HasTwelveEqualLinesThatFitBothPages)
 // greys.
 TEST(Pictures, FitTheirControlsAndLeaveTheirOutsideToTheSystem)
 {
-    const DialogPage information = ReadDialogPage(IDD_INFORMATION),
-                     screenPrinting = ReadDialogPage(IDD_SCREEN_PRINTING);
+    const DialogPage information = DialogPage(IDD_INFORMATION),
+                     screenPrinting = DialogPage(IDD_SCREEN_PRINTING);
     std::vector<std::pair<int, TemplateControl>> all{
         {IDB_MAKER_LOGO, *information.Find(IDC_INFORMATION_MAKER_LOGO)},
         {IDB_PRODUCT_LOGO, *information.Find(IDC_INFORMATION_PRODUCT_LOGO)},
@@ -412,7 +412,7 @@ TEST(Pictures, FitTheirControlsAndLeaveTheirOutsideToTheSystem)
         for (const int icon : kCartridgeIconIds)
             all.emplace_back(color.picture, *screenPrinting.Find(icon));
     for (const Page& page : kPages)
-        for (const TemplateControl& control : ReadDialogPage(page.number).controls)
+        for (const TemplateControl& control : DialogPage(page.number).controls)
             if (control.picture) all.emplace_back(control.picture, control);
     const HMODULE module = GetModuleHandleW(nullptr);
     for (const auto& [number, control] : all) {

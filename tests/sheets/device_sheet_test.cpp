@@ -86,7 +86,7 @@ TEST_F(DeviceSheet, AddsTheInformationPage)
 TEST_F(DeviceSheet, DoesNotOpenWithoutParametersOrMemory)
 {
     HeapWatch heap;
-    heap.FailAllocation(2); // the first is a trace line's
+    heap.Fail(2); // the first is a trace line's
     EXPECT_EQ(E_FAIL, sheet.Open());
     sheet.info.lParamInit = 0;
     EXPECT_EQ(E_FAIL, sheet.Open());
@@ -100,7 +100,7 @@ TEST_F(DeviceSheet, MakesTheActivationContextOnceForAllPagesAndTriesAgainUntilIt
     TestModule::pathLength = 20;
     {
         HeapWatch heap;
-        heap.FailAllocation(3); // behind those of a trace line and the sheet's record
+        heap.Fail(3); // behind those of a trace line and the sheet's record
         EXPECT_EQ(0u, Open().dwFlags);
     }
     EXPECT_TRUE(TestModule::sources.empty());

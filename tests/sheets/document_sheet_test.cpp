@@ -256,7 +256,7 @@ TEST_F(DocumentSheet, AsksTheRegistryForTheConfigurationDirectoryUntilItIsKnown)
     EXPECT_EQ("\\ink\\printer0042.ink", inkFile());
     EXPECT_EQ("get_settings_directory failed\n", testing::internal::GetCapturedStderr());
     for (const char* const directory : {"D:\\tint", "E:\\later"}) {
-        const ConfigDirValue value(directory);
+        const InstalledValue value("ConfigDir", directory);
         EXPECT_EQ("D:\\tint\\ink\\printer0042.ink", inkFile());
     }
 }

@@ -14,7 +14,6 @@
 #include "src/sheets/document_sheet.h"
 #include "tests/sheets/scripted_core.h"
 #include "tests/support/testing.h"
-#include "tests/support/trace_order.h"
 
 namespace tintwerk {
 

@@ -36,13 +36,13 @@ TEST_F(SheetMemory, StaysTheSameWhicheverAllocationFails)
 {
     HeapWatch heap;
     ASSERT_EQ(1, Round());
-    const int allocations = heap.Allocations();
+    const int allocations = heap.Calls();
     const int kept = heap.LiveBlocks(); // the texts in the sheet's language, which the next sheet replaces
     EXPECT_GE(1, kept);
     int refused = 0;
     for (int failing = 1; failing <= allocations; ++failing) {
         for (const int count : {1, allocations}) {
-            heap.FailAllocation(failing, count);
+            heap.Fail(failing, count);
             const HRESULT result = Round();
             EXPECT_TRUE(result == 1 || result == E_FAIL) << failing;
             EXPECT_GE(kept, heap.LiveBlocks()) << failing;

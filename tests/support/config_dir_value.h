@@ -27,10 +27,4 @@ private:
     RegistryKey key_;
 };
 
-// The configuration directory.
-struct ConfigDirValue : InstalledValue
-{
-    explicit ConfigDirValue(const std::string& directory) : InstalledValue("ConfigDir", directory) {}
-};
-
 } // namespace tintwerk

@@ -1,4 +1,4 @@
-// Stand-ins for the core driver's user interface helper. FakeCore answers from what a test offers, or with
+// Stand-ins for the core driver's helpers. FakeCore answers from what a test offers, or with
 // the exact bytes that a test scripts, and records every call with its arguments.
 #pragma once
 
@@ -14,21 +14,27 @@
 
 namespace tintwerk {
 
-// Counts its references and refuses every call; the base of the other stand-ins.
-class RefusingCore : public IPrintCoreUI2
+// Counts its references.
+template <typename Interface, const IID& kId> class Counted : public Interface
 {
 public:
     std::atomic<int> references{1};
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID interfaceId, void** object) override
     {
-        const bool known = IsEqualIID(interfaceId, IID_IPrintCoreUI2);
+        const bool known = IsEqualIID(interfaceId, kId);
         *object = known ? this : nullptr;
         references += known;
         return known ? S_OK : E_NOINTERFACE;
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(++references); }
     ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(--references); }
+};
+
+// Refuses every call; the base of the stand-ins for the user interface helper.
+class RefusingCore : public Counted<IPrintCoreUI2, IID_IPrintCoreUI2>
+{
+public:
     // clang-format off
     HRESULT STDMETHODCALLTYPE DrvGetDriverSetting(PVOID, PCSTR, PVOID, DWORD, PDWORD, PDWORD) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE DrvUpgradeRegistrySetting(HANDLE, PCSTR, PCSTR) override { return E_NOTIMPL; }
@@ -250,6 +256,47 @@ private:
         std::memcpy(buffer, value.data(), value.size());
         return S_OK;
     }
+};
+
+// The PostScript helper: answers options from a table.
+class FakeHelperPS : public Counted<IPrintCoreHelperPS, IID_IPrintCoreHelperPS>
+{
+public:
+    std::map<std::string, std::string> selected; // option by feature; a feature that is not here fails
+    std::map<std::string, std::vector<const char*>> offered; // options by feature
+    std::string asked; // the last feature, and how large the devmode was
+    DWORD askedSize = 0;
+
+    HRESULT STDMETHODCALLTYPE GetOption(const DEVMODEW*, DWORD size, PCSTR feature, PCSTR* option) override
+    {
+        asked = feature;
+        askedSize = size;
+        const auto at = selected.find(feature);
+        if (at == selected.end()) return E_INVALIDARG;
+        *option = at->second.c_str();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE EnumOptions(PCSTR feature, PCSTR** options, DWORD* count) override
+    {
+        const auto at = offered.find(feature);
+        if (at == offered.end()) return E_INVALIDARG;
+        *options = at->second.data();
+        *count = static_cast<DWORD>(at->second.size());
+        return S_OK;
+    }
+
+    // clang-format off
+    HRESULT STDMETHODCALLTYPE SetOptions(DEVMODEW*, DWORD, BOOL, const PRINT_FEATURE_OPTION*, DWORD, DWORD*, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumConstrainedOptions(const DEVMODEW*, DWORD, PCSTR, PCSTR**, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE WhyConstrained(const DEVMODEW*, DWORD, PCSTR, PCSTR, const PRINT_FEATURE_OPTION**, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE EnumFeatures(PCSTR**, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetFontSubstitution(PCWSTR, PCWSTR*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetFontSubstitution(PCWSTR, PCWSTR) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE CreateInstanceOfMSXMLObject(REFCLSID, IUnknown*, DWORD, REFIID, void**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetGlobalAttribute(PCSTR, DWORD*, PBYTE*, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetFeatureAttribute(PCSTR, PCSTR, DWORD*, PBYTE*, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetOptionAttribute(PCSTR, PCSTR, PCSTR, DWORD*, PBYTE*, DWORD*) override { return E_NOTIMPL; }
+    // clang-format on
 };
 
 } // namespace tintwerk

@@ -1,63 +1,79 @@
 // What tests do to the platform and see of it, the same on both targets: allocations, file calls and windows
-// that fail, blocks that leak, processes that would have been started, diagnostic lines. Each recorder works
-// while it lives; one of a kind at a time.
+// that fail, blocks that leak, diagnostic lines, texts of windows. Each recorder works while it lives; one of
+// a kind at a time.
 #pragma once
 
+#include <algorithm>
+#include <atomic>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "platform/debug_sink.h"
 #include "platform/win32.h"
 
 namespace tintwerk {
 
-// Counts the blocks that are taken from heaps (HeapAlloc and its kind, not the runtime allocator) and lets
-// chosen allocations fail.
-class HeapWatch
+// The calls of one kind since a watch began, and which of them fail.
+struct CallCount
+{
+    std::atomic<int> calls, failFirst, failEnd;
+
+    bool NextFails()
+    {
+        const int call = ++calls;
+        return call >= failFirst && call < failEnd;
+    }
+};
+
+// Counts calls, failed ones included, and lets chosen ones fail.
+class CallWatch
 {
 public:
+    CallWatch(const CallWatch&) = delete;
+    CallWatch& operator=(const CallWatch&) = delete;
+
+    int Calls() const { return count_.calls; }
+    // The nth call from now on fails, 1 being the next, and some more after it.
+    void Fail(int nth, int count = 1)
+    {
+        count_.failFirst = count_.calls + nth;
+        count_.failEnd = count_.failFirst + count;
+    }
+
+protected:
+    explicit CallWatch(CallCount& count) : count_(count)
+    {
+        count.calls = count.failFirst = count.failEnd = 0;
+    }
+
+private:
+    CallCount& count_;
+};
+
+// Blocks that are taken from heaps (HeapAlloc and its kind, not the runtime allocator).
+struct HeapWatch : CallWatch
+{
     HeapWatch();
     ~HeapWatch();
-    HeapWatch(const HeapWatch&) = delete;
-    HeapWatch& operator=(const HeapWatch&) = delete;
-
-    // The nth allocation from now on fails, 1 being the next, and count - 1 more after it.
-    void FailAllocation(int nth, int count = 1);
-    // Allocations asked for since the watch began, failed ones included.
-    int Allocations() const;
     // Blocks taken since the watch began and not given back, neither one by one nor with their heap.
     int LiveBlocks() const;
 };
 
-// Counts the file calls of the program and of a loaded plug-in (open, read, write, flush, rename, through the
-// platform's functions and not the runtime library's) and lets chosen ones fail.
-class FileWatch
+// The file calls of the program and of a loaded plug-in (open, read, write, flush, rename, through the
+// platform's functions and not the runtime library's). A write that fails has written half.
+struct FileWatch : CallWatch
 {
-public:
     FileWatch();
     ~FileWatch();
-    FileWatch(const FileWatch&) = delete;
-    FileWatch& operator=(const FileWatch&) = delete;
-
-    // The nth call from now on fails, 1 being the next; a write has then written half.
-    void FailCall(int nth);
-    // Calls since the watch began, failed ones included.
-    int Calls() const;
 };
 
-// Counts the windows that this thread makes, controls included, and lets chosen ones fail.
-class WindowWatch
+// The windows that this thread makes, controls included.
+struct WindowWatch : CallWatch
 {
-public:
     WindowWatch();
     ~WindowWatch();
-    WindowWatch(const WindowWatch&) = delete;
-    WindowWatch& operator=(const WindowWatch&) = delete;
-
-    // The nth window from now on is not made, 1 being the next.
-    void FailWindow(int nth);
-    // Windows asked for since the watch began, failed ones included.
-    int Windows() const;
 };
 
 // What this process holds of the system at one moment.
@@ -72,36 +88,22 @@ struct ProcessUse
 
 ProcessUse UseOfProcess();
 
+// Bitmaps that dialog templates name: they go with their controls, but Wine's controls forget them, and who
+// counts objects there must know.
+inline constexpr int kTemplatePictures = 9; // of the pages correction and ink control
+
+// How many a control of that kind leaves behind: none, or itself.
+inline int ForgottenByAStatic(HINSTANCE module)
+{
+    const int before = UseOfProcess().gdiObjects;
+    DestroyWindow(CreateWindowExW(0, WC_STATICW, TEXT("#176"), WS_POPUP | SS_BITMAP, 0, 0, 14, 10, nullptr,
+                                  nullptr, module, nullptr));
+    return UseOfProcess().gdiObjects - before;
+}
+
 // False when a block of one of the process's heaps was written past its end or after it was freed, as far as
 // the system checks that: all of it under Wine with WINEDEBUG=warn+heap. Elsewhere AddressSanitizer looks.
 bool HeapsAreSound();
-
-struct StartedProcess
-{
-    bool hasApplicationName;
-    std::string commandLine;
-    std::string directory;
-    bool inheritsHandles;
-    bool hasEnvironment;
-    DWORD flags;
-    STARTUPINFOA startup;
-};
-
-// Records what CreateProcessA is asked to start; nothing is started.
-class ProcessRecorder
-{
-public:
-    ProcessRecorder();
-    ~ProcessRecorder();
-    ProcessRecorder(const ProcessRecorder&) = delete;
-    ProcessRecorder& operator=(const ProcessRecorder&) = delete;
-
-    // From now on the start fails with this error; 0 lets it succeed again.
-    void FailWith(DWORD error);
-    std::vector<StartedProcess> Started() const;
-    // Process and thread handles given out and not closed.
-    int OpenHandles() const;
-};
 
 // The lines that were written with OutputDebugStringW.
 class DebugLines
@@ -109,19 +111,70 @@ class DebugLines
 public:
     using Text = std::basic_string<WCHAR>;
 
-    DebugLines();
-    ~DebugLines();
+    DebugLines()
+    {
+        SetDebugSink(
+            [](const WCHAR* line, void* context) {
+                auto* self = static_cast<DebugLines*>(context);
+                const std::lock_guard lock(self->mutex_);
+                self->lines_.emplace_back(line);
+            },
+            this);
+    }
+    ~DebugLines() { SetDebugSink(nullptr, nullptr); }
     DebugLines(const DebugLines&) = delete;
     DebugLines& operator=(const DebugLines&) = delete;
 
     // All lines so far; Take also forgets them.
-    std::vector<Text> Lines() const;
-    std::vector<Text> Take();
-    bool Contains(const WCHAR* line) const;
+    std::vector<Text> Lines() const
+    {
+        const std::lock_guard lock(mutex_);
+        return lines_;
+    }
+    std::vector<Text> Take()
+    {
+        const std::lock_guard lock(mutex_);
+        return std::exchange(lines_, {});
+    }
+    bool Contains(const WCHAR* line) const
+    {
+        const std::lock_guard lock(mutex_);
+        return std::ranges::count(lines_, Text(line)) > 0;
+    }
 
 private:
     mutable std::mutex mutex_;
     std::vector<Text> lines_;
 };
+
+// The first of the expected lines, or beginnings of lines, that does not come behind the one before it; empty
+// when all came in their order.
+inline std::string MissingLine(const std::vector<std::basic_string<WCHAR>>& lines,
+                               const std::vector<std::string>& expected)
+{
+    auto line = lines.begin();
+    for (const std::string& beginning : expected) {
+        const std::basic_string<WCHAR> wide(beginning.begin(), beginning.end());
+        line = std::find_if(line, lines.end(), [&](auto& told) { return told.starts_with(wide); });
+        if (line == lines.end()) return beginning;
+        ++line;
+    }
+    return {};
+}
+
+inline std::basic_string<WCHAR> TextOf(HWND window)
+{
+    std::basic_string<WCHAR> text(static_cast<size_t>(GetWindowTextLengthW(window)) + 1, 0);
+    text.resize(static_cast<size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+    return text;
+}
+
+// Handles every message that waits.
+inline void Pump()
+{
+    MSG message;
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+        DispatchMessageW(&message);
+}
 
 } // namespace tintwerk

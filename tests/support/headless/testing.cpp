@@ -34,15 +34,14 @@ bool HeapsAreSound()
 
 namespace {
 
-int windows = 0;
-int failing = 0; // the number of a window
+CallCount windows;
 decltype(&CreateWindowExW) create = nullptr;
 
 HWND WINAPI WatchedCreate(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y,
                           int width, int height, HWND parent, HMENU menuOrId, HINSTANCE module,
                           LPVOID parameter)
 {
-    if (++windows == failing) {
+    if (windows.NextFails()) {
         SetLastError(ERROR_NOT_ENOUGH_MEMORY);
         return nullptr;
     }
@@ -51,25 +50,14 @@ HWND WINAPI WatchedCreate(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD 
 
 } // namespace
 
-WindowWatch::WindowWatch()
+WindowWatch::WindowWatch() : CallWatch(windows)
 {
-    windows = failing = 0;
     create = ReplaceFunction("CreateWindowExW", &WatchedCreate);
 }
 
 WindowWatch::~WindowWatch()
 {
     RestoreFunction("CreateWindowExW");
-}
-
-void WindowWatch::FailWindow(int nth)
-{
-    failing = windows + nth;
-}
-
-int WindowWatch::Windows() const
-{
-    return windows;
 }
 
 } // namespace tintwerk

@@ -81,37 +81,25 @@ bool HeapsAreSound()
 
 namespace {
 
-int windows = 0;
-int failing = 0; // the number of a window
+CallCount windows;
 HHOOK hook = nullptr;
 
 LRESULT CALLBACK OnCreation(int code, WPARAM wParam, LPARAM lParam)
 {
-    if (code == HCBT_CREATEWND && ++windows == failing) return 1;
+    if (code == HCBT_CREATEWND && windows.NextFails()) return 1;
     return CallNextHookEx(hook, code, wParam, lParam);
 }
 
 } // namespace
 
-WindowWatch::WindowWatch()
+WindowWatch::WindowWatch() : CallWatch(windows)
 {
-    windows = failing = 0;
     hook = SetWindowsHookExW(WH_CBT, OnCreation, nullptr, GetCurrentThreadId());
 }
 
 WindowWatch::~WindowWatch()
 {
     UnhookWindowsHookEx(hook);
-}
-
-void WindowWatch::FailWindow(int nth)
-{
-    failing = windows + nth;
-}
-
-int WindowWatch::Windows() const
-{
-    return windows;
 }
 
 } // namespace tintwerk

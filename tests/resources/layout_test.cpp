@@ -78,7 +78,7 @@ std::string KindOf(const TemplateControl& control)
     if (control.kind == "combobox" && isPopup) return "popup";
     if (control.kind == "msctls_updown32" && isSpin) return "spin";
     if (control.kind == "msctls_trackbar32") return "slider";
-    return control.kind == "SysTabControl32" ? "tabs" : control.kind;
+    return control.kind == "systabcontrol32" ? "tabs" : control.kind;
 }
 
 bool ShowsText(const TemplateControl& control)

@@ -1,6 +1,7 @@
 // Dialog templates as they lie in the module's resources, for tests that read what was built.
 #pragma once
 
+#include <cctype>
 #include <string>
 #include <vector>
 
@@ -12,7 +13,8 @@ struct TemplateControl
 {
     int id; // -1 for those that nobody asks for
     DWORD style;
-    std::string kind; // window class: "static", "button", "combobox", "edit", "msctls_trackbar32" ...
+    std::string
+        kind; // window class in lower case: "static", "button", "combobox", "edit", "msctls_trackbar32" ...
     std::basic_string<WCHAR> text;
     WORD picture; // number of the picture that the template itself names, 0 for none
     RECT area;    // dialog units
@@ -95,7 +97,7 @@ private:
         if (const WORD atom = TakeNameOrNumber(name)) return kinds[atom - 0x80];
         std::string kind;
         for (const WCHAR unit : name)
-            kind += static_cast<char>(unit);
+            kind += static_cast<char>(std::tolower(unit));
         return kind;
     }
 

@@ -18,7 +18,7 @@
 #include "host/sheet/sheet_controls.h"
 #include "platform/memory_spooler.h"
 #include "platform/whole_file.h"
-#include "tests/support/config_dir_value.h"
+#include "tests/support/installed_value.h"
 
 namespace tintwerk {
 namespace {

@@ -13,8 +13,8 @@
 #include "platform/memory_spooler.h"
 #include "platform/owners.h"
 #include "src/events/offline_warning.h"
-#include "tests/support/config_dir_value.h"
 #include "tests/support/fake_core.h"
+#include "tests/support/installed_value.h"
 #include "tests/support/message_boxes.h"
 #include "tests/support/testing.h"
 

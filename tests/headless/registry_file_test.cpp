@@ -1,4 +1,4 @@
-// The text file that keeps the registry on Linux.
+// The text file that keeps the registry on Linux, and files whose names are bytes in no encoding.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -83,6 +83,20 @@ TEST_F(RegistryFileTest, KeepsWhatIsWritten)
     EXPECT_EQ("no key", Value("Old"));
     setenv("TINTWERK_REGISTRY", file.path.c_str(), 1);
     EXPECT_EQ(std::string("1\0", 2), Value("Old"));
+}
+
+TEST(WholeFile, MayHaveANameOfAnyBytes)
+{
+    const std::filesystem::path folder = std::filesystem::temp_directory_path() / "tintwerk-\xE4\xFF";
+    std::filesystem::create_directory(folder);
+    const std::filesystem::path fresh = folder / "\xC3.new", file = folder / "\xC3";
+    std::string text;
+    EXPECT_TRUE(WriteWhole(fresh, "selections"));
+    EXPECT_TRUE(PutInPlace(fresh, file));
+    EXPECT_TRUE(ReadWhole(file, text));
+    EXPECT_EQ("selections", text);
+    EXPECT_FALSE(std::filesystem::exists(fresh));
+    std::filesystem::remove_all(folder);
 }
 
 } // namespace

@@ -121,6 +121,13 @@ protected:
             EXPECT_EQ((*kept_)[std::string(feature)], option) << feature;
     }
 
+    template <typename Watch> int Chances(int nth)
+    {
+        Watch watch;
+        watch.Fail(nth);
+        PlayOn();
+        return watch.Calls();
+    }
     // Plays the story with the first, second, ... fault until a run had no such fault any more. The run tells
     // how many chances for one there were. Of a kind with hundreds of them the daily run takes every
     // `step`th; with TINTWERK_EVERY_FAULT in the environment none is left out.
@@ -168,22 +175,12 @@ TEST_F(StoryFaults, CallOfTheCoreDriver)
 
 TEST_F(StoryFaults, Window)
 {
-    FailInTurn(43, [this](int nth) {
-        WindowWatch windows;
-        windows.Fail(nth);
-        PlayOn();
-        return windows.Calls();
-    });
+    FailInTurn(43, [this](int nth) { return Chances<WindowWatch>(nth); });
 }
 
 TEST_F(StoryFaults, FileCall)
 {
-    FailInTurn(7, [this](int nth) {
-        FileWatch files;
-        files.Fail(nth);
-        PlayOn();
-        return files.Calls();
-    });
+    FailInTurn(7, [this](int nth) { return Chances<FileWatch>(nth); });
 }
 
 // Sheet after sheet: every control is worked, everything applied, and what the process holds of the system

@@ -12,7 +12,7 @@
 #include "src/resources/control_ids.h"
 #include "tests/pages/open_sheet.h"
 #include "tests/support/canvas.h"
-#include "tests/support/config_dir_value.h"
+#include "tests/support/installed_value.h"
 #include "tests/support/temp_file.h"
 
 namespace tintwerk {

@@ -42,22 +42,13 @@ TEST(Files, EndWhereTheyWereCut)
 TEST(Files, SayWhyTheyDoNotOpen)
 {
     const std::string folder = TempFile("").path;
-    const struct
-    {
-        const char* what;
-        std::string path;
-        DWORD access;
-        DWORD disposition;
-        DWORD error;
-    } cases[] = {
-        {"no such file", folder + "b.txt", GENERIC_READ, OPEN_EXISTING, ERROR_FILE_NOT_FOUND},
-        {"no such directory", folder + "\\c.txt", GENERIC_READ, OPEN_EXISTING, ERROR_PATH_NOT_FOUND},
-        {"no directory to write in", folder + "\\c.txt", GENERIC_WRITE, CREATE_ALWAYS, ERROR_PATH_NOT_FOUND},
+    const auto error = [](const std::string& path, DWORD access, DWORD disposition) {
+        EXPECT_EQ(INVALID_HANDLE_VALUE, Open(path, access, disposition));
+        return GetLastError();
     };
-    for (const auto& row : cases) {
-        EXPECT_EQ(INVALID_HANDLE_VALUE, Open(row.path, row.access, row.disposition)) << row.what;
-        EXPECT_EQ(row.error, GetLastError()) << row.what;
-    }
+    EXPECT_EQ(DWORD{ERROR_FILE_NOT_FOUND}, error(folder + "b.txt", GENERIC_READ, OPEN_EXISTING));
+    EXPECT_EQ(DWORD{ERROR_PATH_NOT_FOUND}, error(folder + "\\c.txt", GENERIC_READ, OPEN_EXISTING));
+    EXPECT_EQ(DWORD{ERROR_PATH_NOT_FOUND}, error(folder + "\\c.txt", GENERIC_WRITE, CREATE_ALWAYS));
 }
 
 TEST(Files, AreLockedForOneAtATime)
@@ -90,19 +81,16 @@ std::string SmallPicture()
 TEST(Pictures, ComeWholeOrNotAtAll)
 {
     const std::string whole = SmallPicture();
-    const struct
-    {
-        std::string bytes;
-        bool loads;
-    } cases[] = {{whole, true}, {"", false}, {whole.substr(0, 10), false}, {"XX" + whole.substr(2), false}};
-    for (const auto& row : cases) {
-        const TempFile file("picture.bmp", row.bytes);
+    const std::pair<std::string, bool> cases[] = {
+        {whole, true}, {"", false}, {whole.substr(0, 10), false}, {"XX" + whole.substr(2), false}};
+    for (const auto& [bytes, loads] : cases) {
+        const TempFile file("picture.bmp", bytes);
         const BitmapHandle picture(static_cast<HBITMAP>(LoadImageA(
             nullptr, file.path.c_str(), IMAGE_BITMAP, 0, 0, LR_LOADFROMFILE | LR_CREATEDIBSECTION)));
         BITMAP size{};
-        EXPECT_EQ(row.loads, GetObjectW(picture.Get(), sizeof size, &size) != 0) << row.bytes.size();
-        EXPECT_EQ(row.loads ? 3 : 0, size.bmWidth);
-        EXPECT_EQ(row.loads ? 2 : 0, size.bmHeight);
+        EXPECT_EQ(loads, GetObjectW(picture.Get(), sizeof size, &size) != 0) << bytes.size();
+        EXPECT_EQ(loads ? 3 : 0, size.bmWidth);
+        EXPECT_EQ(loads ? 2 : 0, size.bmHeight);
     }
 }
 

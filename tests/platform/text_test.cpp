@@ -72,34 +72,24 @@ TEST(CodePages, BecomeWide)
 TEST(CodePages, RefuseOddArguments)
 {
     WCHAR wide[9];
-    char narrow[9];
-    const struct
-    {
-        const char* what;
-        int answer;
-        DWORD answerError, error;
-    } cases[] = {
-        {"no room for the end", MultiByteToWideChar(CP_UTF8, 0, "abc", -1, wide, 3), GetLastError(),
-         ERROR_INSUFFICIENT_BUFFER},
-        {"no room", MultiByteToWideChar(1252, 0, "abc", 3, wide, 2), GetLastError(),
-         ERROR_INSUFFICIENT_BUFFER},
-        {"unknown flag", MultiByteToWideChar(CP_UTF8, 0x10, "abc", -1, wide, 9), GetLastError(),
-         ERROR_INVALID_FLAGS},
-        {"unknown page", MultiByteToWideChar(12345, 0, "abc", -1, wide, 9), GetLastError(),
-         ERROR_INVALID_PARAMETER},
-        {"half a character", MultiByteToWideChar(932, MB_ERR_INVALID_CHARS, "A\x8e", 2, wide, 9),
-         GetLastError(), ERROR_NO_UNICODE_TRANSLATION},
-        {"half a pair",
-         WideCharToMultiByte(CP_UTF8, WC_ERR_INVALID_CHARS, TEXT("\xD83D"), -1, narrow, 9, nullptr, nullptr),
-         GetLastError(), ERROR_NO_UNICODE_TRANSLATION},
-        {"no room for the euro",
-         WideCharToMultiByte(CP_UTF8, 0, TEXT("ab\u20ac"), -1, narrow, 4, nullptr, nullptr), GetLastError(),
-         ERROR_INSUFFICIENT_BUFFER},
+    const auto decode = [&wide](UINT page, DWORD flags, const char* text, int bytes, int room) {
+        SetLastError(kNone);
+        EXPECT_EQ(0, MultiByteToWideChar(page, flags, text, bytes, wide, room));
+        return GetLastError();
     };
-    for (const auto& row : cases) {
-        EXPECT_EQ(0, row.answer) << row.what;
-        EXPECT_EQ(row.error, row.answerError) << row.what;
-    }
+    char narrow[9];
+    const auto encode = [&narrow](DWORD flags, const WCHAR* text, int room) {
+        SetLastError(kNone);
+        EXPECT_EQ(0, WideCharToMultiByte(CP_UTF8, flags, text, -1, narrow, room, nullptr, nullptr));
+        return GetLastError();
+    };
+    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, decode(CP_UTF8, 0, "abc", -1, 3)) << "no room for the end";
+    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, decode(1252, 0, "abc", 3, 2));
+    EXPECT_EQ(DWORD{ERROR_INVALID_FLAGS}, decode(CP_UTF8, 0x10, "abc", -1, 9));
+    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, decode(12345, 0, "abc", -1, 9)) << "unknown page";
+    EXPECT_EQ(DWORD{ERROR_NO_UNICODE_TRANSLATION}, decode(932, MB_ERR_INVALID_CHARS, "A\x8e", 2, 9));
+    EXPECT_EQ(DWORD{ERROR_NO_UNICODE_TRANSLATION}, encode(WC_ERR_INVALID_CHARS, TEXT("\xD83D"), 9));
+    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, encode(0, TEXT("ab\u20ac"), 4)) << "no room for the euro";
 }
 
 TEST(CodePages, AreWrittenWithAMarkForWhatTheyLack)

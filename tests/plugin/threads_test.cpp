@@ -10,8 +10,8 @@
 #include "src/plugin/class_factory.h"
 #include "src/resources/control_ids.h"
 #include "tests/sheets/sheet_fixture.h"
-#include "tests/support/config_dir_value.h"
 #include "tests/support/fake_core.h"
+#include "tests/support/installed_value.h"
 
 namespace tintwerk {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "src/pages/page_procedure.h"
 #include "src/sheets/device_sheet.h"
-#include "tests/support/config_dir_value.h"
+#include "tests/support/installed_value.h"
 
 namespace tintwerk {
 namespace {

@@ -261,10 +261,6 @@ TEST_F(CoreDriverTest, AnswersFromTheSelectionsOfAJob)
     PCSTR option = nullptr;
     EXPECT_EQ(S_OK, ps->GetOption(devmode, size, "MediaType", &option));
     EXPECT_STREQ("Canvas", option) << "the job keeps its settings";
-    PCSTR* options = nullptr;
-    DWORD count = 0;
-    EXPECT_EQ(S_OK, ps->EnumOptions("MediaType", &options, &count));
-    EXPECT_THAT(std::vector<std::string>(options, options + count), ElementsAre("Plain", "Film", "Canvas"));
 }
 
 TEST_F(CoreDriverTest, RefusesDevmodesThatAreNotItsOwn)

@@ -42,7 +42,6 @@ TEST(SelectionsFile, IsReplacedAsAWhole)
     fresh += ".new";
     std::string error;
     Selections selections = Selections::Load(file); // not there yet
-    selections.Set("PageSize", "A4");
     ASSERT_TRUE(selections.Save(file, error)) << error;
     std::ofstream(fresh) << "PageS";
     selections.Set("PageSize", "A3");

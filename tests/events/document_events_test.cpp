@@ -230,6 +230,7 @@ TEST_F(DocumentEvents, WarnWhenThePreviewMustWait)
         {"is offline", "1On", kOffline | 0x400, 0, poster, true, 1},
         {"is online", "1", PRINTER_STATUS_PAUSED, 0x40, poster, true, 0},
         {"preview is off", "0", kOffline, away, poster, true, 0},
+        {"preview is neither", "", kOffline, away, poster, true, 0},
         {"no such feature", nullptr, kOffline, away, poster, true, 0},
         {"test print", "1", kOffline, away, test, true, 0},
         {"nearly a test print", "1", kOffline, away, *test + TEXT("!"), true, 1},

@@ -99,10 +99,12 @@ TEST_F(StringTableTest, TurnsLineBreaksOfMarkupIntoMarkup)
          opening + x240 + "<br />12"},
     };
     for (const auto& row : cases) {
-        const StringRow rows[] = {{"key", row.text.c_str(), ""}};
+        const StringRow rows[] = {{"key", row.text.c_str(), ""}, {"later", "<b>\n", ""}};
         const StringTable table{rows, false};
         UseStringTable(&table);
-        EXPECT_EQ(row.shown, FindDefaultString("key", 0).Get()) << row.what;
+        const FoundText found = FindDefaultString("key", 0), later = FindDefaultString("later", 0);
+        EXPECT_EQ(row.shown, found.Get()) << row.what;
+        EXPECT_STREQ("<b><br />", later.Get());
     }
 }
 

@@ -185,7 +185,9 @@ TEST_P(DialogTemplates, NameEveryControlForAScreenReader)
                                    control.id, &CheckBoxBinding::controlId) == 1;
             EXPECT_NE(namedByItsCartridge, !control.text.empty());
         } else if (kind == "spin") {
-            EXPECT_EQ("edit", kindBefore); // its buddy
+            ASSERT_EQ("edit", kindBefore); // its buddy, beside which it stands
+            EXPECT_TRUE(before->area.right == control.area.left && before->area.top == control.area.top &&
+                        before->area.bottom == control.area.bottom);
         } else if (kind == "popup" || kind == "slider" || kind == "edit" || kind == "tabs") {
             ASSERT_TRUE(before);
             EXPECT_TRUE(ShareAPlace(page.position, before->id, control.id) ||

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <tuple>
 
 #include "src/bindings/cartridge_codes.h"
@@ -88,6 +89,26 @@ TEST_F(Embedding, LeavesOutTheCartridgePopupOfASingleCartridge)
         EXPECT_EQ(media.bottom - media.top, quality.bottom - quality.top) << cartridges;
         EXPECT_EQ(media.left, quality.left) << cartridges;
     }
+}
+
+TEST_F(Embedding, FindsAPostScriptInterpreterOnItsTwoPaths)
+{
+    static const char* existing;
+    static decltype(&CreateFileA) original;
+    original = ReplaceFunction(
+        "CreateFileA",
+        +[](LPCSTR path, DWORD access, DWORD share, LPSECURITY_ATTRIBUTES security, DWORD disposition,
+            DWORD flags, HANDLE pattern) WINAPI -> HANDLE {
+            if (std::strcmp(path, existing) == 0) path = TINTWERK_SOURCE_DIR "/README.md";
+            return original(path, access, share, security, disposition, flags, pattern);
+        });
+    for (const char* path : {"", "\\usr\\share\\tintwerk\\gs\\bin\\gs", "\\usr\\local\\bin\\gs"}) {
+        existing = path;
+        OpenSheet other;
+        other.Open(kMain);
+        EXPECT_EQ(*path != 0, other.context.postScriptInterpreterFound != FALSE) << path;
+    }
+    RestoreFunction("CreateFileA");
 }
 
 TEST_F(Embedding, ShowsTheCartridgesThatThePpdKnows)

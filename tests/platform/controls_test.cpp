@@ -17,29 +17,25 @@ using testing::IsEmpty;
 
 using Lines = std::vector<std::string>;
 
-// One of the plug-in's dialogs that writes down what its controls tell it: commands ("command 7: 0") requests
-// to draw ("draw 2") and scrolling.
-class RecordingDialog
+// The page of screen printing, which writes down what its controls tell it: commands ("command 7: 0"),
+// requests to draw ("draw 2") and scrolling.
+struct Dialog
 {
-public:
-    explicit RecordingDialog(int number)
+    Dialog()
     {
         const INITCOMMONCONTROLSEX families{sizeof families, ICC_WIN95_CLASSES};
         InitCommonControlsEx(&families);
         const HINSTANCE module = GetModuleHandleW(nullptr);
-        sheet_ = CreateWindowExW(0, TEXT("Static"), TEXT("sheet"), WS_POPUP | WS_VISIBLE, 0, 0, 600, 500,
-                                 nullptr, nullptr, module, nullptr);
-        window_ = CreateDialogParamW(module, MAKEINTRESOURCEW(number), sheet_, Procedure,
-                                     reinterpret_cast<LPARAM>(this));
-        ShowWindow(window_, SW_SHOW);
+        sheet = CreateWindowExW(0, TEXT("Static"), TEXT("sheet"), WS_POPUP | WS_VISIBLE, 0, 0, 600, 500,
+                                nullptr, nullptr, module, nullptr);
+        window = CreateDialogParamW(module, MAKEINTRESOURCEW(IDD_SCREEN_PRINTING), sheet, Procedure,
+                                    reinterpret_cast<LPARAM>(this));
+        ShowWindow(window, SW_SHOW);
         Pump();
     }
-    ~RecordingDialog() { DestroyWindow(sheet_); }
-    RecordingDialog(const RecordingDialog&) = delete;
-    RecordingDialog& operator=(const RecordingDialog&) = delete;
+    ~Dialog() { DestroyWindow(sheet); }
 
-    HWND Window() const { return window_; }
-    HWND Item(int id) const { return GetDlgItem(window_, id); }
+    HWND Item(int id) const { return GetDlgItem(window, id); }
     LRESULT Send(int id, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const
     {
         return SendMessageW(Item(id), message, wParam, lParam);
@@ -47,29 +43,34 @@ public:
     // What was told while the action ran.
     Lines During(const std::function<void()>& action)
     {
-        lines_.clear();
+        lines.clear();
         action();
-        return std::exchange(lines_, {});
+        return std::exchange(lines, {});
     }
 
-private:
     static INT_PTR CALLBACK Procedure(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam)
     {
         if (message == WM_INITDIALOG) SetWindowLongPtrW(dialog, DWLP_USER, lParam);
-        auto* const self = reinterpret_cast<RecordingDialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
+        auto* const self = reinterpret_cast<Dialog*>(GetWindowLongPtrW(dialog, DWLP_USER));
         if (self && message == WM_COMMAND)
-            self->lines_.push_back("command " + std::to_string(LOWORD(wParam)) + ": " +
-                                   std::to_string(HIWORD(wParam)));
+            self->lines.push_back("command " + std::to_string(LOWORD(wParam)) + ": " +
+                                  std::to_string(HIWORD(wParam)));
         else if (self && message == WM_DRAWITEM)
-            self->lines_.push_back("draw " + std::to_string(wParam));
+            self->lines.push_back("draw " + std::to_string(wParam));
         else if (self && (message == WM_HSCROLL || message == WM_VSCROLL))
-            self->lines_.push_back("scroll");
+            self->lines.push_back("scroll");
         return FALSE;
     }
 
-    HWND sheet_ = nullptr;
-    HWND window_ = nullptr;
-    Lines lines_;
+    HWND sheet = nullptr;
+    HWND window = nullptr;
+    Lines lines;
+};
+
+class Controls : public testing::Test
+{
+protected:
+    Dialog dialog;
 };
 
 LPARAM Pointer(const void* value)
@@ -77,9 +78,8 @@ LPARAM Pointer(const void* value)
     return reinterpret_cast<LPARAM>(value);
 }
 
-TEST(Controls, TellTheirParentOfChangesAndOfTheFocus)
+TEST_F(Controls, TellTheirParentOfChangesAndOfTheFocus)
 {
-    RecordingDialog dialog(IDD_SCREEN_PRINTING);
     constexpr int kEdit = IDC_SCREEN_LPI, kBox = IDC_SCREEN_PRINTING, kPopup = IDC_SCREEN_HALFTONE;
     const auto told = [](int id, int code) {
         return "command " + std::to_string(id) + ": " + std::to_string(code);
@@ -116,10 +116,9 @@ TEST(Controls, TellTheirParentOfChangesAndOfTheFocus)
     EXPECT_EQ(TextOf(dialog.Item(kEdit)), TEXT("136"));
 }
 
-TEST(ComboBoxes, KeepItemsDataAndChoiceTogether)
+TEST_F(Controls, KeepItemsDataAndChoiceTogether)
 {
-    RecordingDialog dialog(IDD_SCREEN_PRINTING);
-    const auto send = [&dialog](UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
+    const auto send = [this](UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
         return dialog.Send(IDC_SCREEN_HALFTONE, message, wParam, lParam);
     };
     for (const WCHAR* text : {TEXT("alpha"), TEXT("beta"), TEXT("gamma"), TEXT("delta")})
@@ -140,9 +139,8 @@ TEST(ComboBoxes, KeepItemsDataAndChoiceTogether)
     EXPECT_EQ(send(CB_GETCURSEL), CB_ERR) << "the chosen one went";
 }
 
-TEST(Positions, StayInTheirRange)
+TEST_F(Controls, StayInTheirRange)
 {
-    RecordingDialog dialog(IDD_SCREEN_PRINTING);
     dialog.Send(IDC_SCREEN_SATURATION, TBM_SETRANGEMIN, TRUE, -10);
     dialog.Send(IDC_SCREEN_SATURATION, TBM_SETRANGEMAX, TRUE, 10);
     dialog.Send(IDC_SCREEN_LPI_SPIN, UDM_SETRANGE32, 0, 180);
@@ -157,11 +155,10 @@ TEST(Positions, StayInTheirRange)
     EXPECT_EQ(dialog.Send(IDC_SCREEN_SATURATION, TBM_GETPOS), 5);
 }
 
-TEST(Statics, AskTheParentToDraw)
+TEST_F(Controls, AskTheParentToDraw)
 {
-    RecordingDialog dialog(IDD_INFORMATION);
     const HWND bar = CreateWindowExW(0, TEXT("Static"), TEXT(""), WS_CHILD | WS_VISIBLE | SS_OWNERDRAW, 5, 5,
-                                     100, 10, dialog.Window(), reinterpret_cast<HMENU>(2), nullptr, nullptr);
+                                     100, 10, dialog.window, reinterpret_cast<HMENU>(2), nullptr, nullptr);
     Pump();
     const auto update = [bar] { InvalidateRect(bar, nullptr, TRUE), UpdateWindow(bar); };
     EXPECT_THAT(dialog.During(update), ElementsAre("draw 2"));
@@ -176,12 +173,12 @@ TEST(Windows, RefuseStaleHandles)
 {
     HWND stale = nullptr;
     {
-        RecordingDialog dialog(IDD_SCREEN_PRINTING);
+        const Dialog dialog;
         stale = dialog.Item(IDC_SCREEN_LPI);
         DestroyWindow(stale);
         EXPECT_EQ(dialog.Item(IDC_SCREEN_LPI), nullptr);
     }
-    RecordingDialog another(IDD_SCREEN_PRINTING); // may take the places of the first one's windows
+    const Dialog another; // may take the places of the first one's windows
     RECT rectangle;
     const std::function<bool()> calls[] = {
         [&] { return SendMessageW(stale, WM_GETTEXTLENGTH, 0, 0) != 0; },
@@ -201,16 +198,15 @@ TEST(Windows, RefuseStaleHandles)
     }
 }
 
-TEST(Windows, ShowAndTakeInputWithTheirParents)
+TEST_F(Controls, ShowAndTakeInputWithTheirParents)
 {
-    RecordingDialog dialog(IDD_SCREEN_PRINTING);
     const HWND edit = dialog.Item(IDC_SCREEN_LPI);
-    EXPECT_EQ(GetAncestor(edit, GA_ROOT), GetParent(dialog.Window()));
+    EXPECT_EQ(GetAncestor(edit, GA_ROOT), GetParent(dialog.window));
     EXPECT_TRUE(IsWindowVisible(edit));
-    EXPECT_TRUE(ShowWindow(dialog.Window(), SW_HIDE));
+    EXPECT_TRUE(ShowWindow(dialog.window, SW_HIDE));
     EXPECT_FALSE(IsWindowVisible(edit));
     EXPECT_TRUE(GetWindowLongPtrW(edit, GWL_STYLE) & WS_VISIBLE);
-    EXPECT_FALSE(ShowWindow(dialog.Window(), SW_SHOW));
+    EXPECT_FALSE(ShowWindow(dialog.window, SW_SHOW));
     SetFocus(edit);
     EXPECT_EQ(GetFocus(), edit);
     EXPECT_FALSE(EnableWindow(edit, FALSE));
@@ -218,18 +214,17 @@ TEST(Windows, ShowAndTakeInputWithTheirParents)
     EXPECT_TRUE(EnableWindow(edit, TRUE));
 }
 
-TEST(Windows, StandWhereTheirTemplateSays)
+TEST_F(Controls, StandWhereTheirTemplateSays)
 {
-    RecordingDialog dialog(IDD_SCREEN_PRINTING);
     RECT units{0, 0, 4, 8};
-    MapDialogRect(dialog.Window(), &units);
+    MapDialogRect(dialog.window, &units);
     EXPECT_EQ(units.right, 7);
     EXPECT_EQ(units.bottom, 13);
     RECT wanted{91, 102, 42, 13}, place{}, client{}; // mapped as two points
     const HWND edit = dialog.Item(IDC_SCREEN_LPI);
-    MapDialogRect(dialog.Window(), &wanted);
+    MapDialogRect(dialog.window, &wanted);
     GetWindowRect(edit, &place);
-    MapWindowPoints(nullptr, dialog.Window(), reinterpret_cast<POINT*>(&place), 2);
+    MapWindowPoints(nullptr, dialog.window, reinterpret_cast<POINT*>(&place), 2);
     EXPECT_NEAR(place.left, wanted.left, 1);
     EXPECT_NEAR(place.top, wanted.top, 1);
     EXPECT_NEAR(place.right - place.left, wanted.right, 1);

@@ -59,13 +59,16 @@ class InstallationScript : public testing::Test
 protected:
     using Line = std::vector<std::string>; // the key, then the fields
 
-    InstallationScript()
+    void SetUp() override
     {
         UINT line = 0;
         inf_ = SetupOpenInfFileA(FullPath("tintwerk.inf").c_str(), nullptr, INF_STYLE_WIN4, &line);
-        EXPECT_NE(inf_, INVALID_HANDLE_VALUE) << "line " << line << ", error " << GetLastError();
+        ASSERT_NE(inf_, INVALID_HANDLE_VALUE) << "line " << line << ", error " << GetLastError();
     }
-    ~InstallationScript() override { SetupCloseInfFile(inf_); }
+    void TearDown() override
+    {
+        if (inf_ != INVALID_HANDLE_VALUE) SetupCloseInfFile(inf_);
+    }
 
     // A section that is not there counts as a fault of the test's own.
     std::vector<Line> Section(const std::string& name)
@@ -112,7 +115,7 @@ protected:
     }
 
 private:
-    HINF inf_;
+    HINF inf_ = INVALID_HANDLE_VALUE;
 };
 
 TEST_F(InstallationScript, IsOfAPrinterDriverFor64BitWindows)

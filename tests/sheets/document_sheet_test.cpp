@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <tuple>
 
 #include "src/pages/page_procedure.h"
@@ -247,6 +248,8 @@ TEST_F(DocumentSheet, TakesThePrinterNumberFromTheDriverName)
 TEST_F(DocumentSheet, AsksTheRegistryForTheConfigurationDirectoryUntilItIsKnown)
 {
     Process().configDirectory.Set({});
+    std::optional<InstalledValue> value(std::in_place, "ConfigDir", "");
+    value.reset(); // one of an earlier program of this system is gone
     const auto inkFile = [this] {
         TestSheet sheet(&core, core.object);
         sheet.Open();
@@ -256,7 +259,7 @@ TEST_F(DocumentSheet, AsksTheRegistryForTheConfigurationDirectoryUntilItIsKnown)
     EXPECT_EQ("\\ink\\printer0042.ink", inkFile());
     EXPECT_EQ("get_settings_directory failed\n", testing::internal::GetCapturedStderr());
     for (const char* const directory : {"D:\\tint", "E:\\later"}) {
-        const InstalledValue value("ConfigDir", directory);
+        value.emplace("ConfigDir", directory);
         EXPECT_EQ("D:\\tint\\ink\\printer0042.ink", inkFile());
     }
 }

@@ -244,7 +244,7 @@ TEST_F(Embedding, GivesBackEverythingThatItsPagesTook)
             DestroyWindow(page);
     };
     open();
-    constexpr int kTimes = 34; // some 200 pages
+    constexpr int kTimes = 4;
     const int forgotten = kTimes * kTemplatePictures * ForgottenByAStatic(Process().module);
     const ProcessUse before = UseOfProcess();
     HeapWatch heap;

@@ -37,8 +37,8 @@ const WCHAR* FileNameOf(const WCHAR* path)
 void CopyDataFileName(const WCHAR* path, DriverVersions* versions)
 {
     char* const name = versions->dataFileName;
-    if (WideCharToMultiByte(kLatin1CodePage, 0, FileNameOf(path), -1, name, sizeof(versions->dataFileName), nullptr,
-                            nullptr) == 0)
+    if (WideCharToMultiByte(kLatin1CodePage, WC_NO_BEST_FIT_CHARS, FileNameOf(path), -1, name,
+                            sizeof(versions->dataFileName), nullptr, nullptr) == 0)
         name[0] = 0;
 }
 
@@ -64,7 +64,7 @@ const WCHAR* FileVersion(const void* resource, UINT* units)
         size < sizeof(Translation))
         return nullptr;
     const auto* const translation = static_cast<const Translation*>(value);
-    char name[64];
+    char name[64] = {};
     std::snprintf(name, sizeof(name), "\\StringFileInfo\\%04x%04x\\FileVersion", translation->language,
                   translation->codePage);
     WCHAR wideName[std::size(name)];

@@ -40,7 +40,7 @@ HRESULT ReadSelectedOption(const CoreArea& core, const char* feature, SelectedOp
                                                    selected.reply, kReplyBytes, &needed);
     if (result != S_OK) return result;
 
-    const KeywordList texts(selected.reply, std::min(needed, kReplyBytes));
+    const KeywordList texts(selected.reply, BytesGiven(needed, kReplyBytes));
     auto text = texts.begin();
     if (text != texts.end()) {
         selected.feature = *text;

@@ -93,7 +93,7 @@ HRESULT ReadOptions(const CoreArea& core, const char* feature, KeywordList* opti
     DWORD needed = kListBytes;
     HRESULT result = core.helper->EnumOptions(core.object, 0, feature, buffer, kListBytes, &needed);
     if (result == S_OK || result == E_OUTOFMEMORY) {
-        const DWORD size = result == S_OK ? std::min(needed, kListBytes) : needed;
+        const DWORD size = result == S_OK ? static_cast<DWORD>(BytesGiven(needed, kListBytes)) : needed;
         char* const block = static_cast<char*>(HeapAlloc(core.heap, HEAP_ZERO_MEMORY, size));
         if (!block) return E_FAIL;
         if (result == S_OK)

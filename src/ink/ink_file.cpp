@@ -70,9 +70,8 @@ bool UserWantsReset(HWND owner)
     const WideText question = CFCopyLocalizedString(
         TEXT("Do you really want to reset all ink counters of this printer? This is cannot be undone!"),
         TEXT(""));
-    const int button =
-        MessageBoxW(owner, question.get(), caption.get(), MB_OKCANCEL | MB_ICONWARNING | MB_SYSTEMMODAL);
-    return button != 0 && button != IDCANCEL; // 0: there was no box
+    return question && MessageBoxW(owner, question.get(), caption.get(),
+                                   MB_OKCANCEL | MB_ICONWARNING | MB_SYSTEMMODAL) == IDOK;
 }
 
 // Lines end as the platform's text files do, with CR LF; readers in text mode see "\n". The old bytes go only

@@ -158,7 +158,9 @@ void EmbedMainCheckBoxes(SheetContext& context, HWND window)
         Trace(TEXT("no Ghostscript available\n"));
     }
     CheckControl(interpreter, false);
-    if (Value(kCheckPreview) == kCheckBoxMissing) ShowControl(preview, false);
+    if (Value(kCheckPreview) != kCheckBoxMissing) return;
+    ShowControl(preview, false);
+    ShowControl(GetDlgItem(window, IDC_MAIN_PREVIEW_CAPTION), false);
 }
 
 void EmbedScreenPrinting(SheetContext& context, HWND window)

@@ -119,9 +119,11 @@ void OnScreenPrintingClicked(SheetContext& context)
     const bool on = IsChecked(checkBox);
     Current().checkBoxes[kCheckScreenPrinting] = on;
     const HWND page = GetParent(checkBox);
+    const bool focused = GetFocus() == checkBox; // a disabled window loses it
     EnableChildren(page, on);
     if (!on) {
         EnableControl(checkBox, true); // the way back
+        if (focused) SetFocus(checkBox);
         return;
     }
     const HWND multiBlack = context.checkBoxes.windows[kCheckMultiBlack];

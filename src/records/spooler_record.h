@@ -1,7 +1,9 @@
 // One record of the spooler with everything that it points to: asked for its size, then for its bytes.
-// Whatever sizes the spooler reports, the record can be read whole, and a text that lies in the block ends inside it.
+// Whatever sizes the spooler reports, the record can be read whole, and a text that lies in the block ends
+// inside it.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 
 #include "platform/owners.h"
@@ -13,14 +15,16 @@ template <typename Record> class SpoolerRecord
 public:
     // ask(buffer, size, &needed) calls the spooler's function. Nothing when the size is 0, memory is short,
     // or the second call fails.
-    template <typename Ask> explicit SpoolerRecord(Ask ask)
+    template <typename Ask> explicit SpoolerRecord(Ask ask, HANDLE heap = GetProcessHeap())
     {
-        ask(nullptr, 0, &size_);
-        if (size_ == 0 || size_ > kLargest) return;
+        DWORD asked = 0;
+        ask(nullptr, 0, &asked);
+        if (asked == 0 || asked > kLargest) return;
         // Room for the whole record even where the spooler wants less.
-        block_ = HeapBlock<Record>(GetProcessHeap(), size_ < sizeof(Record) ? sizeof(Record) : size_);
+        size_ = std::max<DWORD>(asked, sizeof(Record));
+        block_ = HeapBlock<Record>(heap, size_);
         DWORD needed = 0;
-        if (block_ && !ask(reinterpret_cast<LPBYTE>(block_.Get()), size_, &needed))
+        if (block_ && !ask(reinterpret_cast<LPBYTE>(block_.Get()), asked, &needed))
             block_ = HeapBlock<Record>();
     }
 

@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <cstring>
 
-#include "platform/owners.h"
 #include "src/config/registry_values.h"
 #include "src/records/process_values.h"
+#include "src/records/spooler_record.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
@@ -40,19 +40,24 @@ int NumberOfDriver(const WCHAR* driverName)
 // Asks the spooler for the printer's driver.
 int ReadPrinterNumber(const SheetRecord& record)
 {
-    PRINTER_INFO_2W sizing{};
+    const BYTE* block = nullptr;
     DWORD needed = 0;
-    GetPrinterW(record.printer, 2, reinterpret_cast<LPBYTE>(&sizing), sizeof(sizing), &needed);
-    if (needed == 0) return kUnknownPrinterNumber;
-    Trace(TEXT("GetPrinter needs %d Bytes\n"), static_cast<int>(needed));
-
-    // A spooler that asks for less than the record itself still finds room for it.
-    const HeapBlock<PRINTER_INFO_2W> printer(record.parameters->hOEMHeap,
-                                             std::max<SIZE_T>(needed, sizeof(PRINTER_INFO_2W)));
-    Trace(TEXT("pPrinterInfo2 is %d\n"), TraceNumber(printer.Get()));
-    if (printer && GetPrinterW(record.printer, 2, reinterpret_cast<LPBYTE>(printer.Get()), needed, &needed))
-        return NumberOfDriver(printer->pDriverName);
-    Trace(TEXT("GetPrinter2 failed - cbNeeded=%d\n"), static_cast<int>(needed));
+    const auto ask = [&](LPBYTE buffer, DWORD size, DWORD* bytes) -> BOOL {
+        block = buffer;
+        if (buffer) {
+            Trace(TEXT("pPrinterInfo2 is %d\n"), TraceNumber(buffer));
+            return GetPrinterW(record.printer, 2, buffer, size, &needed);
+        }
+        PRINTER_INFO_2W sizing{};
+        GetPrinterW(record.printer, 2, reinterpret_cast<LPBYTE>(&sizing), sizeof sizing, &needed);
+        if (needed) Trace(TEXT("GetPrinter needs %d Bytes\n"), static_cast<int>(needed));
+        *bytes = needed;
+        return FALSE;
+    };
+    const SpoolerRecord<PRINTER_INFO_2W> printer(ask, record.parameters->hOEMHeap);
+    if (printer) return NumberOfDriver(printer.Text(printer->pDriverName));
+    if (needed && !block) Trace(TEXT("pPrinterInfo2 is 0\n"));
+    if (needed) Trace(TEXT("GetPrinter2 failed - cbNeeded=%d\n"), static_cast<int>(needed));
     return kUnknownPrinterNumber;
 }
 

@@ -156,6 +156,7 @@ TEST_F(ModuleVersions, AreThoseOfOurModulesShortenedToTheirNumbers)
         {PpdName, TEXT("a.ppd"), TEXT("a.ppd")},
         {PpdName, TEXT("C:\\x\\"), TEXT("")},
         {PpdName, TEXT("C:\\gr\u00FCn.ppd"), TEXT("gr\u00FCn.ppd")},
+        {PpdName, TEXT("C:\\\u0100.ppd"), TEXT("?.ppd")}, // not "A"
         {PpdName, Text(127, 'p'), Text(127, 'p')},
         {PpdName, Text(128, 'p'), TEXT("")},
         {CoreDriver, TEXT("5.0.123.3 (winbuild)"), TEXT("5.0.123.3")},

@@ -301,7 +301,7 @@ BOOL WINAPI AnswerJob(HANDLE, DWORD, DWORD, LPBYTE buffer, DWORD size, LPDWORD n
     if (!buffer) return FALSE;
     ++jobAnswer.fetched;
     std::memset(buffer, jobAnswer.filling, size);
-    if (size < sizeof(JOB_INFO_2W)) return jobAnswer.succeeds;
+    if (size < offsetof(JOB_INFO_2W, pSecurityDescriptor)) return jobAnswer.succeeds;
     auto& job = *reinterpret_cast<JOB_INFO_2W*>(buffer);
     job.pDocument = jobAnswer.filling ? reinterpret_cast<LPWSTR>(&job + 1) : nullptr;
     job.pDevMode = reinterpret_cast<LPDEVMODEW>(reinterpret_cast<LONG_PTR>(buffer) + jobAnswer.devmode);
@@ -326,6 +326,7 @@ TEST_F(DocumentEvents, SurviveAnySpooler)
         {"needs nothing", {0, TRUE, kRecord, kDevmode}, 0},
         {"fails with the buffer", {kRoom, FALSE, kRecord, kDevmode}, 0},
         {"less than a record", {3, TRUE, 0, 0}, 0},
+        {"settings in the record's missing end", {kRecord - 8, TRUE, kRecord - 4, 0}, 0},
         {"more than there is memory", {0xFFFFFFF0, FALSE, 0, 0}, 0},
         {"settings larger than the record", {kRoom, TRUE, kRecord, kDevmode + 1}, 0},
         {"settings behind the record", {kRoom, TRUE, kRoom, kDevmode}, 0},

@@ -90,6 +90,7 @@ TEST_F(FeatureTest, AnAnswerIsReadWithinItsBytes)
         {{S_FALSE, List({"halvX", "5"})}, E_FAIL, "before"},
         {{S_OK, std::string("halvX\0", 6) + std::string(1018, 'x')}, S_OK, ""},
         {{S_OK, List({"halvX", "5"}), 0xFFFFFFFF}, S_OK, "5"},
+        {{S_OK, List({"halvX", "5"}), 0}, S_OK, "5"}, // up to the closing zero
         {{S_OK, List({"halvX", "5"}), 7}, S_OK, ""}};
     for (const auto& [answer, result, expected] : cases) {
         core.answers["GetOptions halvX"] = answer;

@@ -100,6 +100,10 @@ TEST_F(OptionListTest, ALongListIsReadAgainIntoABlockOfItsSize)
     core.Offer("PageSize", std::string(4094, 'x'), ""); // 4096 bytes need one call only
     ASSERT_EQ(S_OK, getPPDComboOptions(context));
     EXPECT_EQ(15 + 14, core.Count("EnumOptions"));
+    core.answers["EnumOptions PageSize"] = {S_OK, List({"A4", "Letter"}), 0}; // up to the closing zero
+    *table = {};
+    ASSERT_EQ(S_OK, getPPDComboOptions(context));
+    EXPECT_EQ((Strings{"A4", "Letter"}), Keywords(kPopupPageSize));
 }
 
 TEST_F(OptionListTest, DisplayNamesAreWholeHoweverManyBlocksTheyFill)

@@ -184,7 +184,7 @@ protected:
 
 TEST_F(InkReset, AsksFirst)
 {
-    for (const int answer : {IDCANCEL, 0}) { // 0: the box cannot be shown
+    for (const int answer : {IDCANCEL, 0, -1}) { // 0, -1: the box cannot be shown
         boxes.answer = answer;
         ResetInkCounters(context);
         EXPECT_EQ(5, context.inkCounters.lastJob[kCyan]);

@@ -91,6 +91,17 @@ TEST_F(Embedding, LeavesOutTheCartridgePopupOfASingleCartridge)
     }
 }
 
+TEST_F(Embedding, LeavesOutThePreviewThatAPrinterLacks)
+{
+    for (const char* selected : {"0", ""}) {
+        OpenSheet other;
+        other.core.features["halvPreview"].selected = selected;
+        other.Open(kMain);
+        for (const int id : {12346, 1235})
+            EXPECT_EQ(*selected != 0, Shown(other.Control(kMain, id))) << id;
+    }
+}
+
 TEST_F(Embedding, FindsAPostScriptInterpreterOnItsTwoPaths)
 {
     static const char* existing;

@@ -178,8 +178,10 @@ TEST_F(PageEvents, ScreenPrintingTakesTheColourPagesAway)
         sheet.Open(position);
     sheet.sheetPages = {
         nullptr, nullptr, sheet.Page(kColors), sheet.Page(kCorrection), nullptr, sheet.Page(kInkControl)};
+    SetFocus(sheet.Control(kScreenPrinting, 1118));
     for (const bool on : {true, false, true}) {
         sheet.Check(kScreenPrinting, 1118, on);
+        EXPECT_EQ(sheet.Control(kScreenPrinting, 1118), GetFocus()) << "the keyboard stays there";
         EXPECT_EQ(on, Current().checkBoxes[kCheckScreenPrinting] != 0);
         EXPECT_EQ(!on, Enabled(sheet.Control(kColors, 1111)));
         EXPECT_EQ(!on, Enabled(sheet.Control(kCorrection, 1172)));

@@ -233,6 +233,17 @@ TEST_F(DocumentSheet, TakesThePrinterNumberFromTheDriverName)
         EXPECT_EQ("", MissingLine(trace.Take(), {got})) << driver;
         EXPECT_TRUE(number != -123 || std::string(sheet.Context().inkFilePath).ends_with("printer-0123.ink"));
     }
+    TestSpooler::driverName = TEXT("Tintwerk 0042");
+    for (const DWORD told : {162u, 0xFFFFFFF0u}) { // no room for the name's zero; more than any printer has
+        TestSpooler::told = told;
+        TestSheet lied(&core, core.object);
+        lied.Open();
+        EXPECT_EQ(0, lied.Record().printerNumber) << told;
+    }
+    EXPECT_EQ("", MissingLine(trace.Take(), {"*** extracted drivername: \n", "GetPrinter needs -16 Bytes\n",
+                                             "pPrinterInfo2 is 0\n", "GetPrinter2 failed - cbNeeded=-16\n"}));
+    TestSpooler::told = 0;
+    TestSpooler::driverName = {};
     TestSpooler::sizeOnly = true;
     TestSheet refused(&core, core.object);
     refused.Open();

@@ -226,13 +226,13 @@ TEST_F(OptionPages, TakeADisplayNameOfAnyTypeAndLength)
     const auto units = [](const Text& text) {
         return std::string(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(WCHAR));
     };
-    const std::tuple<const char*, std::string, DWORD, std::string> cases[] = {
-        {"no terminator", units(TEXT("abc")), 0, "abc"},
+    const std::tuple<const char*, std::string, std::optional<DWORD>, std::string> cases[] = {
+        {"no terminator", units(TEXT("abc")), {}, "abc"},
         {"more than told", units(Text(TEXT("abcdef")) + WCHAR{}), 6, "abc"},
-        {"an odd size", units(TEXT("abc")) + "x", 0, "abc"},
+        {"an odd size", units(TEXT("abc")) + "x", {}, "abc"},
         {"a size past the buffer", units(Text(TEXT("ab")) + WCHAR{}), 0xFFFFFFFF, "ab"},
-        {"one byte", "x", 0, ""},
-        {"8-bit text", std::string("a\0b\0c\0\0\0", 8), 0, "abc"}};
+        {"one byte", "x", {}, ""},
+        {"8-bit text", std::string("a\0b\0c\0\0\0", 8), {}, "abc"}};
     core.features = {{"halvSettingA", {"1"}, "1"}};
     for (const auto& [name, bytes, reported, shown] : cases) {
         core.answers["GetFeatureAttribute"] = core.answers["GetOptionAttribute"] = {S_OK, bytes, reported};

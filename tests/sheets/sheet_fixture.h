@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstring>
 #include <optional>
 #include <span>
 
@@ -22,20 +24,22 @@ struct TestSpooler
 {
     inline static Text driverName;
     inline static bool sizeOnly; // tells the size and then refuses
+    inline static DWORD told;    // a size that is told instead of the true one; 0 for none
 
     TestSpooler() { ReplaceFunction("GetPrinterW", &Answer); }
     ~TestSpooler() { RestoreFunction("GetPrinterW"); }
 
     static BOOL WINAPI Answer(HANDLE printer, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed)
     {
-        *needed = printer && level == 2
-                      ? static_cast<DWORD>(sizeof(PRINTER_INFO_2W) + (driverName.size() + 1) * sizeof(WCHAR))
-                      : 0;
+        const SIZE_T nameBytes = (driverName.size() + 1) * sizeof(WCHAR);
+        *needed = told ? told : static_cast<DWORD>(sizeof(PRINTER_INFO_2W) + nameBytes);
+        if (!printer || level != 2) *needed = 0;
         if (*needed == 0 || size < *needed || sizeOnly) return FALSE;
         auto* const information = reinterpret_cast<PRINTER_INFO_2W*>(buffer);
         *information = {};
         information->pDriverName = reinterpret_cast<LPWSTR>(information + 1);
-        lstrcpyW(information->pDriverName, driverName.c_str());
+        std::memcpy(information->pDriverName, driverName.c_str(),
+                    std::min(size - sizeof *information, nameBytes));
         return TRUE;
     }
 };
@@ -146,6 +150,7 @@ protected:
         Process().configDirectory.Set({"C:\\conf"});
         TestSpooler::driverName = TEXT("Tintwerk 0042");
         TestSpooler::sizeOnly = false;
+        TestSpooler::told = 0;
         SetWindowsVersion(10, 0);
     }
     ~SheetTest() override { SetWindowsVersion(0, 0); }

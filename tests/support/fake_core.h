@@ -6,6 +6,7 @@
 #include <atomic>
 #include <cstring>
 #include <map>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -103,7 +104,7 @@ public:
     {
         HRESULT result = S_OK;
         std::string bytes;
-        DWORD needed = 0; // 0 reports the size of the bytes
+        std::optional<DWORD> needed = {}; // else the size of the bytes is reported
         DWORD type = kADT_UNICODE;
     };
 
@@ -247,7 +248,7 @@ private:
     {
         if (const Answer* const scripted = Scripted(call)) {
             std::memcpy(buffer, scripted->bytes.data(), std::min<size_t>(size, scripted->bytes.size()));
-            *needed = scripted->needed ? scripted->needed : static_cast<DWORD>(scripted->bytes.size());
+            *needed = scripted->needed.value_or(static_cast<DWORD>(scripted->bytes.size()));
             return scripted->result;
         }
         if (!known) return E_INVALIDARG;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <utility>
 
 #include "src/bindings/check_boxes.h"
 #include "src/bindings/sliders.h"
@@ -12,16 +13,25 @@ namespace tintwerk {
 
 inline constexpr int kCheckBoxMissing = -1; // the feature is not in the PPD: the check box is hidden
 
+using SliderValues = std::array<SharedValue<int>, kSliderRows>;
+
+template <size_t... row> constexpr SliderValues InitialSliderValues(std::index_sequence<row...>)
+{
+    return {kSliderTable[row].initialValue...};
+}
+
 struct CurrentValues
 {
-    std::array<SharedValue<int>, kSliderRows>
-        sliders; // of each slider feature's selected option, as last read
-    std::array<SharedValue<int>, kCheckBoxRows> checkBoxes; // kCheckBoxMissing, 0 off, any other value on
+    // Of each slider feature's selected option, as last read.
+    SliderValues sliders = InitialSliderValues(std::make_index_sequence<kSliderRows>());
+    std::array<SharedValue<int>, kCheckBoxRows> checkBoxes{}; // kCheckBoxMissing, 0 off, any other value on
 };
 
-CurrentValues& Current();
+inline constinit CurrentValues currentValues{};
 
-// The state of a freshly loaded module: the sliders' fallbacks, every check box off.
-CurrentValues InitialValues();
+inline CurrentValues& Current()
+{
+    return currentValues;
+}
 
 } // namespace tintwerk

@@ -1,4 +1,5 @@
-// The number that an option keyword of a PPD stands for. Pure.
+// The number that a text from outside begins with, and the one that an option keyword of a PPD stands for.
+// Pure.
 #pragma once
 
 #include <algorithm>
@@ -8,27 +9,32 @@
 
 namespace tintwerk {
 
-// "-off" anywhere is 0, "-on" anywhere is 1, else a decimal integer from the keyword's start. Nothing when
-// there is none. Values beyond 32 bits end at the ends of 32 bits.
+// A decimal integer at the start of a text, after white space and with an optional sign. Numbers beyond 32
+// bits end at the ends of 32 bits: a counter that ran over is shown as large as can be, never as something
+// else.
+constexpr std::optional<int> LeadingNumber(std::string_view text)
+{
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    const bool negative = text.starts_with('-');
+    if (negative || text.starts_with('+')) text.remove_prefix(1);
+    if (text.empty() || !isDigit(text.front())) return std::nullopt;
+
+    constexpr long long kFarEnough = 1LL << 32;
+    long long number = 0;
+    for (; !text.empty() && isDigit(text.front()); text.remove_prefix(1))
+        number = std::min(number * 10 + (text.front() - '0'), kFarEnough);
+    return static_cast<int>(std::clamp<long long>(
+        negative ? -number : number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+}
+
+// "-off" anywhere is 0, "-on" anywhere is 1, else the number that the keyword begins with. Nothing when there
+// is none.
 constexpr std::optional<int> OptionNumber(std::string_view option)
 {
     if (option.find("-off") != option.npos) return 0;
     if (option.find("-on") != option.npos) return 1;
-
-    const auto isBlank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    while (!option.empty() && isBlank(option.front()))
-        option.remove_prefix(1);
-    const bool negative = option.starts_with('-');
-    if (negative || option.starts_with('+')) option.remove_prefix(1);
-    if (option.empty() || !isDigit(option.front())) return std::nullopt;
-
-    constexpr long long kFarEnough = 1LL << 32;
-    long long number = 0;
-    for (; !option.empty() && isDigit(option.front()); option.remove_prefix(1))
-        number = std::min(number * 10 + (option.front() - '0'), kFarEnough);
-    return static_cast<int>(std::clamp<long long>(
-        negative ? -number : number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
+    return LeadingNumber(option);
 }
 
 } // namespace tintwerk

@@ -73,6 +73,21 @@ const WCHAR* FileVersion(const void* resource, UINT* units)
                                                                        : nullptr;
 }
 
+// Cuts a version at the first blank from the second character after its third dot on: "5.0.123.3 (build)"
+// becomes "5.0.123.3".
+void ShortenVersion(WCHAR* text)
+{
+    int dots = 0;
+    while (*text && dots < 3)
+        if (*text++ == '.') ++dots;
+    if (dots < 3 || !text[0] || !text[1]) return;
+    for (++text; *text; ++text) {
+        if (*text != ' ') continue;
+        *text = 0;
+        return;
+    }
+}
+
 } // namespace
 
 int GetDriverVersions(HANDLE printer, DriverVersions* versions)
@@ -106,21 +121,8 @@ void GetFileVersionText(const WCHAR* path, WCHAR* text)
     UINT units = 0;
     const WCHAR* const version = FileVersion(resource.Get(), &units);
     if (!version) return;
-    lstrcpynW(text, version, std::min(kVersionUnits, static_cast<int>(std::min<UINT>(units, 0x7FFF)) + 1));
+    lstrcpynW(text, version, static_cast<int>(std::min<UINT>(units, kVersionUnits - 1)) + 1);
     ShortenVersion(text);
-}
-
-void ShortenVersion(WCHAR* text)
-{
-    int dots = 0;
-    while (*text && dots < 3)
-        if (*text++ == '.') ++dots;
-    if (dots < 3 || !text[0] || !text[1]) return;
-    for (++text; *text; ++text) {
-        if (*text != ' ') continue;
-        *text = 0;
-        return;
-    }
 }
 
 } // namespace tintwerk

@@ -22,8 +22,4 @@ int GetDriverVersions(HANDLE printer, DriverVersions* versions);
 // The file version of a module's version resource, shortened; empty when there is none. text holds 32 units.
 void GetFileVersionText(const WCHAR* path, WCHAR* text);
 
-// Cuts a version at the first blank from the second character after its third dot on: "5.0.123.3 (build)"
-// becomes "5.0.123.3".
-void ShortenVersion(WCHAR* text);
-
 } // namespace tintwerk

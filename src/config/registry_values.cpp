@@ -7,8 +7,6 @@ namespace tintwerk {
 
 namespace {
 
-constexpr char kConfigDirectory[] = "ConfigDir";
-
 RegistryKey OpenProductKey()
 {
     RegistryKey key;
@@ -53,7 +51,7 @@ int ReadConfigDir(char* buffer)
         Trace(TEXT("reg key for OEM cofiguration path not found\n"));
         return 1;
     }
-    return QueryText(key, kConfigDirectory, buffer, kRegistryTextBytes - 1) ? 0 : 1;
+    return QueryText(key, kConfigDirValue, buffer, kRegistryTextBytes - 1) ? 0 : 1;
 }
 
 } // namespace tintwerk

@@ -6,6 +6,9 @@
 namespace tintwerk {
 
 inline constexpr char kRegistryKey[] = "SOFTWARE\\Halvaro\\Tintwerk"; // under HKEY_LOCAL_MACHINE, 64-bit view
+inline constexpr char kConfigDirValue[] = "ConfigDir";                // ink counters, logos of other makers
+inline constexpr char kInstallDirValue[] = "InstallDir";
+inline constexpr char kPrintServerValue[] = "PrintServerCmd"; // below the installation
 inline constexpr int kRegistryTextBytes = 256;
 
 // Reads a text value of at most 254 characters into a buffer of kRegistryTextBytes. Returns 0 on success, 1
@@ -13,7 +16,7 @@ inline constexpr int kRegistryTextBytes = 256;
 // terminated text.
 int ReadRegistryString(const char* valueName, char* buffer);
 
-// The same for the value "ConfigDir", read by the page that shows an OEM logo.
+// The same for kConfigDirValue, read by the page that shows an OEM logo.
 int ReadConfigDir(char* buffer);
 
 } // namespace tintwerk

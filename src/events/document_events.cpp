@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 
 #include "src/events/offline_warning.h"
 #include "src/events/print_server.h"
@@ -12,7 +13,7 @@ namespace tintwerk {
 namespace {
 
 constexpr DWORD kWantedEvents[] = {DOCUMENTEVENT_STARTDOCPRE, DOCUMENTEVENT_STARTDOCPOST};
-constexpr UINT kWantedCount = 2;
+constexpr UINT kWantedCount = std::size(kWantedEvents);
 constexpr ULONG kFilterHead = offsetof(DOCEVENT_FILTER, aDocEventCall);
 
 // The spooler counts in cElementsAllocated the events for which it has room behind the record; its buffer
@@ -56,14 +57,12 @@ bool Handle(HANDLE printer, INT event, ULONG inSize, const void* in, ULONG outSi
 
 } // namespace
 
-HRESULT HandleDocumentEvent(HANDLE printer, HDC, INT event, ULONG inSize, PVOID in, ULONG outSize, PVOID out,
+HRESULT HandleDocumentEvent(HANDLE printer, INT event, ULONG inSize, PVOID in, ULONG outSize, PVOID out,
                             PINT result, IPrintCoreHelperPS* helper)
 {
     Trace(TEXT("UI:  IOemUI: DocumentEvent entry. iEsc=%d\r\n"), event);
-    INT unwanted = DOCUMENTEVENT_UNSUPPORTED;
-    INT& outcome = result ? *result : unwanted;
-    outcome = DOCUMENTEVENT_UNSUPPORTED;
-    if (Handle(printer, event, inSize, in, outSize, out, helper)) outcome = DOCUMENTEVENT_SUCCESS;
+    if (result) *result = DOCUMENTEVENT_UNSUPPORTED;
+    if (Handle(printer, event, inSize, in, outSize, out, helper) && result) *result = DOCUMENTEVENT_SUCCESS;
     return S_OK;
 }
 

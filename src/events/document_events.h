@@ -6,7 +6,7 @@
 namespace tintwerk {
 
 // Handles one event; always returns S_OK, the outcome goes to *result: 1 handled, 0 not. helper may be null.
-HRESULT HandleDocumentEvent(HANDLE printer, HDC dc, INT event, ULONG inSize, PVOID in, ULONG outSize,
-                            PVOID out, PINT result, IPrintCoreHelperPS* helper);
+HRESULT HandleDocumentEvent(HANDLE printer, INT event, ULONG inSize, PVOID in, ULONG outSize, PVOID out,
+                            PINT result, IPrintCoreHelperPS* helper);
 
 } // namespace tintwerk

@@ -1,6 +1,6 @@
 #include "src/events/offline_warning.h"
 
-#include <atomic>
+#include <cstddef>
 #include <cstring>
 #include <iterator>
 
@@ -18,8 +18,6 @@ constexpr char kWarningText[] =
     "the printer will come online again.";
 constexpr WCHAR kTestPrint[] = TEXT("Test print for default settings");
 
-std::atomic<const char*> jobLanguage{"en"};
-
 const char* InLanguage(const char* english, const char* language)
 {
     return std::strcmp(language, "en") == 0 ? english : TranslateEnglishText(english);
@@ -30,7 +28,7 @@ bool IsTestPrint(const WCHAR* documentName)
     return documentName && CompareStringOrdinal(documentName, -1, kTestPrint, -1, FALSE) == CSTR_EQUAL;
 }
 
-// False when the spooler does not describe the printer: nobody is warned then, whatever its status says.
+// False when there is no description to ask for: nobody is warned then, whatever the status says.
 bool ReadPrinterState(HANDLE printer, PrinterState& state)
 {
     state = {};
@@ -64,20 +62,13 @@ bool SomebodyCanAnswer()
 
 } // namespace
 
-const char* JobLanguage()
-{
-    return jobLanguage;
-}
-
 const char* ChooseJobLanguage(IPrintCoreHelperPS* helper)
 {
     PCSTR* options = nullptr;
     DWORD count = 0;
     const bool listed =
         helper && SUCCEEDED(helper->EnumOptions("halvLanguage", &options, &count)) && options && count > 0;
-    const char* const language = LanguageOfFirstOption(listed ? options[0] : nullptr);
-    jobLanguage = language;
-    return language;
+    return LanguageOfFirstOption(listed ? options[0] : nullptr);
 }
 
 bool WantsPreview(const JobSettings& job, IPrintCoreHelperPS* helper)

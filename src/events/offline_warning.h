@@ -22,10 +22,8 @@ struct PrinterState
     DWORD attributes; // PRINTER_ATTRIBUTE_...
 };
 
-// "de" or "en", from the first option of the printer's language feature. The last answer is the process's
-// language of job events.
+// "de" or "en", from the first option of the printer's language feature.
 const char* ChooseJobLanguage(IPrintCoreHelperPS* helper);
-const char* JobLanguage();
 
 // Whether the job's settings switch the print preview on. A test print of the default settings never shows
 // it.

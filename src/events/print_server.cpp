@@ -12,8 +12,8 @@ void StartConfiguredPrintServer()
 {
     char directory[kRegistryTextBytes];
     char command[kRegistryTextBytes];
-    const bool hasDirectory = ReadRegistryString("InstallDir", directory) == 0;
-    const bool hasCommand = ReadRegistryString("PrintServerCmd", command) == 0;
+    const bool hasDirectory = ReadRegistryString(kInstallDirValue, directory) == 0;
+    const bool hasCommand = ReadRegistryString(kPrintServerValue, command) == 0;
     if (!hasDirectory || !hasCommand) return;
     char commandLine[512];
     std::snprintf(commandLine, sizeof commandLine, "%.127s\\%.127s", directory, command);

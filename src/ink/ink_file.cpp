@@ -58,9 +58,9 @@ void HidePlainBlack(InkCounters& counters)
 
 void NumberShownChannels(InkCounters& counters)
 {
-    counters.shownCount = 0;
+    DWORD shown = 0;
     for (DWORD& rank : counters.shownRank) {
-        if (rank != 0) rank = ++counters.shownCount;
+        if (rank != 0) rank = ++shown;
     }
 }
 

@@ -1,10 +1,10 @@
 // The lines of a counter file, as bytes: how they are cut and what one says. Pure; the reader feeds it.
 #pragma once
 
-#include <algorithm>
-#include <cstring>
 #include <optional>
 #include <string_view>
+
+#include "src/bindings/option_number.h"
 
 namespace tintwerk {
 
@@ -94,26 +94,6 @@ struct InkLine
     bool operator==(const InkLine&) const = default;
 };
 
-// A decimal integer at the start of a text, after white space and with an optional sign. Numbers beyond 32
-// bits end at the ends of 32 bits: a counter that ran over is shown as large as can be, never as something
-// else.
-constexpr std::optional<int> LeadingNumber(std::string_view text)
-{
-    const size_t start = text.find_first_not_of(" \t\n\v\f\r");
-    if (start == text.npos) return std::nullopt;
-    text.remove_prefix(start);
-    const bool negative = text.front() == '-';
-    if (negative || text.front() == '+') text.remove_prefix(1);
-
-    constexpr long long kLowest = -2147483647LL - 1;
-    long long value = 0;
-    size_t digits = 0;
-    for (; digits < text.size() && text[digits] >= '0' && text[digits] <= '9'; ++digits)
-        value = std::max(value * 10 - (text[digits] - '0'), kLowest);
-    if (digits == 0) return std::nullopt;
-    return static_cast<int>(negative ? value : std::min(-value, 2147483647LL));
-}
-
 // Nothing for headers, comments, lines without a number and everything else.
 constexpr std::optional<InkLine> ParseInkLine(std::string_view line)
 {
@@ -133,7 +113,7 @@ constexpr std::optional<InkLine> ParseInkLine(std::string_view line)
     const std::optional<int> value = LeadingNumber(number);
     if (!value) return std::nullopt;
 
-    const bool oneCharacter = line.size() < 2 || line[1] == ' ' || line[1] == '=';
+    const bool oneCharacter = line[1] == ' ' || line[1] == '=';
     return InkLine{total, line.substr(0, oneCharacter ? 1 : 2), *value};
 }
 

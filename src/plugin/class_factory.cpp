@@ -20,12 +20,12 @@ HRESULT OemUIClassFactory::QueryInterface(REFIID interfaceId, void** object)
 
 ULONG OemUIClassFactory::AddRef()
 {
-    return static_cast<ULONG>(InterlockedIncrement(&references_));
+    return static_cast<ULONG>(++references_);
 }
 
 ULONG OemUIClassFactory::Release()
 {
-    const LONG left = InterlockedDecrement(&references_);
+    const LONG left = --references_;
     if (left == 0) DeleteOnHeap(this);
     return static_cast<ULONG>(left);
 }

@@ -1,6 +1,8 @@
 // The class factory through which the core driver makes the plug-in object.
 #pragma once
 
+#include <atomic>
+
 #include "platform/win32.h"
 
 namespace tintwerk {
@@ -19,7 +21,7 @@ public:
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override;
 
 private:
-    LONG volatile references_ = 1;
+    std::atomic<LONG> references_{1};
 };
 
 } // namespace tintwerk

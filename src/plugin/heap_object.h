@@ -2,17 +2,16 @@
 #pragma once
 
 #include <new>
-#include <utility>
 
 #include "platform/win32.h"
 
 namespace tintwerk {
 
 // Null when memory is short.
-template <typename Object, typename... Arguments> Object* NewOnHeap(Arguments&&... arguments)
+template <typename Object> Object* NewOnHeap()
 {
     void* const block = HeapAlloc(GetProcessHeap(), 0, sizeof(Object));
-    return block ? new (block) Object(std::forward<Arguments>(arguments)...) : nullptr;
+    return block ? new (block) Object : nullptr;
 }
 
 template <typename Object> void DeleteOnHeap(Object* object)

@@ -3,9 +3,9 @@
 #include <cstring>
 
 #include "src/events/document_events.h"
+#include "src/plugin/devmode_requests.h"
 #include "src/plugin/heap_object.h"
 #include "src/plugin/module_counters.h"
-#include "src/plugin/private_devmode.h"
 #include "src/records/private_devmode.h"
 #include "src/sheets/device_sheet.h"
 #include "src/sheets/document_sheet.h"
@@ -74,13 +74,13 @@ HRESULT IOemUI::QueryInterface(REFIID interfaceId, void** object)
 ULONG IOemUI::AddRef()
 {
     Trace(TEXT("UI:  IOemUI:AddRef entry.\r\n"));
-    return static_cast<ULONG>(InterlockedIncrement(&references_));
+    return static_cast<ULONG>(++references_);
 }
 
 ULONG IOemUI::Release()
 {
     Trace(TEXT("UI:  IOemUI:Release entry.\r\n"));
-    const LONG left = InterlockedDecrement(&references_);
+    const LONG left = --references_;
     if (left == 0) {
         coreUi_.Reset();
         coreHelper_.Reset();
@@ -220,10 +220,10 @@ HRESULT IOemUI::HideStandardUI(DWORD)
     return S_OK;
 }
 
-HRESULT IOemUI::DocumentEvent(HANDLE printer, HDC dc, INT event, ULONG inSize, PVOID in, ULONG outSize,
+HRESULT IOemUI::DocumentEvent(HANDLE printer, HDC, INT event, ULONG inSize, PVOID in, ULONG outSize,
                               PVOID out, PINT result)
 {
-    return HandleDocumentEvent(printer, dc, event, inSize, in, outSize, out, result, coreHelper_.Get());
+    return HandleDocumentEvent(printer, event, inSize, in, outSize, out, result, coreHelper_.Get());
 }
 
 } // namespace tintwerk

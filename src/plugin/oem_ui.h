@@ -1,6 +1,8 @@
 // The plug-in object: answers the core driver's questions and hands the work on to the rooms below.
 #pragma once
 
+#include <atomic>
+
 #include "platform/coredriver.h"
 #include "platform/owners.h"
 
@@ -48,7 +50,7 @@ public:
                                             ULONG outSize, PVOID out, PINT result) override;
 
 private:
-    LONG volatile references_ = 1;
+    std::atomic<LONG> references_{1};
     ComPtr<IPrintCoreUI2> coreUi_;          // null until published
     ComPtr<IPrintCoreHelperPS> coreHelper_; // null until published
 };

@@ -32,6 +32,11 @@ struct ProcessValues
         kNoActivationContext; // made at the first page creation and kept
 };
 
-ProcessValues& Process();
+inline constinit ProcessValues processValues{};
+
+inline ProcessValues& Process()
+{
+    return processValues;
+}
 
 } // namespace tintwerk

@@ -13,8 +13,6 @@ template <typename Value> class SharedValue
 {
 public:
     constexpr SharedValue(Value value = {}) : value_(value) {}
-    SharedValue(const SharedValue& other) : value_(static_cast<Value>(other)) {}
-    SharedValue& operator=(const SharedValue& other) { return *this = static_cast<Value>(other); }
     SharedValue& operator=(Value value)
     {
         value_.store(value, std::memory_order_relaxed);
@@ -34,12 +32,8 @@ template <typename Record> class SharedRecord
 {
 public:
     constexpr SharedRecord() = default;
-    SharedRecord(const SharedRecord& other) : record_(other.Get()) {}
-    SharedRecord& operator=(const SharedRecord& other)
-    {
-        Set(other.Get());
-        return *this;
-    }
+    SharedRecord(const SharedRecord&) = delete;
+    SharedRecord& operator=(const SharedRecord&) = delete;
 
     Record Get() const
     {

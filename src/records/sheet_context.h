@@ -59,7 +59,6 @@ struct InkCounters
     int lastJob[kInkChannels];
     int total[kInkChannels];
     DWORD shownRank[kInkChannels]; // 0 when hidden, else the 1-based rank among the shown channels
-    DWORD shownCount;
 };
 
 // One view of the consumption page: bars, number fields (the sum's last) and names (the sum's caption last).

@@ -66,7 +66,7 @@ ConfigDirectoryText ConfigDirectory()
 {
     ConfigDirectoryText directory = Process().configDirectory.Get();
     if (directory.path[0]) return directory;
-    if (ReadRegistryString("ConfigDir", directory.path) != 0) {
+    if (ReadRegistryString(kConfigDirValue, directory.path) != 0) {
         std::fprintf(stderr, "get_settings_directory failed\n");
         return {};
     }

@@ -16,20 +16,15 @@ constexpr SIZE_T kLineLength = 260;
 int Trace(const WCHAR* format, ...)
 {
     if (!format) return 0;
-    WCHAR* const line =
-        static_cast<WCHAR*>(HeapAlloc(GetProcessHeap(), HEAP_ZERO_MEMORY, (kLineLength + 1) * sizeof(WCHAR)));
+    // The runtime leaves a line that fills its room unterminated: the unit behind it stays zero.
+    const HeapBlock<WCHAR> line(GetProcessHeap(), (kLineLength + 1) * sizeof(WCHAR));
     if (!line) return 0;
 
     va_list arguments;
     va_start(arguments, format);
-    // The runtime leaves a line that fills the buffer unterminated.
-    const int length = _vsnwprintf(line, kLineLength, format, arguments);
+    _vsnwprintf(line.Get(), kLineLength, format, arguments);
     va_end(arguments);
-    line[length < 0 || static_cast<SIZE_T>(length) > kLineLength ? kLineLength
-                                                                 : static_cast<SIZE_T>(length)] = 0;
-
-    OutputDebugStringW(line);
-    HeapFree(GetProcessHeap(), 0, line);
+    OutputDebugStringW(line.Get());
     return 1;
 }
 

@@ -21,7 +21,7 @@ inline int TraceNumber(const void* address)
     return static_cast<int>(reinterpret_cast<INT_PTR>(address));
 }
 
-// What a missing keyword or display name looks like in a trace line.
+// A missing text is an empty one: the trace and the windows take no null.
 constexpr const char* OrEmpty(const char* text)
 {
     return text ? text : "";

@@ -32,7 +32,7 @@ protected:
     {
         context.options = table.get();
         context.core = {FakeCore::Object(), &core, nullptr, heap};
-        Current() = InitialValues();
+        MakeFresh(Current());
     }
     ~FeatureTest() override
     {

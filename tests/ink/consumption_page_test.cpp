@@ -116,7 +116,7 @@ protected:
     {
         context.inkCounters.lastJob[channel] = lastJob;
         context.inkCounters.total[channel] = total;
-        context.inkCounters.shownRank[channel] = ++context.inkCounters.shownCount;
+        context.inkCounters.shownRank[channel] = 1;
     }
 
     HWND pane;

@@ -62,9 +62,9 @@ public:
         const INITCOMMONCONTROLSEX families{sizeof families,
                                             ICC_BAR_CLASSES | ICC_UPDOWN_CLASS | ICC_TAB_CLASSES};
         InitCommonControlsEx(&families);
-        Process() = {};
+        MakeFresh(Process());
         Process().module = GetModuleHandleW(nullptr);
-        Current() = InitialValues();
+        MakeFresh(Current());
         InitStringTable("en");
         sheet = CreateWindowExW(0, TEXT("Static"), TEXT("sheet"), WS_POPUP, 0, 0, 600, 500, nullptr, nullptr,
                                 GetModuleHandleW(nullptr), this);
@@ -86,8 +86,8 @@ public:
         DestroyWindow(sheet);
         HeapDestroy(heap);
         UseStringTable(nullptr);
-        Current() = InitialValues();
-        Process() = {};
+        MakeFresh(Current());
+        MakeFresh(Process());
     }
     OpenSheet(const OpenSheet&) = delete;
     OpenSheet& operator=(const OpenSheet&) = delete;

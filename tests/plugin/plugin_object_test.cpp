@@ -10,7 +10,7 @@
 #include "platform/coredriver.h"
 #include "platform/owners.h"
 #include "src/plugin/class_factory.h"
-#include "src/plugin/private_devmode.h"
+#include "src/plugin/devmode_requests.h"
 #include "src/records/process_values.h"
 #include "tests/support/fake_core.h"
 #include "tests/support/testing.h"

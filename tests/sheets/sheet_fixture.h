@@ -145,7 +145,7 @@ class SheetTest : public testing::Test
 protected:
     SheetTest()
     {
-        Process() = {};
+        MakeFresh(Process());
         Process().activationContext = LONG_PTR{0x51}; // of another page
         Process().configDirectory.Set({"C:\\conf"});
         TestSpooler::driverName = TEXT("Tintwerk 0042");

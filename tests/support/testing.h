@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
@@ -14,6 +15,13 @@
 #include "platform/win32.h"
 
 namespace tintwerk {
+
+// Puts values of the process back to those of a freshly loaded module.
+template <typename Values> void MakeFresh(Values& values)
+{
+    std::destroy_at(&values);
+    std::construct_at(&values);
+}
 
 // The calls of one kind since a watch began, and which of them fail.
 struct CallCount

@@ -1,4 +1,4 @@
-#include "src/plugin/private_devmode.h"
+#include "src/plugin/devmode_requests.h"
 
 #include <algorithm>
 #include <cstring>

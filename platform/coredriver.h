@@ -49,7 +49,6 @@ inline constexpr DWORD OEMDM_CONVERT = 3;
 inline constexpr DWORD OEMDM_MERGE = 4;
 
 inline constexpr DWORD OEMGI_GETSIGNATURE = 1;
-inline constexpr DWORD OEMGI_GETINTERFACEVERSION = 2;
 inline constexpr DWORD OEMGI_GETVERSION = 3;
 inline constexpr DWORD OEMGI_GETPUBLISHERINFO = 4;
 inline constexpr DWORD OEMGI_GETREQUESTEDHELPERINTERFACES = 5;
@@ -58,13 +57,9 @@ inline constexpr DWORD OEMPUBLISH_IPRINTCOREHELPER = 1;
 
 // Data types of the attribute methods.
 inline constexpr DWORD kADT_UNKNOWN = 0;
-inline constexpr DWORD kADT_BOOL = 1;
-inline constexpr DWORD kADT_INT = 2;
-inline constexpr DWORD kADT_LONG = 3;
 inline constexpr DWORD kADT_DWORD = 4;
 inline constexpr DWORD kADT_ASCII = 5;
 inline constexpr DWORD kADT_UNICODE = 6;
-inline constexpr DWORD kADT_BINARY = 7;
 
 inline constexpr DWORD SETOPTIONS_FLAG_RESOLVE_CONFLICT = 1;
 inline constexpr DWORD SETOPTIONS_FLAG_KEEP_CONFLICT = 2;

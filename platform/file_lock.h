@@ -22,7 +22,7 @@ public:
         Impossible // such a file cannot be made there
     };
     // Waits at most so many milliseconds for others to let go. The file tells them of `holder` and goes with
-    // the lock, at the latest with the process.
+    // the lock, which is let go at the latest when the process ends.
     Outcome Take(const std::filesystem::path& file, const std::string& holder, unsigned wait);
 
 private:

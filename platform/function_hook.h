@@ -21,7 +21,4 @@ inline void RestoreFunction(const char* name)
     ReplaceFunction(name, static_cast<void*>(nullptr));
 }
 
-// Takes a module that was loaded later into the replacements that stand.
-void ApplyReplacements(HMODULE module);
-
 } // namespace tintwerk

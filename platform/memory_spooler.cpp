@@ -1,7 +1,8 @@
 #include "platform/memory_spooler.h"
 
-#include <algorithm>
 #include <cstring>
+
+#include "platform/handles.h"
 
 namespace tintwerk {
 
@@ -32,10 +33,7 @@ public:
     {
         const std::size_t total = fixed_ + tail_.size();
         *needed = static_cast<DWORD>(total);
-        if (!buffer_ || size_ < total) {
-            SetLastError(ERROR_INSUFFICIENT_BUFFER);
-            return FALSE;
-        }
+        if (!buffer_ || size_ < total) return Fail(ERROR_INSUFFICIENT_BUFFER);
         std::memcpy(buffer_, &record, sizeof record);
         if (!tail_.empty()) std::memcpy(buffer_ + fixed_, tail_.data(), tail_.size());
         return TRUE;
@@ -62,10 +60,18 @@ template <typename Record> Packing PackingOf(const Record&, LPBYTE buffer, DWORD
     return {buffer, size, sizeof(Record)};
 }
 
-BOOL Fail(DWORD error)
+HandleTable<Text>& OpenPrinters()
 {
-    SetLastError(error);
-    return FALSE;
+    static auto& printers = *new HandleTable<Text>;
+    return printers;
+}
+
+// Null, with the last error set, when the handle is not open or its printer has gone.
+const MemorySpooler::Printer* LookUp(HANDLE handle)
+{
+    const std::shared_ptr<Text> name = OpenPrinters().Get(handle);
+    const MemorySpooler::Printer* const printer = name ? TheMemorySpooler().FindPrinter(*name) : nullptr;
+    return printer ? printer : Fail<MemorySpooler::Printer*>(ERROR_INVALID_HANDLE);
 }
 
 struct StandardForm
@@ -143,22 +149,21 @@ MemorySpooler::Printer* MemorySpooler::FindPrinter(const Text& name)
     return at != printers_.end() ? &at->second : nullptr;
 }
 
-const MemorySpooler::Driver* MemorySpooler::FindDriver(const Text& name) const
+BOOL WINAPI MemorySpooler::OpenPrinterW(LPWSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSW)
 {
-    const auto at = drivers_.find(name);
-    return at != drivers_.end() ? &at->second : nullptr;
+    if (!name || !TheMemorySpooler().FindPrinter(name)) return Fail(ERROR_INVALID_PRINTER_NAME);
+    *printer = OpenPrinters().Open(std::make_shared<Text>(name));
+    return TRUE;
 }
 
-const MemorySpooler::Printer* MemorySpooler::LookUp(const Text& name) const
+BOOL WINAPI MemorySpooler::ClosePrinter(HANDLE printer)
 {
-    const auto at = printers_.find(name);
-    if (at == printers_.end()) SetLastError(ERROR_INVALID_HANDLE);
-    return at != printers_.end() ? &at->second : nullptr;
+    return OpenPrinters().Close(printer);
 }
 
-BOOL MemorySpooler::GetPrinter(const Text& name, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) const
+BOOL WINAPI MemorySpooler::GetPrinterW(HANDLE handle, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed)
 {
-    const Printer* const printer = LookUp(name);
+    const Printer* const printer = LookUp(handle);
     if (!printer) return FALSE;
     if (level == 6) {
         PRINTER_INFO_6 record{};
@@ -186,10 +191,10 @@ BOOL MemorySpooler::GetPrinter(const Text& name, DWORD level, LPBYTE buffer, DWO
     return packing.Finish(record, needed);
 }
 
-BOOL MemorySpooler::GetJob(const Text& name, DWORD id, DWORD level, LPBYTE buffer, DWORD size,
-                           LPDWORD needed) const
+BOOL WINAPI MemorySpooler::GetJobW(HANDLE handle, DWORD id, DWORD level, LPBYTE buffer, DWORD size,
+                                   LPDWORD needed)
 {
-    const Printer* const printer = LookUp(name);
+    const Printer* const printer = LookUp(handle);
     if (!printer) return FALSE;
     const auto at = printer->jobs.find(id);
     if (at == printer->jobs.end()) return Fail(ERROR_INVALID_PARAMETER);
@@ -209,10 +214,12 @@ BOOL MemorySpooler::GetJob(const Text& name, DWORD id, DWORD level, LPBYTE buffe
     return packing.Finish(record, needed);
 }
 
-BOOL MemorySpooler::GetForm(const WCHAR* name, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) const
+BOOL WINAPI MemorySpooler::GetFormW(HANDLE, LPWSTR name, DWORD level, LPBYTE buffer, DWORD size,
+                                    LPDWORD needed)
 {
-    const auto at = forms_.find(name ? name : TEXT(""));
-    if (at == forms_.end()) return Fail(ERROR_INVALID_FORM_NAME);
+    const auto& forms = TheMemorySpooler().forms_;
+    const auto at = forms.find(name ? name : TEXT(""));
+    if (at == forms.end()) return Fail(ERROR_INVALID_FORM_NAME);
     if (level != 1) return Fail(ERROR_INVALID_LEVEL);
     FORM_INFO_1W record{};
     Packing packing = PackingOf(record, buffer, size);
@@ -223,13 +230,16 @@ BOOL MemorySpooler::GetForm(const WCHAR* name, DWORD level, LPBYTE buffer, DWORD
     return packing.Finish(record, needed);
 }
 
-BOOL MemorySpooler::GetDriver(const Text& name, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) const
+BOOL WINAPI MemorySpooler::GetPrinterDriverW(HANDLE handle, LPWSTR, DWORD level, LPBYTE buffer, DWORD size,
+                                             LPDWORD needed)
 {
-    const Printer* const printer = LookUp(name);
+    const Printer* const printer = LookUp(handle);
     if (!printer) return FALSE;
-    const Driver* const driver = FindDriver(printer->driverName);
-    if (!driver) return Fail(ERROR_UNKNOWN_PRINTER_DRIVER);
+    const auto& drivers = TheMemorySpooler().drivers_;
+    const auto at = drivers.find(printer->driverName);
+    if (at == drivers.end()) return Fail(ERROR_UNKNOWN_PRINTER_DRIVER);
     if (level != 4) return Fail(ERROR_INVALID_LEVEL);
+    const Driver* const driver = &at->second;
     Text files;
     for (const Text& file : driver->dependentFiles)
         files += file + TEXT('\0');

@@ -57,22 +57,24 @@ public:
     void SetForm(const Text& name, Form form);
     // Null when there is none.
     Printer* FindPrinter(const Text& name);
-    const Driver* FindDriver(const Text& name) const;
 
-    // Answers of the platform's functions of the same name: the record with its texts packed behind it, or
-    // the last error 122 and the bytes needed. A printer is given by its name.
-    BOOL GetPrinter(const Text& printer, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) const;
-    BOOL GetJob(const Text& printer, DWORD job, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) const;
-    BOOL GetForm(const WCHAR* name, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) const;
-    BOOL GetDriver(const Text& printer, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed) const;
+    // The platform's functions of the same names, for the one of this process: the record with its texts
+    // packed behind it, or the last error 122 and the bytes needed.
+    static BOOL WINAPI OpenPrinterW(LPWSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSW);
+    static BOOL WINAPI ClosePrinter(HANDLE printer);
+    static BOOL WINAPI GetPrinterW(HANDLE printer, DWORD level, LPBYTE buffer, DWORD size, LPDWORD needed);
+    static BOOL WINAPI GetJobW(HANDLE printer, DWORD job, DWORD level, LPBYTE buffer, DWORD size,
+                               LPDWORD needed);
+    static BOOL WINAPI GetFormW(HANDLE printer, LPWSTR name, DWORD level, LPBYTE buffer, DWORD size,
+                                LPDWORD needed);
+    static BOOL WINAPI GetPrinterDriverW(HANDLE printer, LPWSTR, DWORD level, LPBYTE buffer, DWORD size,
+                                         LPDWORD needed);
 
 private:
     struct IgnoreCase
     {
         bool operator()(const Text& a, const Text& b) const;
     };
-
-    const Printer* LookUp(const Text& name) const;
 
     std::map<Text, Printer, IgnoreCase> printers_;
     std::map<Text, Driver, IgnoreCase> drivers_;
@@ -82,8 +84,7 @@ private:
 // The one of this process.
 MemorySpooler& TheMemorySpooler();
 
-// Lets OpenPrinterW, ClosePrinter, GetPrinterW, GetJobW, GetFormW and GetPrinterDriverW speak of the memory
-// spooler. Nothing changes on Linux, where they always do.
+// Lets the platform's functions speak of the memory spooler. Nothing changes on Linux, where they always do.
 void UseMemorySpooler();
 // Gives them back to the system's spooler, and puts the memory spooler back to its beginning.
 void StopMemorySpooler();

@@ -1,7 +1,6 @@
 #include "platform/pe_image.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <cstring>
 
 namespace tintwerk {
@@ -118,18 +117,6 @@ PeImage::Bytes PeImage::Resource(WORD type, WORD name) const
     const Bytes data = At(Read<DWORD>(entry, 0));
     const DWORD size = Read<DWORD>(entry, 4);
     return size <= data.size() ? data.first(size) : Bytes{};
-}
-
-std::vector<BYTE> ReadWholeFile(const char* path)
-{
-    std::vector<BYTE> bytes;
-    if (std::FILE* const file = std::fopen(path, "rb")) {
-        BYTE piece[16384];
-        for (std::size_t read; (read = std::fread(piece, 1, sizeof piece, file)) > 0;)
-            bytes.insert(bytes.end(), piece, piece + read);
-        std::fclose(file);
-    }
-    return bytes;
 }
 
 } // namespace tintwerk

@@ -47,7 +47,4 @@ private:
     std::vector<DWORD> directories_; // addresses
 };
 
-// The whole file; empty when it cannot be read.
-std::vector<BYTE> ReadWholeFile(const char* path);
-
 } // namespace tintwerk

@@ -1,6 +1,7 @@
 #include "platform/whole_file.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <system_error>
 
 #include "platform/owners.h"
@@ -64,6 +65,18 @@ bool ReadWhole(const Path& file, std::string& text, std::size_t most)
         if (bytes == 0) break;
     }
     return true;
+}
+
+std::vector<BYTE> ReadWholeFile(const char* path)
+{
+    std::vector<BYTE> bytes;
+    if (std::FILE* const file = std::fopen(path, "rb")) {
+        BYTE piece[16384];
+        for (std::size_t read; (read = std::fread(piece, 1, sizeof piece, file)) > 0;)
+            bytes.insert(bytes.end(), piece, piece + read);
+        std::fclose(file);
+    }
+    return bytes;
 }
 
 bool WriteWhole(const Path& file, std::string_view text)

@@ -5,19 +5,15 @@
 #include <algorithm>
 #include <cerrno>
 #include <memory>
-#include <type_traits>
 
 #include "platform/code_pages.h"
+#include "platform/handles.h"
+
+using tintwerk::Fail;
 
 namespace {
 
 constexpr WCHAR kReplacement = 0xFFFD;
-
-int Fail(DWORD error)
-{
-    SetLastError(error);
-    return 0;
-}
 
 // Writes as long as there is room and counts in any case; without a buffer everything is only counted.
 template <typename Char> struct Output
@@ -85,8 +81,9 @@ int FromUtf8(const char* text, int bytes, WCHAR* wide, int units, bool strict)
         const Decoded decoded = DecodeUtf8(at, left);
         invalid |= !decoded.valid;
         if (decoded.character >= 0x10000) {
-            output.Put(static_cast<WCHAR>(0xD7C0 + (decoded.character >> 10)));
-            output.Put(static_cast<WCHAR>(0xDC00 | (decoded.character & 0x3FF)));
+            const WCHAR pair[] = {static_cast<WCHAR>(0xD7C0 + (decoded.character >> 10)),
+                                  static_cast<WCHAR>(0xDC00 | (decoded.character & 0x3FF))};
+            output.Put(pair, 2);
         } else {
             output.Put(static_cast<WCHAR>(decoded.character));
         }
@@ -106,20 +103,21 @@ void PutUtf8(Output<char>& output, unsigned c)
     output.Put(bytes, length);
 }
 
-int ToUtf8(const WCHAR* wide, int units, char* text, int bytes, bool strict, bool& replaced)
+int ToUtf8(const WCHAR* wide, int units, char* text, int bytes, bool strict)
 {
     Output<char> output{text, bytes};
+    bool invalid = false;
     for (int i = 0; i < units; ++i) {
         unsigned c = wide[i];
         if (c >= 0xD800 && c < 0xDC00 && i + 1 < units && wide[i + 1] >= 0xDC00 && wide[i + 1] < 0xE000) {
             c = 0x10000 + ((c - 0xD800) << 10) + (wide[++i] - 0xDC00u);
         } else if (c >= 0xD800 && c < 0xE000) {
             c = kReplacement;
-            replaced = true;
+            invalid = true;
         }
         PutUtf8(output, c);
     }
-    return output.Finish(replaced && strict);
+    return output.Finish(invalid && strict);
 }
 
 // --- Other code pages
@@ -182,12 +180,14 @@ int FromCodePage(const CodePage& page, const char* text, int bytes, WCHAR* wide,
     return output.Finish(invalid && strict);
 }
 
-int ToLatin1(const WCHAR* wide, int units, Output<char> output, bool& replaced)
+int ToLatin1(const WCHAR* wide, int units, Output<char> output, LPBOOL usedDefault)
 {
+    bool replaced = false;
     for (int i = 0; i < units; ++i) {
         replaced |= wide[i] > 0xFF;
         output.Put(wide[i] > 0xFF ? '?' : static_cast<char>(wide[i]));
     }
+    if (usedDefault) *usedDefault = replaced;
     return output.Finish(false);
 }
 
@@ -209,13 +209,9 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPS
                         LPBOOL usedDefault)
 {
     if (!wide || units == 0 || bytes < 0 || (bytes > 0 && !text) ||
-        (codePage != CP_UTF8 && codePage != tintwerk::kLatin1CodePage))
+        (codePage == CP_UTF8 ? usedDefault != nullptr : codePage != tintwerk::kLatin1CodePage))
         return Fail(ERROR_INVALID_PARAMETER);
     const int length = units < 0 ? lstrlenW(wide) + 1 : units;
-    bool replaced = false;
-    const int result = codePage == CP_UTF8
-                           ? ToUtf8(wide, length, text, bytes, flags & WC_ERR_INVALID_CHARS, replaced)
-                           : ToLatin1(wide, length, {text, bytes}, replaced);
-    if (usedDefault) *usedDefault = replaced;
-    return result;
+    return codePage == CP_UTF8 ? ToUtf8(wide, length, text, bytes, flags & WC_ERR_INVALID_CHARS)
+                               : ToLatin1(wide, length, {text, bytes}, usedDefault);
 }

@@ -1,6 +1,4 @@
 // Dialogs, made from templates.
-#include <algorithm>
-
 #include "platform/headless/dialog_template.h"
 #include "platform/headless/window.h"
 
@@ -35,10 +33,9 @@ bool CreateItem(HWND handle, const DialogTemplate& dialog, const DialogItem& ite
     }
     const POINT at = dialog.PixelsOf({item.x, item.y});
     const POINT size = dialog.PixelsOf({item.width, item.height});
-    return CreateWindowExW(
-               exStyle, item.className.Name(), item.text.Name(), style, at.x, at.y, size.x, size.y, handle,
-               reinterpret_cast<HMENU>(static_cast<LONG_PTR>(static_cast<int>(item.id))), module, nullptr) ||
-           (dialog.style & DS_NOFAILCREATE);
+    return CreateWindowExW(exStyle, item.className.Name(), item.text.Name(), style, at.x, at.y, size.x,
+                           size.y, handle, reinterpret_cast<HMENU>(LONG_PTR{item.id}), module,
+                           nullptr) != nullptr;
 }
 
 } // namespace
@@ -115,4 +112,17 @@ BOOL WINAPI CheckDlgButton(HWND dialog, int id, UINT check)
     const HWND button = GetDlgItem(dialog, id);
     if (button) SendMessageW(button, BM_SETCHECK, check, 0);
     return button != nullptr;
+}
+
+BOOL WINAPI SetDlgItemTextW(HWND dialog, int id, LPCWSTR text)
+{
+    const HWND control = GetDlgItem(dialog, id);
+    return control && SetWindowTextW(control, text);
+}
+
+UINT WINAPI GetDlgItemTextW(HWND dialog, int id, LPWSTR text, int size)
+{
+    if (text && size > 0) text[0] = 0;
+    const HWND control = GetDlgItem(dialog, id);
+    return control ? static_cast<UINT>(GetWindowTextW(control, text, size)) : 0;
 }

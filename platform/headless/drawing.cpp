@@ -2,9 +2,7 @@
 // used by one thread at a time.
 #include "platform/headless/drawing.h"
 
-#include <algorithm>
-
-#include "platform/headless/handles.h"
+#include "platform/handles.h"
 #include "platform/headless/window.h"
 
 namespace tintwerk::headless {

@@ -7,15 +7,14 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <string>
 
-#include "platform/headless/handles.h"
 #include "platform/headless/hookable.h"
 #include "platform/headless/kernel_objects.h"
 #include "platform/headless/wide.h"
 
 using namespace tintwerk::headless;
+using tintwerk::Fail;
 
 namespace tintwerk::headless {
 
@@ -54,8 +53,6 @@ DWORD ErrorOf(int number, const std::string& path)
     }
     case ENOTDIR:
         return ERROR_PATH_NOT_FOUND;
-    case EEXIST:
-        return ERROR_ALREADY_EXISTS;
     case ENOSPC:
         return ERROR_DISK_FULL;
     case ENOMEM:

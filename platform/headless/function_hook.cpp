@@ -28,9 +28,4 @@ void* ReplaceFunction(const char* name, void* replacement)
     return nullptr;
 }
 
-// The plug-in is part of this program here.
-void ApplyReplacements(HMODULE)
-{
-}
-
 } // namespace tintwerk

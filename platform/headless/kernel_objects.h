@@ -1,7 +1,7 @@
 // What the handles of CloseHandle stand for.
 #pragma once
 
-#include "platform/headless/handles.h"
+#include "platform/handles.h"
 
 namespace tintwerk::headless {
 

@@ -1,12 +1,13 @@
 // Bitmaps from resources and .bmp files: uncompressed, 1, 4, 8, 24 and 32 bits a pixel. A picture that is not
 // whole is refused; of one that is, only the size is kept.
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <span>
 
 #include "platform/headless/drawing.h"
 #include "platform/headless/wide.h"
-#include "platform/pe_image.h"
+#include "platform/whole_file.h"
 
 namespace tintwerk::headless {
 

@@ -2,32 +2,31 @@
 // that the address sanitizer sees its exact end; blocks of the process heap are known to nobody else, so that
 // the leak sanitizer sees them.
 #include <atomic>
+#include <cstddef>
 #include <cstdlib>
-#include <cstring>
 #include <mutex>
 
+#include "platform/handles.h"
 #include "platform/headless/hookable.h"
-#include "platform/win32.h"
 
+using tintwerk::Fail;
 using tintwerk::headless::Hookable;
 
 namespace {
 
 thread_local DWORD lastError = 0;
 
-struct BlockHeader
+struct alignas(std::max_align_t) BlockHeader
 {
     BlockHeader* previous;
     BlockHeader* next;
     struct Heap* heap;
-    SIZE_T bytes;
 };
-static_assert(sizeof(BlockHeader) % 16 == 0);
 
 struct Heap
 {
     std::mutex mutex;
-    BlockHeader blocks{&blocks, &blocks, this, 0}; // a ring; that of the process heap stays empty
+    BlockHeader blocks{&blocks, &blocks, this}; // a ring; that of the process heap stays empty
 };
 
 constexpr SIZE_T kLargestBlock = SIZE_T{1} << 36;
@@ -67,20 +66,13 @@ BlockHeader* HeaderOf(LPCVOID block)
 
 LPVOID AllocateBlock(HANDLE heap, DWORD flags, SIZE_T bytes)
 {
-    if (!heap) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return nullptr;
-    }
+    if (!heap) return Fail<LPVOID>(ERROR_INVALID_HANDLE);
     BlockHeader* block = nullptr;
     if (bytes <= kLargestBlock)
         block =
             static_cast<BlockHeader*>(flags & HEAP_ZERO_MEMORY ? std::calloc(1, sizeof(BlockHeader) + bytes)
                                                                : std::malloc(sizeof(BlockHeader) + bytes));
-    if (!block) {
-        SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-        return nullptr;
-    }
-    block->bytes = bytes;
+    if (!block) return Fail<LPVOID>(ERROR_NOT_ENOUGH_MEMORY);
     Enlist(*static_cast<Heap*>(heap), block);
     return block + 1;
 }
@@ -89,10 +81,7 @@ BOOL FreeBlock(HANDLE heap, DWORD, LPVOID block)
 {
     if (!block) return TRUE;
     BlockHeader* const header = HeaderOf(block);
-    if (header->heap != heap) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return FALSE;
-    }
+    if (header->heap != heap) return Fail(ERROR_INVALID_PARAMETER);
     Delist(*header->heap, header);
     std::free(header);
     return TRUE;
@@ -101,10 +90,7 @@ BOOL FreeBlock(HANDLE heap, DWORD, LPVOID block)
 BOOL DestroyHeap(HANDLE handle)
 {
     auto* heap = static_cast<Heap*>(handle);
-    if (!heap || heap == &ProcessHeap()) {
-        SetLastError(ERROR_INVALID_HANDLE);
-        return FALSE;
-    }
+    if (!heap || heap == &ProcessHeap()) return Fail(ERROR_INVALID_HANDLE);
     while (heap->blocks.next != &heap->blocks)
         FreeBlock(heap, 0, heap->blocks.next + 1);
     delete heap;

@@ -3,21 +3,21 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
 #include <string>
 
+#include "platform/handles.h"
 #include "platform/headless/hookable.h"
 #include "platform/headless/resources.h"
 #include "platform/headless/wide.h"
 
 using namespace tintwerk::headless;
+using tintwerk::Fail;
 
 namespace {
 
 // Their addresses are the handles.
 int programModule;
 int pluginModule;
-std::atomic<bool> pluginLoaded{false};
 
 HMODULE Handle(int& module)
 {
@@ -34,10 +34,8 @@ std::string ProgramPath()
 BOOL SystemVersion(LPOSVERSIONINFOW information)
 {
     if (information->dwOSVersionInfoSize != sizeof(OSVERSIONINFOW) &&
-        information->dwOSVersionInfoSize != sizeof(OSVERSIONINFOEXW)) {
-        SetLastError(ERROR_INSUFFICIENT_BUFFER);
-        return FALSE;
-    }
+        information->dwOSVersionInfoSize != sizeof(OSVERSIONINFOEXW))
+        return Fail(ERROR_INSUFFICIENT_BUFFER);
     // What a program without a compatibility manifest is told at most.
     information->dwMajorVersion = 6;
     information->dwMinorVersion = 2;
@@ -87,18 +85,10 @@ HMODULE tintwerk::headless::PluginHandle()
 {
     return Handle(pluginModule);
 }
-void tintwerk::headless::SetPluginLoaded(bool loaded)
-{
-    pluginLoaded = loaded;
-}
 
 HMODULE GetModuleHandleW(LPCWSTR name)
 {
-    if (!name) return Handle(programModule);
-    if (pluginLoaded && (lstrcmpiW(name, u"PSTWUI.DLL") == 0 || lstrcmpiW(name, u"PSTWUI") == 0))
-        return PluginHandle();
-    SetLastError(ERROR_MOD_NOT_FOUND);
-    return nullptr;
+    return name ? Fail<HMODULE>(ERROR_MOD_NOT_FOUND) : Handle(programModule);
 }
 
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size)

@@ -5,12 +5,7 @@ namespace tintwerk::headless {
 
 namespace {
 
-bool TakesChildrenAlong(const Window& window)
-{
-    return !(window.style & WS_CLIPCHILDREN);
-}
-
-void PaintNow(HWND handle, bool withChildren)
+void PaintNow(HWND handle)
 {
     const Window* window = Peek(handle);
     if (!window || !IsShown(*window)) return;
@@ -18,23 +13,22 @@ void PaintNow(HWND handle, bool withChildren)
         SendMessageW(handle, WM_PAINT, 0, 0);
         if (Window* const still = Peek(handle)) still->dirty = false;
     }
-    if (!withChildren || !(window = Peek(handle))) return;
+    if (!(window = Peek(handle))) return;
     std::vector<HWND> children;
     for (const Window* child : window->children)
         children.push_back(child->handle);
     for (const HWND child : children)
-        PaintNow(child, true);
+        PaintNow(child);
 }
 
 } // namespace
 
-void Invalidate(Window& window, bool withChildren)
+void Invalidate(Window& window)
 {
     if (!(window.style & WS_VISIBLE)) return;
     window.dirty = true;
-    if (!withChildren) return;
     for (Window* child : window.children)
-        Invalidate(*child, true);
+        Invalidate(*child);
 }
 
 } // namespace tintwerk::headless
@@ -45,15 +39,14 @@ BOOL WINAPI InvalidateRect(HWND handle, const RECT*, BOOL)
 {
     Window* const window = Find(handle);
     if (!window) return FALSE;
-    if (IsShown(*window)) Invalidate(*window, TakesChildrenAlong(*window));
+    if (IsShown(*window)) Invalidate(*window);
     return TRUE;
 }
 
 BOOL WINAPI UpdateWindow(HWND handle)
 {
-    const Window* const window = Find(handle);
-    if (!window) return FALSE;
-    PaintNow(handle, TakesChildrenAlong(*window));
+    if (!Find(handle)) return FALSE;
+    PaintNow(handle);
     return TRUE;
 }
 

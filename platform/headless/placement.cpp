@@ -133,7 +133,7 @@ BOOL WINAPI SetWindowPos(HWND handle, HWND, int x, int y, int width, int height,
     if (flags & SWP_HIDEWINDOW) window->style &= ~WS_VISIBLE;
     if (!(flags & SWP_NOREDRAW) && IsShown(*window) &&
         (!EqualRect(&before, &window->place) || (flags & SWP_SHOWWINDOW)))
-        Invalidate(*window, true);
+        Invalidate(*window);
     if (window->Width() != before.right - before.left || window->Height() != before.bottom - before.top) {
         const RECT client = ClientOf(*window);
         SendMessageW(handle, WM_SIZE, 0, MAKELPARAM(client.right, client.bottom));
@@ -169,12 +169,12 @@ BOOL WINAPI GetClientRect(HWND handle, LPRECT rectangle)
 int WINAPI MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count)
 {
     POINT shift{0, 0};
-    for (const HWND handle : {from, to}) {
+    for (const auto& [handle, sign] : {std::pair{from, 1}, {to, -1}}) {
         if (!handle) continue;
         const Window* const window = Find(handle);
         if (!window) return 0;
         const POINT origin = ClientOriginOnScreen(*window);
-        shift = handle == from ? origin : POINT{shift.x - origin.x, shift.y - origin.y};
+        shift = {shift.x + sign * origin.x, shift.y + sign * origin.y};
     }
     for (UINT i = 0; i < count; ++i) {
         points[i].x += shift.x;

@@ -12,14 +12,12 @@ namespace tintwerk {
 PluginModule::PluginModule()
     : module_(headless::PluginHandle()), getClassObject_(&DllGetClassObject), canUnloadNow_(&DllCanUnloadNow)
 {
-    headless::SetPluginLoaded(true);
     DllMain(module_, DLL_PROCESS_ATTACH, nullptr);
 }
 
 PluginModule::~PluginModule()
 {
     DllMain(module_, DLL_PROCESS_DETACH, nullptr);
-    headless::SetPluginLoaded(false);
 }
 
 } // namespace tintwerk

@@ -15,6 +15,7 @@
 #include "platform/headless/wide.h"
 
 using namespace tintwerk::headless;
+using tintwerk::Fail;
 
 namespace {
 
@@ -103,18 +104,10 @@ BOOL StartProcess(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_A
     const std::string native = NativePath(directory ? directory : "");
     std::vector<std::string> words = SplitCommandLine(commandLine, native);
     struct stat status;
-    if (!native.empty() && (stat(native.c_str(), &status) != 0 || !S_ISDIR(status.st_mode))) {
-        SetLastError(267); // no such directory
-        return FALSE;
-    }
-    if (words.empty()) {
-        SetLastError(ERROR_FILE_NOT_FOUND);
-        return FALSE;
-    }
-    if (Start(words, native) != 0) {
-        SetLastError(ERROR_ACCESS_DENIED);
-        return FALSE;
-    }
+    if (!native.empty() && (stat(native.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)))
+        return Fail(ERROR_DIRECTORY);
+    if (words.empty()) return Fail(ERROR_FILE_NOT_FOUND);
+    if (Start(words, native) != 0) return Fail(ERROR_ACCESS_DENIED);
     *information = {};
     information->hProcess = KernelObjects().Open(std::make_shared<KernelObject>(KernelObject::Kind::Process));
     information->hThread = KernelObjects().Open(std::make_shared<KernelObject>(KernelObject::Kind::Process));

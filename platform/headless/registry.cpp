@@ -1,22 +1,19 @@
 // The registry of the headless platform. Keys and values live in memory; with TINTWERK_REGISTRY set they are
 // read from that file when a key is opened for the first time, and every change is written back to it.
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "platform/headless/handles.h"
-#include "platform/headless/hookable.h"
+#include "platform/handles.h"
 #include "platform/headless/registry_file.h"
-#include "platform/headless/wide.h"
 
 using namespace tintwerk::headless;
+using tintwerk::HandleTable;
 
 namespace {
 
@@ -85,15 +82,14 @@ bool Exists(const std::string& path)
     return path.find('\\') == std::string::npos || TheRegistry().content.contains(path);
 }
 
-void CreateWithParents(const std::string& path)
+bool IsText(DWORD type)
 {
-    for (std::size_t end = path.find('\\'); end != std::string::npos;) {
-        end = path.find('\\', end + 1);
-        TheRegistry().content.try_emplace(path.substr(0, end));
-    }
+    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
 }
 
-LSTATUS OpenSubKey(HKEY key, LPCSTR subKey, DWORD, REGSAM access, PHKEY result)
+} // namespace
+
+LSTATUS RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD, REGSAM access, PHKEY result)
 {
     OpenKey parent;
     const std::lock_guard lock(TheRegistry().mutex);
@@ -105,12 +101,7 @@ LSTATUS OpenSubKey(HKEY key, LPCSTR subKey, DWORD, REGSAM access, PHKEY result)
     return ERROR_SUCCESS;
 }
 
-bool IsText(DWORD type)
-{
-    return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ;
-}
-
-LSTATUS QueryValue(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)
+LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)
 {
     OpenKey open;
     const std::lock_guard lock(TheRegistry().mutex);
@@ -133,21 +124,10 @@ LSTATUS QueryValue(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE
     return ERROR_SUCCESS;
 }
 
-LSTATUS CloseOpenKey(HKEY key)
+LSTATUS RegCloseKey(HKEY key)
 {
     const bool predefined = key == HKEY_LOCAL_MACHINE || key == HKEY_CURRENT_USER;
     return predefined || TheRegistry().open.Close(key) ? ERROR_SUCCESS : ERROR_INVALID_HANDLE;
-}
-
-Hookable<CloseOpenKey> closeKey{"RegCloseKey"};
-Hookable<OpenSubKey> openKey{"RegOpenKeyExA"};
-Hookable<QueryValue> queryValue{"RegQueryValueExA"};
-
-} // namespace
-
-LSTATUS RegOpenKeyExA(HKEY key, LPCSTR subKey, DWORD options, REGSAM access, PHKEY result)
-{
-    return openKey(key, subKey, options, access, result);
 }
 
 LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD, LPSTR, DWORD, REGSAM access, LPSECURITY_ATTRIBUTES,
@@ -160,21 +140,11 @@ LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD, LPSTR, DWORD, REGSAM acc
     const bool exists = Exists(path);
     if (disposition) *disposition = exists ? REG_OPENED_EXISTING_KEY : REG_CREATED_NEW_KEY;
     if (!exists) {
-        CreateWithParents(path);
+        AddKey(TheRegistry().content, path);
         TheRegistry().Save();
     }
     *result = static_cast<HKEY>(TheRegistry().open.Open(std::make_shared<OpenKey>(OpenKey{path, access})));
     return ERROR_SUCCESS;
-}
-
-LSTATUS RegCloseKey(HKEY key)
-{
-    return closeKey(key);
-}
-
-LSTATUS RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD type, LPBYTE data, LPDWORD size)
-{
-    return queryValue(key, name, reserved, type, data, size);
 }
 
 LSTATUS RegSetValueExA(HKEY key, LPCSTR name, DWORD, DWORD type, const BYTE* data, DWORD size)
@@ -209,11 +179,7 @@ LSTATUS RegDeleteTreeA(HKEY key, LPCSTR subKey)
     if (!Resolve(key, open)) return ERROR_INVALID_HANDLE;
     const std::string path = Join(open.path, subKey);
     if (!Exists(path)) return ERROR_FILE_NOT_FOUND;
-    std::erase_if(TheRegistry().content, [&path](const auto& entry) {
-        const std::string& name = entry.first;
-        return lstrcmpiA(name.substr(0, path.size()).c_str(), path.c_str()) == 0 &&
-               (name.size() == path.size() || name[path.size()] == '\\');
-    });
+    std::erase_if(TheRegistry().content, [&path](const auto& entry) { return LiesIn(entry.first, path); });
     TheRegistry().Save();
     return ERROR_SUCCESS;
 }

@@ -4,14 +4,14 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/pe_image.h"
+#include "platform/whole_file.h"
 
 namespace tintwerk::headless {
 
 namespace {
 
-constexpr char kMachine[] = "HKEY_LOCAL_MACHINE";
-constexpr char kUser[] = "HKEY_CURRENT_USER";
+constexpr std::string_view kMachine = "HKEY_LOCAL_MACHINE";
+constexpr std::string_view kUser = "HKEY_CURRENT_USER";
 
 std::vector<BYTE> TextData(const std::string& text)
 {
@@ -50,15 +50,7 @@ RegistryValue ParseValue(const std::string& kind, const std::string& text)
 
 std::string KeyPath(const std::string& name)
 {
-    return name.starts_with(kUser) || name.starts_with(kMachine) ? name : std::string(kMachine) + '\\' + name;
-}
-
-void AddKey(RegistryContent& content, const std::string& path)
-{
-    for (std::size_t end = path.find('\\'); end != std::string::npos;) {
-        end = path.find('\\', end + 1);
-        content.try_emplace(path.substr(0, end));
-    }
+    return LiesIn(name, kUser) || LiesIn(name, kMachine) ? name : std::string(kMachine) + '\\' + name;
 }
 
 void ParseLine(RegistryContent& content, std::string& key, const std::string& line)
@@ -99,6 +91,20 @@ void WriteValue(std::FILE* file, const std::string& name, const RegistryValue& v
 
 } // namespace
 
+bool LiesIn(std::string_view path, std::string_view root)
+{
+    return lstrcmpiA(std::string(path.substr(0, root.size())).c_str(), std::string(root).c_str()) == 0 &&
+           (path.size() == root.size() || path[root.size()] == '\\');
+}
+
+void AddKey(RegistryContent& content, const std::string& path)
+{
+    for (std::size_t end = path.find('\\'); end != std::string::npos;) {
+        end = path.find('\\', end + 1);
+        content.try_emplace(path.substr(0, end));
+    }
+}
+
 RegistryContent ReadRegistryFile(const std::string& path)
 {
     RegistryContent content;
@@ -122,8 +128,8 @@ bool WriteRegistryFile(const std::string& path, const RegistryContent& content)
     std::FILE* const file = std::fopen(path.c_str(), "wb");
     if (!file) return false;
     for (const auto& [key, values] : content) {
-        const bool machine = key.starts_with(kMachine);
-        std::fprintf(file, "[%s]\n", key.c_str() + (machine ? sizeof kMachine : 0));
+        const bool below = LiesIn(key, kMachine) && key.size() > kMachine.size();
+        std::fprintf(file, "[%s]\n", key.c_str() + (below ? kMachine.size() + 1 : 0));
         for (const auto& [name, value] : values)
             WriteValue(file, name, value);
         std::fputc('\n', file);

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/win32.h"
@@ -26,6 +27,11 @@ struct RegistryValue
 
 using RegistryValues = std::map<std::string, RegistryValue, IgnoreCase>;
 using RegistryContent = std::map<std::string, RegistryValues, IgnoreCase>;
+
+// Whether a key is the root or stands below it.
+bool LiesIn(std::string_view path, std::string_view root);
+// Adds a key and those above it, all but the root.
+void AddKey(RegistryContent& content, const std::string& path);
 
 // A file that cannot be read is empty; a line that says nothing is passed over.
 RegistryContent ReadRegistryFile(const std::string& path);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/handles.h"
+
 // Defined by the object that carries the compiled resources; null in programs without one.
 extern "C" {
 extern const BYTE tintwerk_resources_begin[] __attribute__((weak));
@@ -44,8 +46,6 @@ public:
         return ResourceId::From(id.text.c_str());
     }
 
-    void Align() { at_ = std::min((at_ + 3) & ~std::size_t{3}, bytes_.size()); }
-
 private:
     std::span<const BYTE> bytes_;
     std::size_t at_ = 0;
@@ -86,10 +86,6 @@ std::vector<Resource> ParseResources(std::span<const BYTE> bytes)
         Resource resource;
         resource.type = header.TakeId();
         resource.name = header.TakeId();
-        header.Align();
-        header.Take<DWORD>(); // data version
-        header.Take<WORD>();  // memory flags
-        resource.language = header.Take<WORD>();
         resource.data = bytes.subspan(headerSize, dataSize);
         // The first entry of every file is an empty one of type 0.
         if (resource.type != ResourceId{}) resources.push_back(std::move(resource));
@@ -107,36 +103,27 @@ const std::vector<Resource>& EmbeddedResources()
 }
 
 const Resource* FindResourceIn(const std::vector<Resource>& resources, const ResourceId& type,
-                               const ResourceId& name, WORD language)
+                               const ResourceId& name)
 {
-    bool typeFound = false, nameFound = false;
+    bool typeFound = false;
     for (const Resource& resource : resources) {
         typeFound |= resource.type == type;
-        if (resource.type != type || resource.name != name) continue;
-        nameFound = true;
-        if (language == 0 || resource.language == language) return &resource;
+        if (resource.type == type && resource.name == name) return &resource;
     }
-    SetLastError(nameFound           ? ERROR_RESOURCE_LANG_NOT_FOUND
-                 : typeFound         ? ERROR_RESOURCE_NAME_NOT_FOUND
-                 : resources.empty() ? ERROR_RESOURCE_DATA_NOT_FOUND
-                                     : ERROR_RESOURCE_TYPE_NOT_FOUND);
-    return nullptr;
+    return Fail<const Resource*>(typeFound           ? ERROR_RESOURCE_NAME_NOT_FOUND
+                                 : resources.empty() ? ERROR_RESOURCE_DATA_NOT_FOUND
+                                                     : ERROR_RESOURCE_TYPE_NOT_FOUND);
 }
 
 } // namespace tintwerk::headless
 
 using namespace tintwerk::headless;
 
-HRSRC FindResourceExW(HMODULE, LPCWSTR type, LPCWSTR name, WORD language)
+HRSRC FindResourceW(HMODULE, LPCWSTR name, LPCWSTR type)
 {
     const Resource* resource =
-        FindResourceIn(EmbeddedResources(), ResourceId::From(type), ResourceId::From(name), language);
+        FindResourceIn(EmbeddedResources(), ResourceId::From(type), ResourceId::From(name));
     return reinterpret_cast<HRSRC>(const_cast<Resource*>(resource));
-}
-
-HRSRC FindResourceW(HMODULE module, LPCWSTR name, LPCWSTR type)
-{
-    return FindResourceExW(module, type, name, 0);
 }
 
 HGLOBAL LoadResource(HMODULE, HRSRC resource)

@@ -24,7 +24,6 @@ struct Resource
 {
     ResourceId type;
     ResourceId name;
-    WORD language;
     std::span<const BYTE> data;
 };
 
@@ -34,13 +33,11 @@ std::vector<Resource> ParseResources(std::span<const BYTE> bytes);
 // The resources that are linked into this program; empty when there are none.
 const std::vector<Resource>& EmbeddedResources();
 
-// Null when there is none; language 0 takes the first.
+// Null when there is none; the first of several languages.
 const Resource* FindResourceIn(const std::vector<Resource>& resources, const ResourceId& type,
-                               const ResourceId& name, WORD language);
+                               const ResourceId& name);
 
 // The plug-in as a module of this process, whether or not it is loaded.
 HMODULE PluginHandle();
-// Sets whether GetModuleHandleW finds it.
-void SetPluginLoaded(bool loaded);
 
 } // namespace tintwerk::headless

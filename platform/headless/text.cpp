@@ -1,9 +1,11 @@
 // Text of the headless platform: lengths, copies and comparisons.
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <string>
+#include <type_traits>
 
-#include "platform/win32.h"
+#include "platform/handles.h"
 
 namespace {
 
@@ -78,10 +80,7 @@ LPWSTR lstrcpyW(LPWSTR destination, LPCWSTR source)
 
 int CompareStringOrdinal(LPCWSTR a, int lengthA, LPCWSTR b, int lengthB, BOOL ignoreCase)
 {
-    if (!a || !b) {
-        SetLastError(ERROR_INVALID_PARAMETER);
-        return 0;
-    }
+    if (!a || !b) return tintwerk::Fail(ERROR_INVALID_PARAMETER);
     const int leftLength = lengthA < 0 ? lstrlenW(a) : lengthA;
     const int rightLength = lengthB < 0 ? lstrlenW(b) : lengthB;
     for (int i = 0; i < std::min(leftLength, rightLength); ++i) {

@@ -9,6 +9,7 @@
 #include "platform/headless/resources.h"
 #include "platform/headless/wide.h"
 #include "platform/pe_image.h"
+#include "platform/whole_file.h"
 
 using namespace tintwerk::headless;
 using tintwerk::PeImage;

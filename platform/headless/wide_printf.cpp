@@ -3,7 +3,7 @@
 // are sixteen upper-case digits; a null text reads "(null)". There are no widths and no other numbers.
 // Nothing is allocated, and never is more written than the buffer holds.
 #include <algorithm>
-#include <cstring>
+#include <cstdlib>
 #include <string>
 
 #include "platform/win32.h"

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/handles.h"
 #include "platform/headless/hookable.h"
 
 namespace tintwerk::headless {
@@ -64,19 +65,13 @@ BOOL EnumerateHandles(const std::vector<HWND>& handles, WNDENUMPROC procedure, L
     return TRUE;
 }
 
-HWND Refuse(DWORD error)
-{
-    SetLastError(error);
-    return nullptr;
-}
-
 HWND WINAPI MakeWindow(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y, int width,
                        int height, HWND parent, HMENU menuOrId, HINSTANCE module, LPVOID parameter)
 {
     const WindowClass* const windowClass = className ? FindClass(className) : nullptr;
-    if (!windowClass) return Refuse(ERROR_CANNOT_FIND_WND_CLASS);
+    if (!windowClass) return Fail<HWND>(ERROR_CANNOT_FIND_WND_CLASS);
     const bool child = (style & (WS_CHILD | WS_POPUP)) == WS_CHILD;
-    if (child && !parent) return Refuse(ERROR_TLW_WITH_WSCHILD);
+    if (child && !parent) return Fail<HWND>(ERROR_TLW_WITH_WSCHILD);
     Window* const relative = parent ? Find(parent) : nullptr;
     if (parent && !relative) return nullptr;
 
@@ -115,6 +110,7 @@ Hookable<MakeWindow> createWindow{"CreateWindowExW"};
 } // namespace tintwerk::headless
 
 using namespace tintwerk::headless;
+using tintwerk::Fail;
 
 HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y,
                             int width, int height, HWND parent, HMENU menuOrId, HINSTANCE module,
@@ -178,7 +174,7 @@ HWND WINAPI GetDlgItem(HWND dialog, int id)
     for (const Window* child : window->children) {
         if (static_cast<int>(child->id) == id) return child->handle;
     }
-    return Refuse(ERROR_CONTROL_ID_NOT_FOUND);
+    return Fail<HWND>(ERROR_CONTROL_ID_NOT_FOUND);
 }
 
 int WINAPI GetDlgCtrlID(HWND handle)

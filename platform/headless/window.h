@@ -1,6 +1,7 @@
 // The inside of the headless window manager. Its files build on each other in this order, none calls one
-// below it: window_table (handles, records, places), message, paint, placement, default_procedure, the
-// controls, dialog_procedure, window_classes, window (creation and relations), dialog, propsheet, compstui.
+// below it: window_table (handles, records, places), message, window_data, paint, placement,
+// default_procedure, the controls, dialog_procedure, window_classes, window (creation and relations), dialog,
+// propsheet, compstui.
 // Nothing outside platform/headless includes it.
 #pragma once
 
@@ -134,7 +135,8 @@ LRESULT NotifyParent(const Window& control, NMHDR& header, UINT code);
 
 // --- paint.cpp
 
-void Invalidate(Window& window, bool withChildren);
+// With its children: nobody keeps them apart.
+void Invalidate(Window& window);
 
 // --- The control kinds, one file each, and dialogs
 

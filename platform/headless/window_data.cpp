@@ -116,16 +116,3 @@ int WINAPI GetWindowTextLengthW(HWND window)
 {
     return static_cast<int>(SendMessageW(window, WM_GETTEXTLENGTH, 0, 0));
 }
-
-BOOL WINAPI SetDlgItemTextW(HWND dialog, int id, LPCWSTR text)
-{
-    const HWND control = GetDlgItem(dialog, id);
-    return control && SetWindowTextW(control, text);
-}
-
-UINT WINAPI GetDlgItemTextW(HWND dialog, int id, LPWSTR text, int size)
-{
-    if (text && size > 0) text[0] = 0;
-    const HWND control = GetDlgItem(dialog, id);
-    return control ? static_cast<UINT>(GetWindowTextW(control, text, size)) : 0;
-}

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <atomic>
 
+#include "platform/handles.h"
 #include "platform/headless/window.h"
 
 namespace tintwerk::headless {
@@ -12,7 +13,6 @@ constexpr int kCaptionHeight = 19;
 constexpr int kScrollBarWidth = 17;
 
 std::atomic<DWORD> liveWindows{0};
-std::atomic<UINT_PTR> lastWindow{0x10000};
 
 char16_t Folded(char16_t unit)
 {
@@ -48,7 +48,7 @@ ThreadState& Thread()
 
 Window& Enter(std::unique_ptr<Window> window)
 {
-    window->handle = reinterpret_cast<HWND>(lastWindow += 2);
+    window->handle = reinterpret_cast<HWND>(lastHandle += 4);
     ++liveWindows;
     Window& entered = *window;
     Thread().windows.emplace(entered.handle, std::move(window));

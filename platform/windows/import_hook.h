@@ -10,4 +10,7 @@ namespace tintwerk {
 // when the module does not import the function. Hooking again with the returned address takes the hook out.
 void* HookImport(HMODULE module, const char* function, void* replacement);
 
+// Takes a module that was loaded later into the replacements of platform/function_hook.h that stand.
+void ApplyReplacements(HMODULE module);
+
 } // namespace tintwerk

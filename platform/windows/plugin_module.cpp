@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/function_hook.h"
+#include "platform/windows/import_hook.h"
 
 namespace tintwerk {
 

@@ -1,10 +1,12 @@
-// The text file that keeps the registry on Linux, and files whose names are bytes in no encoding.
+// The text file that keeps the registry on Linux, and files in odd places or with names in no encoding.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <string>
 
+#include "platform/file_lock.h"
 #include "platform/owners.h"
+#include "platform/whole_file.h"
 #include "tests/support/temp_file.h"
 
 namespace tintwerk {
@@ -68,14 +70,15 @@ TEST_F(RegistryFileTest, GivesValuesOfEveryKind)
 
 TEST_F(RegistryFileTest, KeepsWhatIsWritten)
 {
-    UseFile("[SOFTWARE\\Halvaro\\Tintwerk]\nOld=1\n");
+    UseFile("[SOFTWARE\\Halvaro\\Tintwerk]\nOld=1\n[HKEY_LOCAL_MACHINE]\nTop=2\n[HKEY_LOCAL_MACHINERY]\n");
     RegistryKey key;
     ASSERT_EQ(ERROR_SUCCESS, RegCreateKeyExA(HKEY_LOCAL_MACHINE, "SOFTWARE\\Halvaro\\Tintwerk\\Deep", 0,
                                              nullptr, 0, KEY_ALL_ACCESS, nullptr, key.Receive(), nullptr));
     RegSetValueExA(key.Get(), "New", 0, REG_SZ, reinterpret_cast<const BYTE*>("two\nlines"), 10);
     RegSetValueExA(key.Get(), "Plain", 0, REG_EXPAND_SZ, reinterpret_cast<const BYTE*>("text"), 5);
-    EXPECT_EQ("[SOFTWARE]\n\n[SOFTWARE\\Halvaro]\n\n[SOFTWARE\\Halvaro\\Tintwerk]\nOld=1\n\n["
-              "SOFTWARE\\Halvaro\\Tintwerk\\Deep]\n"
+    EXPECT_EQ("[HKEY_LOCAL_MACHINE]\nTop=2\n\n[HKEY_LOCAL_MACHINERY]\n\n"
+              "[SOFTWARE]\n\n[SOFTWARE\\Halvaro]\n\n[SOFTWARE\\Halvaro\\Tintwerk]\nOld=1\n\n"
+              "[SOFTWARE\\Halvaro\\Tintwerk\\Deep]\n"
               "New:hex1=74 77 6F 0A 6C 69 6E 65 73 00 \nPlain:expand=text\n\n",
               file.Content());
     // Another registry forgets this one; coming back reads it again.
@@ -83,6 +86,15 @@ TEST_F(RegistryFileTest, KeepsWhatIsWritten)
     EXPECT_EQ("no key", Value("Old"));
     setenv("TINTWERK_REGISTRY", file.path.c_str(), 1);
     EXPECT_EQ(std::string("1\0", 2), Value("Old"));
+}
+
+TEST(FileLock, HoldsWithoutRoomForTheHoldersName)
+{
+    const std::filesystem::path file = TempFile("full").path;
+    std::filesystem::create_symlink("/dev/full", file);
+    FileLock first, second;
+    EXPECT_EQ(FileLock::Outcome::Taken, first.Take(file, "first", 0));
+    EXPECT_NE(FileLock::Outcome::Taken, second.Take(file, "second", 0));
 }
 
 TEST(WholeFile, MayHaveANameOfAnyBytes)

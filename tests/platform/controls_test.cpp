@@ -231,6 +231,7 @@ TEST_F(Controls, StandWhereTheirTemplateSays)
     EXPECT_NEAR(place.bottom - place.top, wanted.bottom, 1);
     GetClientRect(edit, &client);
     EXPECT_EQ(place.right - place.left - client.right, 4) << "the sunken border";
+    EXPECT_EQ(MapWindowPoints(edit, edit, reinterpret_cast<POINT*>(&place), 1), 0);
 }
 
 } // namespace

@@ -61,7 +61,8 @@ TEST(Files, AreLockedForOneAtATime)
         std::string holder;
         EXPECT_TRUE(ReadWhole(file, holder));
         EXPECT_EQ("first", holder);
-        EXPECT_EQ(FileLock::Outcome::Impossible, third.Take(file / "below", "third", 0));
+        for (const auto& nowhere : {file / "below", file.parent_path()})
+            EXPECT_EQ(FileLock::Outcome::Impossible, third.Take(nowhere, "third", 0)) << nowhere;
     }
     EXPECT_FALSE(std::filesystem::exists(file));
     FileLock again;

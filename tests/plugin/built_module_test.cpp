@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "platform/pe_image.h"
+#include "platform/whole_file.h"
 #include "src/config/module_versions.h"
 
 namespace tintwerk {

@@ -10,6 +10,7 @@
 #include "host/ppd/ppd_reader.h"
 #include "host/ppd/wide_text.h"
 #include "platform/pe_image.h"
+#include "platform/whole_file.h"
 #include "platform/win32.h"
 #include "src/config/registry_values.h"
 

@@ -1,7 +1,5 @@
 // Drop-down list combo boxes: texts with a number each, one of them chosen. A choice by message tells the
 // parent nothing; getting and losing the focus does.
-#include <algorithm>
-
 #include "platform/headless/window.h"
 
 namespace tintwerk::headless {

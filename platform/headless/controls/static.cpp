@@ -32,9 +32,7 @@ void Flatten(Window& window)
 void FitToPicture(Window& window, HBITMAP picture)
 {
     BITMAP description{};
-    if ((window.style & (SS_CENTERIMAGE | SS_REALSIZECONTROL)) ||
-        !GetObjectW(picture, sizeof description, &description))
-        return;
+    if ((window.style & SS_CENTERIMAGE) || !GetObjectW(picture, sizeof description, &description)) return;
     const RECT frame = FrameOf(window);
     SetWindowPos(window.handle, nullptr, 0, 0, description.bmWidth + frame.left + frame.right,
                  description.bmHeight + frame.top + frame.bottom, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
@@ -66,7 +64,8 @@ void DrawItem(HWND handle)
     item.hwndItem = handle;
     item.hDC = paint.hdc;
     item.rcItem = ClientOf(window);
-    SendMessageW(GetParent(handle), WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
+    if (window.parent)
+        SendMessageW(window.parent->handle, WM_DRAWITEM, item.CtlID, reinterpret_cast<LPARAM>(&item));
     EndPaint(handle, &paint);
 }
 

@@ -1,5 +1,6 @@
-// Handles of the headless platform: each names one object of one kind, and a value that names none is refused
-// instead of followed. No two objects of the process ever have the same handle, of whatever kind they are.
+// Handles of the headless platform and of the spooler in memory: each names one object of one kind, and a
+// value that names none is refused instead of followed. No two objects ever have the same handle, of whatever
+// kind they are.
 #pragma once
 
 #include <atomic>
@@ -9,13 +10,13 @@
 
 #include "platform/win32.h"
 
-namespace tintwerk::headless {
+namespace tintwerk {
 
-// What a function that refuses returns: FALSE, with the last error set.
-inline BOOL Fail(DWORD error)
+// What a function that refuses returns: FALSE or null, with the last error set.
+template <typename Result = BOOL> Result Fail(DWORD error)
 {
     SetLastError(error);
-    return FALSE;
+    return {};
 }
 
 inline std::atomic<ULONG_PTR> lastHandle{0x100};
@@ -37,9 +38,7 @@ public:
     {
         const std::lock_guard lock(mutex_);
         const auto at = objects_.find(reinterpret_cast<ULONG_PTR>(handle));
-        if (at != objects_.end()) return at->second;
-        SetLastError(ERROR_INVALID_HANDLE);
-        return nullptr;
+        return at != objects_.end() ? at->second : Fail<std::shared_ptr<Object>>(ERROR_INVALID_HANDLE);
     }
 
     BOOL Close(HANDLE handle)
@@ -64,4 +63,4 @@ private:
     std::map<ULONG_PTR, std::shared_ptr<Object>> objects_;
 };
 
-} // namespace tintwerk::headless
+} // namespace tintwerk

@@ -7,14 +7,15 @@
 
 namespace tintwerk {
 
-namespace {
+void Fail(const std::string& text)
+{
+    throw CommandError(kExitFailed, text);
+}
 
-[[noreturn]] void Misused(const std::string& text)
+void Misused(const std::string& text)
 {
     throw CommandError(kExitUsage, text);
 }
-
-} // namespace
 
 Arguments::Arguments(std::span<const std::string> words, std::span<const OptionRow> options,
                      std::string_view command)
@@ -37,9 +38,8 @@ Arguments::Arguments(std::span<const std::string> words, std::span<const OptionR
         const std::string name(word.substr(2, hasValue ? equals - 2 : equals));
         const auto row = std::ranges::find(options, name, &OptionRow::name);
         if (row == options.end())
-            Misused("--" + name + ": no such option" +
-                    DidYouMean(name, options, "--", &OptionRow::name) + "; tintwerk " + command_ +
-                    " --help lists them");
+            Misused("--" + name + ": no such option" + DidYouMean(name, options, "--", &OptionRow::name) +
+                    "; tintwerk " + command_ + " --help lists them");
         if (row->value.empty() && hasValue) Misused("--" + name + ": takes no value");
         std::string value(hasValue ? word.substr(equals + 1) : "");
         if (!row->value.empty() && !hasValue) {

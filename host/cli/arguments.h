@@ -24,6 +24,10 @@ private:
     int status_;
 };
 
+// The run failed; the command line makes no sense.
+[[noreturn]] void Fail(const std::string& text);
+[[noreturn]] void Misused(const std::string& text);
+
 struct OptionRow
 {
     std::string_view name;  // without the leading "--"

@@ -103,8 +103,8 @@ RuleChoice ChosenRules(const Arguments& arguments)
             const std::string_view code = rest.substr(0, rest.find(','));
             const Rule* const rule = FindRule(code);
             if (!rule)
-                throw CommandError(kExitUsage, "--" + given.name + " " + std::string(code) +
-                                                   ": no such rule; tintwerk check --rules lists them");
+                Misused("--" + given.name + " " + std::string(code) +
+                        ": no such rule; tintwerk check --rules lists them");
             choice[NumberOf(*rule)] = given.name == "only";
             rest.remove_prefix(std::min(code.size() + 1, rest.size()));
         }

@@ -188,7 +188,7 @@ void CheckPopup(PpdCheck& check, const PageControl& control, const PpdFeature& f
 void CheckControls(PpdCheck& check)
 {
     for (const PageControl& control : PageControls()) {
-        if (control.feature.empty() || (control.checkBox && !IsPpdFeature(*control.checkBox))) continue;
+        if (control.PpdFeatureName().empty()) continue;
         const PpdFeature* const feature = check.ppd.Find(control.feature);
         if (!feature) TellMissing(check, control.feature, control);
         if (control.number)

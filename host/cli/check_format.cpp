@@ -71,7 +71,7 @@ void CheckRepeated(PpdCheck& check)
     const auto meaning = [](const PpdStatement& each) {
         return WithoutText(each.quoted ? each.value : each.value.substr(0, each.value.find('*')));
     };
-    for (std::uint32_t i = 0; i < statements.size(); ++i) {
+    for (std::size_t i = 0; i < statements.size(); ++i) {
         const PpdStatement& statement = statements[i];
         const K keyword = statement.keyword;
         const bool sized = keyword == K::PaperDimension || keyword == K::ImageableArea;
@@ -82,7 +82,7 @@ void CheckRepeated(PpdCheck& check)
                                      : sized ? statement.option
                                              : Place(statement).feature;
         if (key.empty() || (!sized && !single && keyword != K::OrderDependency)) continue;
-        const std::uint32_t at = first.Insert(key, i, static_cast<std::uint32_t>(keyword));
+        const std::size_t at = first.Insert(key, i, static_cast<std::size_t>(keyword));
         const PpdStatement& before = statements[at];
         if (at == i || meaning(before) == meaning(statement)) continue;
         const PpdMessage counts = check.ppd.At(before.at, {});
@@ -125,9 +125,9 @@ void CheckFeatures(PpdCheck& check)
                        : off ? "True"
                              : "True or False");
         KeywordTable texts;
-        for (std::uint32_t i = 0; i < feature.options.size(); ++i) {
+        for (std::size_t i = 0; i < feature.options.size(); ++i) {
             const PpdOption& option = feature.options[i];
-            if (const std::uint32_t first = texts.Insert(option.text, i); first != i)
+            if (const std::size_t first = texts.Insert(option.text, i); first != i)
                 check.Tell("text-twice", {feature, option}, Quoted(option.text), " is also the text of ",
                            feature.options[first].keyword);
         }
@@ -304,14 +304,6 @@ void CheckAbout(PpdCheck& check, const PpdStatement& statement)
                    " expected in parentheses, as the interpreter answers it");
 }
 
-void CheckDefault(PpdCheck& check, const PpdStatement& statement)
-{
-    const PpdFeature* const feature = check.ppd.Find(statement.main);
-    if (feature && WithoutText(statement.value) == "Unknown" && !check.ppd.Find(statement.main, "Unknown"))
-        check.Tell("default-no-option", statement, "the default is Unknown; the first option ",
-                   Quoted(feature->options.front().keyword), " is taken");
-}
-
 void CheckOrder(PpdCheck& check, const PpdStatement& statement)
 {
     if (!statement.hasValue) return;
@@ -390,7 +382,6 @@ void CheckStatements(PpdCheck& check)
         if (keyword == K::Translation) CheckText(check, statement, statement.text, PpdEncoding::Utf8);
         if (keyword == K::Option || keyword == K::CustomPageSize) CheckCode(check, statement);
         if (keyword == K::Header) CheckAbout(check, statement);
-        if (keyword == K::Default) CheckDefault(check, statement);
         if (keyword == K::OrderDependency) CheckOrder(check, statement);
         if (keyword == K::Translation) CheckTranslation(check, statement);
     }

@@ -10,11 +10,6 @@ namespace {
 
 using Format = ReportStyle::Format;
 
-std::string Dump(const Json& json)
-{
-    return json.dump(-1, ' ', false, Json::error_handler_t::replace);
-}
-
 std::string Coloured(Severity severity, bool coloured)
 {
     const std::string text(TextOf(severity));
@@ -103,7 +98,7 @@ std::string SarifHead()
     return "{\"$schema\": \"https://json.schemastore.org/sarif-2.1.0.json\", \"version\": \"2.1.0\", "
            "\"runs\": "
            "[{\"tool\": {\"driver\": " +
-           Dump(driver) + "}, \"columnKind\": \"unicodeCodePoints\", \"results\": [";
+           JsonText(driver, -1) + "}, \"columnKind\": \"unicodeCodePoints\", \"results\": [";
 }
 
 } // namespace
@@ -131,7 +126,7 @@ std::string CheckReport::OfFile(const CheckedFile& checked)
     ++files_;
     std::string text;
     const auto row = [&](const Json& json) {
-        text += (std::exchange(any_, true) ? ",\n" : "\n") + Dump(json);
+        text += (std::exchange(any_, true) ? ",\n" : "\n") + JsonText(json, -1);
     };
     for (const Finding& finding : checked.findings) {
         ++counts_[static_cast<std::size_t>(finding.rule->severity)];

@@ -53,7 +53,7 @@ constexpr Rule kRules[] = {
     {"code-balance",       Error,   "Brackets or parentheses of PostScript code do not balance; the printer stops the job.", CheckStatements},
     {"default-missing",    Warning, "A feature has no default; its first option is taken.", CheckFeatures},
     {"default-lost",       Warning, "A default names a feature that the file spells otherwise; it says nothing.", CheckFeatures},
-    {"default-no-option",  Warning, "A default is Unknown, but no such option exists; the first option is taken.", CheckStatements},
+    {"default-no-option",  Warning, "A default is Unknown, but no such option exists; the first option is taken.", nullptr},
     {"default-unknown",    Warning, "A default is no option of its feature; the first option is taken.", nullptr},
     {"constraint-form",    Warning, "A constraint does not name two features; it is passed over.", nullptr},
     {"constraint-unknown", Warning, "A constraint names what the file does not define; it is passed over.", nullptr},

@@ -31,11 +31,10 @@ Bytes FromFile(const std::string& file)
 {
     std::string text;
     if (!std::filesystem::is_regular_file(PathFromUtf8(file)) || !ReadWhole(PathFromUtf8(file), text))
-        throw CommandError(kExitFailed, file + ": the file cannot be read");
+        Fail(file + ": the file cannot be read");
     Bytes bytes(text.begin(), text.end());
     if (FindRecord(bytes)) return bytes;
-    const Selections selections = Selections::Load(PathFromUtf8(file));
-    return selections.PrivateDevmode();
+    return Selections::FromText(file, text).PrivateDevmode();
 }
 
 // What a merge would put right.
@@ -85,7 +84,7 @@ int ShowDevmode(const Arguments& arguments, Output& output)
     if (arguments.Has("json")) {
         json.update(fields);
         json["remarks"] = odd;
-        WriteJson(output.out, json);
+        output.out << JsonText(json) << "\n";
         return kExitSuccess;
     }
     for (const auto& [name, value] : fields.items()) {

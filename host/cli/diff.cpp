@@ -50,14 +50,14 @@ Facts FactsOf(const std::string& file)
     Facts facts;
     if (file.ends_with(".selections")) {
         if (!std::filesystem::is_regular_file(PathFromUtf8(file)))
-            throw CommandError(kExitUsage, file + ": the file cannot be read");
+            Misused(file + ": the file cannot be read");
         const Selections selections = Selections::Load(PathFromUtf8(file));
         for (const auto& [feature, option] : selections.Chosen())
             facts[{std::string(feature), "", "selection"}] = option;
         return facts;
     }
     const PpdResult read = ReadPpdOperand(file);
-    if (!read) throw CommandError(kExitUsage, read.error.Full());
+    if (!read) Misused(read.error.Full());
     return FactsOf(*read.ppd);
 }
 
@@ -117,7 +117,7 @@ int CompareSides(const Arguments& arguments, Output& output)
 {
     const auto files = arguments.Operands();
     if (files.size() != 2 || files[0].ends_with(".selections") != files[1].ends_with(".selections"))
-        throw CommandError(kExitUsage, "two PPDs or two .selections files are expected: tintwerk diff A B");
+        Misused("two PPDs or two .selections files are expected: tintwerk diff A B");
     const Facts before = FactsOf(files[0]), after = FactsOf(files[1]);
     const std::vector<Difference> found = Compare(before, after);
     Json json{{"command", "diff"}, {"before", files[0]}, {"after", files[1]}, {"differences", Json::array()}};
@@ -130,7 +130,7 @@ int CompareSides(const Arguments& arguments, Output& output)
                                        {"before", orNull(each.before)},
                                        {"after", orNull(each.after)}});
     }
-    if (arguments.Has("json")) WriteJson(output.out, json);
+    if (arguments.Has("json")) output.out << JsonText(json) << "\n";
     return found.empty() ? kExitSuccess : kExitFailed;
 }
 

@@ -34,8 +34,7 @@ std::vector<std::string> DriverFeatures()
 {
     std::vector<std::string> features(std::begin(kSpecialFeatures), std::end(kSpecialFeatures));
     for (const PageControl& control : PageControls()) {
-        if (!control.feature.empty() && !(control.checkBox && !IsPpdFeature(*control.checkBox)))
-            features.emplace_back(control.feature);
+        if (!control.PpdFeatureName().empty()) features.emplace_back(control.feature);
         if (control.number) features.emplace_back(RestFeature(*control.number).name);
     }
     for (const Behaviour& row : kBehaviours)

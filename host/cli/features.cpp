@@ -3,11 +3,13 @@
 #include <ostream>
 #include <utility>
 
+#include "host/cli/check_rules.h"
 #include "host/cli/feature_use.h"
 #include "host/cli/json.h"
 #include "host/cli/ppd_files.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
+#include "host/sheet/page_controls.h"
 
 namespace tintwerk {
 
@@ -52,9 +54,7 @@ std::string OptionsText(const FeatureLine& line)
 void Print(std::ostream& out, const Ppd& ppd, const std::vector<FeatureLine>& lines)
 {
     out << ppd.PrinterName() << " (" << ppd.FileName() << "): " << lines.size() << " features, "
-        << ppd.Constraints().size() << (ppd.Constraints().size() == 1 ? " constraint\n" : " constraints\n");
-    constexpr std::string_view kPages[] = {"main", "layout", "colors",  "correction",
-                                           "ink",  "screen", "advanced"};
+        << Counted(ppd.Constraints().size(), "constraint") << "\n";
     const auto section = [&](const std::string& title, const auto& belongs) {
         bool begun = false;
         for (const FeatureLine& line : lines) {
@@ -64,8 +64,10 @@ void Print(std::ostream& out, const Ppd& ppd, const std::vector<FeatureLine>& li
                 << OptionsText(line) << "\n";
         }
     };
-    for (const std::string_view page : kPages)
-        section("Page " + std::string(page), [&](const FeatureLine& line) { return line.use.page == page; });
+    for (int page = 0; page <= static_cast<int>(PageName::Information); ++page) {
+        const std::string_view name = TextOf(static_cast<PageName>(page));
+        section("Page " + std::string(name), [&](const FeatureLine& line) { return line.use.page == name; });
+    }
     section("Behaviour",
             [](const FeatureLine& line) { return line.use.page.empty() && !line.use.control.empty(); });
     section("Not shown by the driver", [](const FeatureLine& line) { return line.use.control.empty(); });
@@ -146,60 +148,33 @@ Json AsJson(const Ppd& ppd, const std::vector<FeatureLine>& lines)
     return json;
 }
 
-// What one file says; false when it cannot be read. `told` gets its JSON, else it is printed.
-bool Tell(const std::string& file, Output& output, Json* told)
-{
-    const PpdResult read = ReadPpdOperand(file);
-    if (!read) {
-        output.err << "tintwerk: " << read.error.Full() << "\n";
-        if (told) *told = {{"ppd", file}, {"problem", read.error.Full()}};
-        return false;
-    }
-    Selections defaults;
-    const CoreDriver core(*read.ppd, defaults);
-    const std::vector<FeatureLine> lines = LinesOf(core);
-    if (told)
-        *told = AsJson(*read.ppd, lines);
-    else
-        Print(output.out, *read.ppd, lines);
-    return true;
-}
-
 // One file is told as one object; several stand in a list, which is written file by file.
-bool TellAsJson(std::span<const std::string> files, Output& output)
-{
-    const auto dumped = [](const Json& json) {
-        return json.dump(2, ' ', false, Json::error_handler_t::replace);
-    };
-    Json json{{"command", "features"}}, told;
-    bool good = true;
-    if (files.size() == 1) {
-        good = Tell(files[0], output, &told);
-        json.update(told);
-        output.out << dumped(json) << "\n";
-        return good;
-    }
-    output.out << "{\"command\": \"features\", \"files\": [";
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        good &= Tell(files[i], output, &told);
-        output.out << (i ? ",\n" : "\n") << dumped(told);
-    }
-    output.out << "\n]}\n";
-    return good;
-}
-
 int ListFeatures(const Arguments& arguments, Output& output)
 {
     const std::vector<std::string> files = PpdOperands(arguments, "features");
-    bool good = true;
-    if (arguments.Has("json"))
-        good = TellAsJson(files, output);
-    else
-        for (std::size_t i = 0; i < files.size(); ++i) {
-            if (i) output.out << "\n";
-            good &= Tell(files[i], output, nullptr);
+    const bool asJson = arguments.Has("json"), asList = asJson && files.size() > 1;
+    const char* between = asList ? "{\"command\": \"features\", \"files\": [\n" : "";
+    int status = kExitSuccess;
+    for (const std::string& file : files) {
+        output.out << std::exchange(between, asList ? ",\n" : "\n");
+        Json told = asList ? Json::object() : Json{{"command", "features"}};
+        const PpdResult read = ReadPpdOperand(file);
+        if (!read) {
+            output.err << "tintwerk: " << read.error.Full() << "\n";
+            status = kExitFailed;
+            told.update({{"ppd", file}, {"problem", read.error.Full()}});
+        } else {
+            Selections defaults;
+            const CoreDriver core(*read.ppd, defaults);
+            if (asJson)
+                told.update(AsJson(*read.ppd, LinesOf(core)));
+            else
+                Print(output.out, *read.ppd, LinesOf(core));
         }
-    return good ? kExitSuccess : kExitFailed;
+        if (asJson) output.out << JsonText(told);
+    }
+    output.out << (asList ? "\n]}\n" : asJson ? "\n" : "");
+    return status;
 }
 
 } // namespace

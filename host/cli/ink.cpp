@@ -1,5 +1,6 @@
 // tintwerk ink: what the consumption page reads from a printer's ink counter file.
-#include <cstring>
+#include <cstdio>
+#include <iomanip>
 #include <memory>
 #include <ostream>
 
@@ -39,28 +40,26 @@ Json ChannelsOf(const InkCounters& counters)
 
 void Print(std::ostream& out, const Json& channels)
 {
-    const auto line = [&out](const auto&... cells) {
-        char text[160];
-        std::snprintf(text, sizeof text, "%-8s %-15s %-24s %s\n", cells.c_str()...);
-        out << text;
+    const auto line = [&out](const std::string& code, const std::string& ink, const std::string& lastJob,
+                             const std::string& total) {
+        out << std::left << std::setw(9) << code << std::setw(16) << ink << std::setw(25) << lastJob << total
+            << "\n";
     };
-    line(std::string("channel"), std::string("ink"), std::string("last job (counter)"),
-         std::string("total (counter)"));
+    line("channel", "ink", "last job (counter)", "total (counter)");
     for (const Json& each : channels)
-        line(each["code"].get<std::string>(), each["name"].get<std::string>(),
-             Shown(each["last_job_shown"], each["last_job"]), Shown(each["total_shown"], each["total"]));
+        line(each["code"], each["name"], Shown(each["last_job_shown"], each["last_job"]),
+             Shown(each["total_shown"], each["total"]));
 }
 
 int ShowInk(const Arguments& arguments, Output& output)
 {
     const std::string& file = arguments.OneOperand("ink counter file");
-    if (!std::filesystem::is_regular_file(PathFromUtf8(file)))
-        throw CommandError(kExitFailed, file + ": the file cannot be read");
+    if (!std::filesystem::is_regular_file(PathFromUtf8(file))) Fail(file + ": the file cannot be read");
     const auto context = std::make_unique<SheetContext>();
     ReadInkFile(file.c_str(), *context);
     const Json channels = ChannelsOf(context->inkCounters);
     if (arguments.Has("json"))
-        WriteJson(output.out, {{"command", "ink"}, {"file", file}, {"channels", channels}});
+        output.out << JsonText({{"command", "ink"}, {"file", file}, {"channels", channels}}) << "\n";
     else if (channels.empty())
         output.out << file << ": no ink counters; the consumption page stays empty\n";
     else

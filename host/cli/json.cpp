@@ -1,14 +1,12 @@
 #include "host/cli/json.h"
 
-#include <ostream>
-
 template class nlohmann::basic_json<nlohmann::ordered_map>;
 
 namespace tintwerk {
 
-void WriteJson(std::ostream& out, const Json& json)
+std::string JsonText(const Json& json, int indent)
 {
-    out << json.dump(2, ' ', false, Json::error_handler_t::replace) << "\n";
+    return json.dump(indent, ' ', false, Json::error_handler_t::replace);
 }
 
 } // namespace tintwerk

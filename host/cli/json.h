@@ -2,7 +2,7 @@
 // the costliest template of the program.
 #pragma once
 
-#include <iosfwd>
+#include <string>
 
 #include <nlohmann/json.hpp>
 
@@ -10,8 +10,8 @@ namespace tintwerk {
 
 using Json = nlohmann::ordered_json;
 
-// A whole document with a line end; what is no UTF-8 in it becomes U+FFFD.
-void WriteJson(std::ostream& out, const Json& json);
+// What is no UTF-8 becomes U+FFFD. Without an indent it stands on one line.
+std::string JsonText(const Json& json, int indent = 2);
 
 } // namespace tintwerk
 

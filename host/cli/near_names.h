@@ -39,7 +39,8 @@ inline bool IsNearName(std::string_view a, std::string_view b)
 // The name of a list that somebody may have meant by another, with `before` and a question mark around it;
 // empty when none is near.
 template <typename Names, typename NameOf = std::identity>
-std::string DidYouMean(std::string_view given, const Names& names, std::string_view before, NameOf nameOf = {})
+std::string DidYouMean(std::string_view given, const Names& names, std::string_view before,
+                       NameOf nameOf = {})
 {
     std::string_view nearest;
     std::size_t least = std::min<std::size_t>(given.size() / 2, 2) + 1;

@@ -60,12 +60,12 @@ Selections LastOptions(const Ppd& ppd)
 {
     Selections selections;
     CoreDriver core(ppd, selections);
-    std::size_t conflicts = core.Conflicts().size();
+    std::size_t conflicts = core.Conflicts();
     for (const PpdFeature& feature : ppd.Features()) {
         if (feature.options.size() < 2 || feature.keyword == "halvGuiMode") continue; // it may hide pages
         const std::string before(core.Selected(feature.keyword));
         core.Select(feature.keyword, feature.options.back().keyword);
-        if (const std::size_t now = core.Conflicts().size(); now > conflicts)
+        if (const std::size_t now = core.Conflicts(); now > conflicts)
             core.Select(feature.keyword, before);
         else
             conflicts = now;

@@ -40,11 +40,10 @@ std::vector<std::string> PpdOperands(const Arguments& arguments, std::string_vie
         }
         std::sort(files.begin() + static_cast<std::ptrdiff_t>(first), files.end());
         if (files.size() == first && arguments.Operands().size() == 1)
-            throw CommandError(kExitFailed, operand + ": there is no .ppd file below this folder");
+            Fail(operand + ": there is no .ppd file below this folder");
     }
     if (files.empty())
-        throw CommandError(kExitUsage,
-                           "no PPD file is given: tintwerk " + std::string(command) + " FILE|FOLDER|-...");
+        Misused("no PPD file is given: tintwerk " + std::string(command) + " FILE|FOLDER|-...");
     return files;
 }
 

@@ -78,11 +78,12 @@ public:
             Raise(event, wanted);
         if (!serverLog_.empty()) WaitForServer();
         if (json_)
-            WriteJson(output_.out, {{"command", "print"},
-                                    {"ppd", printer_.Description().FileName()},
-                                    {"printer", Utf8FromWide(printer_.Name())},
-                                    {"events", lines_},
-                                    {"server_starts", serverStarts_}});
+            output_.out << JsonText({{"command", "print"},
+                                     {"ppd", printer_.Description().FileName()},
+                                     {"printer", Utf8FromWide(printer_.Name())},
+                                     {"events", lines_},
+                                     {"server_starts", serverStarts_}})
+                        << "\n";
         return kExitSuccess;
     }
 
@@ -101,8 +102,7 @@ private:
         for (const std::string_view option : core.Options("halvPreview")) {
             if (option.starts_with('1') && core.Select("halvPreview", option)) return;
         }
-        throw CommandError(kExitFailed,
-                           "--preview: the PPD has no feature halvPreview with an option that begins with 1");
+        Fail("--preview: the PPD has no feature halvPreview with an option that begins with 1");
     }
 
     void QueueJob()
@@ -157,8 +157,7 @@ private:
         const HRESULT answer = session_.Plugin().DocumentEvent(printer_.Printer(), nullptr, event.number,
                                                                sizeof input, &input, 0, nullptr, &result);
         if (FAILED(answer) || result < 0)
-            throw CommandError(kExitFailed,
-                               text + ": the driver failed the job (result " + std::to_string(result) + ")");
+            Fail(text + ": the driver failed the job (result " + std::to_string(result) + ")");
         Tell(text + (result == DOCUMENTEVENT_SUCCESS ? ": handled" : ": not handled"));
     }
 

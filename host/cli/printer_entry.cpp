@@ -49,16 +49,15 @@ SpooledPrinter::SpooledPrinter(const Ppd& ppd, const PrinterEntry& entry)
                          {form.left, form.height - form.top, form.right, form.height - form.bottom},
                          FORM_PRINTER});
     }
-    const auto pageSize = ppd.FindFeature("PageSize");
-    const auto custom = pageSize ? ppd.FindOption(*pageSize, kCustomPageSize) : std::nullopt;
+    const PpdOption* const custom = ppd.Find("PageSize", kCustomPageSize);
     if (const PaperSize& size = entry.custom; custom && size.width)
-        spooler.SetForm(WideFromUtf8(ppd.Feature(*pageSize).options[*custom].text),
+        spooler.SetForm(WideFromUtf8(custom->text),
                         {{size.width, size.height}, {0, 0, size.width, size.height}, FORM_PRINTER});
     WideString name = entry.name;
     if (OpenPrinterW(name.data(), printer_.Receive(), nullptr)) return;
     const DWORD error = GetLastError();
     StopMemorySpooler();
-    throw CommandError(kExitFailed, "the printer does not open (error " + std::to_string(error) + ")");
+    Fail("the printer does not open (error " + std::to_string(error) + ")");
 }
 
 SpooledPrinter::~SpooledPrinter()

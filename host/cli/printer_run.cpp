@@ -35,8 +35,7 @@ void PretendWindowsVersion(const std::string& text)
     int length = 0;
     const int read = std::sscanf(text.c_str(), "%u.%u%n.%u%n", &major, &minor, &length, &build, &length);
     if (read < 2 || static_cast<std::size_t>(length) != text.size() || major == 0)
-        throw CommandError(kExitUsage,
-                           "--windows-version " + text + ": \"major.minor\" expected, such as 6.1 or 10.0");
+        Misused("--windows-version " + text + ": \"major.minor\" expected, such as 6.1 or 10.0");
     SetWindowsVersion(major, minor, build);
 }
 
@@ -90,13 +89,12 @@ PrinterRun::PrinterRun(const Arguments& arguments, Output& output, bool keeps)
     : output_(output), traces_(arguments.Has("trace"))
 {
     if (!arguments.Operands().empty())
-        throw CommandError(kExitUsage, arguments.Operands()[0] +
-                                           ": options begin with two dashes (the PPD goes to --ppd)");
+        Misused(arguments.Operands()[0] + ": options begin with two dashes (the PPD goes to --ppd)");
     Read(arguments);
     if (arguments.Has("windows-version")) PretendWindowsVersion(arguments.Value("windows-version"));
     if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
     name_ = WideFromUtf8(arguments.Value("printer", ppd_->PrinterName()));
-    if (name_.empty()) throw CommandError(kExitUsage, "--printer: the name is empty");
+    if (name_.empty()) Misused("--printer: the name is empty");
 
     storeFile_ = PathFromUtf8(arguments.Value("store", "tintwerk-store")) /
                  PathFromUtf8(SelectionsFileName(Utf8FromWide(name_)));
@@ -139,7 +137,7 @@ void PrinterRun::Read(const Arguments& arguments)
         options.pretended.push_back({"halvGuiMode", mode == 0 ? "standard" : "oem" + std::to_string(mode)});
     }
     PpdResult result = ReadPpd(PathFromUtf8(ppdFile_), options);
-    if (!result) throw CommandError(kExitFailed, result.error.Full());
+    if (!result) Fail(result.error.Full());
     ppd_ = std::move(result.ppd);
 }
 
@@ -155,9 +153,8 @@ void PrinterRun::LockStore()
     if (lock_.Take(file, self, kWait) != FileLock::Outcome::Held) return;
     std::string holder;
     ReadWhole(file, holder);
-    throw CommandError(kExitFailed, Utf8FromPath(storeFile_) + ": " +
-                                        (holder.empty() ? "another process" : holder) +
-                                        " has these selections open; close it, or take another --store");
+    Fail(Utf8FromPath(storeFile_) + ": " + (holder.empty() ? "another process" : holder) +
+         " has these selections open; close it, or take another --store");
 }
 
 // What makes no sense to this program is not written over.
@@ -167,7 +164,7 @@ void PrinterRun::LoadSelections()
     std::string problems;
     for (const PpdMessage& warning : selections_.Warnings())
         problems += (problems.empty() ? "" : "\ntintwerk: ") + warning.Full();
-    if (!problems.empty()) throw CommandError(kExitFailed, problems);
+    if (!problems.empty()) Fail(problems);
 }
 
 // The size of --custom-size goes among the selections; without it the kept one counts.
@@ -176,15 +173,14 @@ PaperSize PrinterRun::CustomSize(const Arguments& arguments)
     if (arguments.Has("custom-size")) {
         const std::string text = arguments.Value("custom-size");
         const auto& limits = ppd_->CustomSize();
-        if (!limits) throw CommandError(kExitFailed, "--custom-size: the PPD has no *CustomPageSize");
+        if (!limits) Fail("--custom-size: the PPD has no *CustomPageSize");
         const std::optional<PaperSize> size = PaperSizeFrom(text);
         const auto within = [](int length, int least, int most) { return length >= least && length <= most; };
         if (!size || !within(size->width, limits->minWidth, limits->maxWidth) ||
             !within(size->height, limits->minHeight, limits->maxHeight))
-            throw CommandError(kExitUsage, "--custom-size " + text +
-                                               ": WIDTHxHEIGHT in mm, in or pt is expected, " +
-                                               Range(limits->minWidth, limits->maxWidth) + " by " +
-                                               Range(limits->minHeight, limits->maxHeight) + " mm");
+            Misused("--custom-size " + text + ": WIDTHxHEIGHT in mm, in or pt is expected, " +
+                    Range(limits->minWidth, limits->maxWidth) + " by " +
+                    Range(limits->minHeight, limits->maxHeight) + " mm");
         selections_.Set(kCustomPageSize, text);
     }
     const std::string* const kept = selections_.Find(kCustomPageSize);
@@ -194,8 +190,7 @@ PaperSize PrinterRun::CustomSize(const Arguments& arguments)
 PluginSession& PrinterRun::StartPlugin()
 {
     session_ = std::make_unique<PluginSession>(*core_, selections_);
-    if (const std::string problem = session_->Start(); !problem.empty())
-        throw CommandError(kExitFailed, problem);
+    if (const std::string problem = session_->Start(); !problem.empty()) Fail(problem);
     firstApplyCount_ = keptApplyCount_ = ApplyCount();
     return *session_;
 }
@@ -212,8 +207,6 @@ DWORD PrinterRun::ApplyCount() const
 void PrinterRun::Keep()
 {
     session_->KeepPrivateDevmode();
-    std::error_code ignored;
-    std::filesystem::create_directories(storeFile_.parent_path(), ignored);
     Selections kept = selections_;
     for (const auto& [feature, option] : setAside_)
         kept.Set(feature, option);

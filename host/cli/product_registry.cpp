@@ -27,9 +27,8 @@ std::string AbsolutePath(const std::string& path)
 void WriteProductValue(const char* name, const std::string& value)
 {
     if (value.size() > kRegistryTextBytes - 2)
-        throw CommandError(kExitUsage, std::string(name) + ": at most " +
-                                           std::to_string(kRegistryTextBytes - 2) +
-                                           " bytes are accepted, these are " + std::to_string(value.size()));
+        Misused(std::string(name) + ": at most " + std::to_string(kRegistryTextBytes - 2) +
+                " bytes are accepted, these are " + std::to_string(value.size()));
     RegistryKey key;
     const LSTATUS opened =
         RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, nullptr, REG_OPTION_NON_VOLATILE,
@@ -37,13 +36,13 @@ void WriteProductValue(const char* name, const std::string& value)
     if (opened != ERROR_SUCCESS ||
         RegSetValueExA(key.Get(), name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
                        static_cast<DWORD>(value.size() + 1)) != ERROR_SUCCESS)
-        throw CommandError(kExitFailed, std::string(name) + " cannot be written to the registry");
+        Fail(std::string(name) + " cannot be written to the registry");
 }
 
 void UseConfigDirectory(const std::string& path)
 {
     if (!std::filesystem::is_directory(PathFromUtf8(path)))
-        throw CommandError(kExitUsage, "--config-dir " + path + ": there is no such folder");
+        Misused("--config-dir " + path + ": there is no such folder");
     WriteProductValue("ConfigDir", AbsolutePath(path));
 }
 

@@ -59,8 +59,7 @@ int Dispatch(std::span<const std::string> arguments, Output& output)
     const auto command = std::ranges::find(commands, first, &Command::name);
     if (command == commands.end()) {
         output.err << "tintwerk: " << first << ": no such command"
-                   << DidYouMean(first, commands, "", &Command::name)
-                   << "; tintwerk --help lists them\n";
+                   << DidYouMean(first, commands, "", &Command::name) << "; tintwerk --help lists them\n";
         return kExitUsage;
     }
     try {

@@ -31,7 +31,7 @@ std::string ScriptText(const std::string& file)
     if (file == "-") return std::string(std::istreambuf_iterator<char>(std::cin), {});
     std::string text;
     if (!std::filesystem::is_regular_file(PathFromUtf8(file)) || !ReadWhole(PathFromUtf8(file), text))
-        throw CommandError(kExitFailed, "--script " + file + ": the file cannot be read");
+        Fail("--script " + file + ": the file cannot be read");
     return text;
 }
 
@@ -42,26 +42,25 @@ std::vector<Step> StepsOf(const Arguments& arguments)
         if (given.name == "script") {
             if (const std::string problem = ParseScript(ScriptText(given.value), given.value, steps);
                 !problem.empty())
-                throw CommandError(kExitUsage, problem);
+                Misused(problem);
             continue;
         }
         std::variant<Step, std::string> parsed = ParseStep(given.name, given.value);
         if (auto* const step = std::get_if<Step>(&parsed))
             steps.push_back(std::move(*step));
         else if (const std::string& problem = std::get<std::string>(parsed); !problem.empty())
-            throw CommandError(kExitUsage, problem);
+            Misused(problem);
     }
     for (const Step& step : steps) {
         if (!CanTakePictures() && (step.kind == StepKind::Screenshot || step.kind == StepKind::Tour))
-            throw CommandError(kExitUsage,
-                               step.place + step.source +
-                                   ": pictures are taken of real windows, which this program has on "
-                                   "Windows only; ./run with the same arguments takes them under Wine");
+            Misused(step.place + step.source +
+                    ": pictures are taken of real windows, which this program has on "
+                    "Windows only; ./run with the same arguments takes them under Wine");
     }
     for (std::size_t i = 0; i + 1 < steps.size(); ++i) {
         if (steps[i].kind == StepKind::Ok || steps[i].kind == StepKind::Cancel)
-            throw CommandError(kExitUsage, steps[i + 1].place + steps[i + 1].source + ": stands behind " +
-                                               steps[i].source + ", which closes the sheet");
+            Misused(steps[i + 1].place + steps[i + 1].source + ": stands behind " + steps[i].source +
+                    ", which closes the sheet");
     }
     return steps;
 }
@@ -119,7 +118,7 @@ public:
         else
             TellChanges(printer);
         if (problem.empty()) return kExitSuccess;
-        throw CommandError(kExitFailed, problem);
+        Fail(problem);
     }
 
 private:
@@ -133,9 +132,8 @@ private:
             };
             if (step.kind == StepKind::Choose && !ControlOfFeature(step.subject) &&
                 !FieldOfRest(step.subject) && std::ranges::none_of(known, isMeant))
-                throw CommandError(kExitFailed, step.place + step.source +
-                                                    ": no control of this sheet stands for " + step.subject +
-                                                    DidYouMean(step.subject, known, ""));
+                Fail(step.place + step.source + ": no control of this sheet stands for " + step.subject +
+                     DidYouMean(step.subject, known, ""));
         }
     }
 
@@ -144,7 +142,7 @@ private:
         if (!arguments_.Has("record")) return;
         const std::string file = arguments_.Value("record");
         record_.open(PathFromUtf8(file), std::ios::binary);
-        if (!record_) throw CommandError(kExitFailed, "--record " + file + ": the file cannot be written");
+        if (!record_) Fail("--record " + file + ": the file cannot be written");
         std::string title = "# " + Utf8FromWide(printer.Name()) + ", " + printer.Description().FileName();
         for (const char* const option : {"custom-size", "answer"}) // with which it is to be played
             if (arguments_.Has(option)) title += std::string(" --") + option + " " + arguments_.Value(option);
@@ -165,8 +163,7 @@ private:
                 ControlOfFeature(step.subject) || AdvancedGroupOf(step.subject))
                 return false;
             if (!printer.Core().Select(step.subject, step.value))
-                throw CommandError(kExitFailed, step.source + ": the options are " +
-                                                    Joined(feature->options, &PpdOption::keyword));
+                Fail(step.source + ": the options are " + Joined(feature->options, &PpdOption::keyword));
             Tell(step.subject + ": installable option at " + step.value);
             Record(step.source);
             printer.Keep();
@@ -249,32 +246,35 @@ constexpr OptionRow kSheetOptions[]{
     {"json", "", "tells everything as JSON instead: pages, controls, selections, calls"},
 };
 
-int RunSheet(SheetKind kind, const Arguments& arguments, Output& output)
+Command CommandOf(SheetKind kind, std::string_view name, std::string_view summary, std::string_view usage,
+                  std::string_view notes = {})
 {
-    return SheetCommand(kind, arguments, output).Run();
+    return {name,
+            summary,
+            usage,
+            notes,
+            PrinterOptions(kSheetOptions),
+            [kind](const Arguments& arguments, Output& output) {
+                return SheetCommand(kind, arguments, output).Run();
+            }};
 }
 
 } // namespace
 
 Command PreferencesCommand()
 {
-    return {"preferences",
-            "opens the printing preferences",
-            "tintwerk preferences --ppd FILE [OPTION ...] [STEP ...]",
-            "Steps are done in the order in which they stand, on the real controls of the sheet. Without any "
-            "step the window\nstays open until you close it.\n",
-            PrinterOptions(kSheetOptions),
-            std::bind_front(RunSheet, SheetKind::Preferences)};
+    return CommandOf(
+        SheetKind::Preferences, "preferences", "opens the printing preferences",
+        "tintwerk preferences --ppd FILE [OPTION ...] [STEP ...]",
+        "Steps are done in the order in which they stand, on the real controls of the sheet. Without any "
+        "step the window\nstays open until you close it.\n");
 }
 
 Command PropertiesCommand()
 {
-    return {"properties",
-            "opens the printer properties (the driver's information page)",
-            "tintwerk properties --ppd FILE [OPTION ...] [STEP ...]",
-            "",
-            PrinterOptions(kSheetOptions),
-            std::bind_front(RunSheet, SheetKind::Properties)};
+    return CommandOf(SheetKind::Properties, "properties",
+                     "opens the printer properties (the driver's information page)",
+                     "tintwerk properties --ppd FILE [OPTION ...] [STEP ...]");
 }
 
 } // namespace tintwerk

@@ -8,20 +8,14 @@ namespace tintwerk {
 
 namespace {
 
-// The PPD feature that a control of a document page stands for; empty for any other.
-std::string_view FeatureOf(const SheetPage& page, int id)
-{
-    const PageControl* const control = ControlOnPage(page.name, id);
-    const bool hasFeature = control && (!control->checkBox || IsPpdFeature(*control->checkBox));
-    return hasFeature ? control->feature : std::string_view();
-}
-
 Json DescribeControl(HWND control, const SheetPage& page)
 {
     const int id = GetDlgCtrlID(control);
     const std::string kind = KindOfControl(control);
     Json json{{"id", id}, {"kind", kind}};
-    if (const std::string_view feature = FeatureOf(page, id); !feature.empty()) json["feature"] = feature;
+    if (const PageControl* const known = ControlOnPage(page.name, id);
+        known && !known->PpdFeatureName().empty())
+        json["feature"] = known->PpdFeatureName();
     json["enabled"] = IsWindowEnabled(control) != FALSE;
     if (kind == "slider") {
         json["minimum"] = SendMessageW(control, TBM_GETRANGEMIN, 0, 0);
@@ -77,20 +71,21 @@ void SheetReport::Write(std::ostream& out, SheetKind kind, PrinterRun& printer, 
     for (const auto& [feature, option] : printer.KeptSelections())
         selections[feature] = option;
     const auto [before, after] = printer.ApplyCounts();
-    WriteJson(out, {{"command", kind == SheetKind::Preferences ? "preferences" : "properties"},
-                    {"ppd", printer.Description().FileName()},
-                    {"printer", Utf8FromWide(printer.Name())},
-                    {"language", printer.IsGerman() ? "de" : "en"},
-                    {"problem", problem},
-                    {"steps", lines_},
-                    {"pages", pages_},
-                    {"applied", printer.Kept()},
-                    {"selections_file", printer.Kept() ? Json(Utf8FromPath(printer.StoreFile())) : Json()},
-                    {"changes", changes},
-                    {"apply_count", {{"before", before}, {"after", after}}},
-                    {"selections", selections},
-                    {"call_counts", CallCounts(printer.Core().Calls())},
-                    {"calls", printer.Core().Calls().Lines()}});
+    out << JsonText({{"command", kind == SheetKind::Preferences ? "preferences" : "properties"},
+                     {"ppd", printer.Description().FileName()},
+                     {"printer", Utf8FromWide(printer.Name())},
+                     {"language", printer.IsGerman() ? "de" : "en"},
+                     {"problem", problem},
+                     {"steps", lines_},
+                     {"pages", pages_},
+                     {"applied", printer.Kept()},
+                     {"selections_file", printer.Kept() ? Json(Utf8FromPath(printer.StoreFile())) : Json()},
+                     {"changes", changes},
+                     {"apply_count", {{"before", before}, {"after", after}}},
+                     {"selections", selections},
+                     {"call_counts", CallCounts(printer.Core().Calls())},
+                     {"calls", printer.Core().Calls().Lines()}})
+        << "\n";
 }
 
 } // namespace tintwerk

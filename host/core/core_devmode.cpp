@@ -106,11 +106,4 @@ std::vector<BYTE> CoreDriver::MakeDevmode(PCWSTR device, std::span<const BYTE> p
     return bytes;
 }
 
-std::span<BYTE> CoreDriver::PluginPart(DEVMODEW* devmode, std::size_t size) const
-{
-    if (!IsOurs(*model_, devmode, size)) return {};
-    return {reinterpret_cast<BYTE*>(devmode) + devmode->dmSize + CoreSectionSize(*model_),
-            SectionOf(devmode).pluginSize};
-}
-
 } // namespace tintwerk

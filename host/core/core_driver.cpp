@@ -95,16 +95,9 @@ bool CoreDriver::Select(std::string_view feature, std::string_view option)
     return true;
 }
 
-std::vector<std::pair<std::string, std::string>> CoreDriver::Conflicts() const
+std::size_t CoreDriver::Conflicts() const
 {
-    std::vector<std::pair<std::string, std::string>> conflicts;
-    const auto shown = [this](std::size_t feature) {
-        const CoreModel::Feature& one = model_->features[feature];
-        return std::string(one.keyword) + " " + std::string(one.keywords[selected_[feature]]);
-    };
-    for (const PpdConstraint* conflict : model_->Conflicts(selected_))
-        conflicts.emplace_back(shown(conflict->feature1), shown(conflict->feature2));
-    return conflicts;
+    return model_->Conflicts(selected_).size();
 }
 
 } // namespace tintwerk

@@ -69,14 +69,12 @@ public:
     SelectedOptions AllSelected() const;
     // Selects as SetOptions with KEEP_CONFLICT does; false when there is no such feature or option.
     bool Select(std::string_view feature, std::string_view option);
-    // Selections that exclude each other now, as "Feature Option" texts.
-    std::vector<std::pair<std::string, std::string>> Conflicts() const;
+    // How many constraints the selections break now.
+    std::size_t Conflicts() const;
 
     // A DEVMODE with the current selections: the public part, the core driver's own section, then the
     // plug-in's bytes. The vector's first element is the first byte of a DEVMODEW.
     std::vector<BYTE> MakeDevmode(PCWSTR device, std::span<const BYTE> pluginPart) const;
-    // The plug-in's bytes of a DEVMODE made here; empty for any other.
-    std::span<BYTE> PluginPart(DEVMODEW* devmode, std::size_t size) const;
 
 private:
     friend class CoreHelper;

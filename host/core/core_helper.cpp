@@ -60,12 +60,6 @@ std::string Shown(PCSTR keyword)
     return keyword ? keyword : "(null)";
 }
 
-// Adds one keyword of a list; the list's own end is one more zero.
-void Append(std::string& list, std::string_view keyword)
-{
-    list.append(keyword).append(1, '\0');
-}
-
 // "halvBrightness halvContrast" or, of a pair list, "halvBrightness=10 halvContrast=0".
 std::string ShownList(PCSTR list, DWORD size, bool pairs)
 {

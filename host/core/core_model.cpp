@@ -22,14 +22,6 @@ const OwnFeature kOwnFeatures[] = {
      {{"1", "1"}, {"2", "2"}, {"4", "4"}, {"6", "6"}, {"9", "9"}, {"16", "16"}, {"Booklet", "Booklet"}}},
 };
 
-std::size_t AppendKeyword(std::string& list, std::string_view keyword)
-{
-    const std::size_t start = list.size();
-    list += keyword;
-    list += '\0';
-    return start;
-}
-
 } // namespace
 
 CoreModel::CoreModel(const Ppd& ppd) : ppd_(ppd)
@@ -69,38 +61,34 @@ void CoreModel::AddOption(std::string_view keyword, std::string_view name)
 
 void CoreModel::AddFeatureList()
 {
-    checksum = 2166136261;
-    const auto digest = [this](std::string_view list) {
-        for (const char c : list)
-            checksum = (checksum ^ static_cast<unsigned char>(c)) * 16777619;
-    };
-    std::vector<std::pair<std::size_t, std::size_t>> starts; // feature, position in the list
+    checksum = StableHash({});
     for (std::size_t number = 0; number < features.size(); ++number) {
-        Feature& feature = features[number];
         AddOptionList(number);
-        digest(feature.keyword);
-        digest(feature.list);
-        if (!feature.hidden) starts.emplace_back(number, AppendKeyword(featureList, feature.keyword));
+        checksum = StableHash(features[number].list, StableHash(features[number].keyword, checksum));
+        if (!features[number].hidden) Append(featureList, features[number].keyword);
     }
-    featureList += '\0';
-    for (const auto& [number, start] : starts) {
-        features[number].keyword = featureList.data() + start;
-        featureTable_.Insert(features[number].keyword, static_cast<std::uint32_t>(number));
+    Append(featureList, {});
+    PCSTR at = featureList.data();
+    for (std::size_t number = 0; number < features.size(); ++number) {
+        if (features[number].hidden) continue;
+        features[number].keyword = at;
+        featureTable_.Insert(at, number);
+        at += features[number].keyword.size() + 1;
     }
 }
 
 void CoreModel::AddOptionList(std::size_t number)
 {
     Feature& feature = features[number];
-    std::vector<std::size_t> starts;
     for (const std::string_view option : feature.keywords)
-        starts.push_back(AppendKeyword(feature.list, option));
-    feature.list += '\0';
-    for (std::size_t option = 0; option < starts.size(); ++option) {
-        feature.options.push_back(feature.list.data() + starts[option]);
-        feature.keywords[option] = feature.options.back();
-        optionTable_.Insert(feature.keywords[option], static_cast<std::uint32_t>(option),
-                            static_cast<std::uint32_t>(number));
+        Append(feature.list, option);
+    Append(feature.list, {});
+    PCSTR at = feature.list.data();
+    for (std::string_view& option : feature.keywords) {
+        option = at;
+        optionTable_.Insert(option, feature.options.size(), number);
+        feature.options.push_back(at);
+        at += option.size() + 1;
     }
 }
 
@@ -120,18 +108,6 @@ void CoreModel::AddName(std::string_view utf8)
     names.push_back(text.size());
     AppendWide(text, utf8);
     text += WCHAR{0};
-}
-
-std::optional<std::size_t> CoreModel::FindFeature(std::string_view keyword) const
-{
-    const std::uint32_t feature = featureTable_.Find(keyword);
-    return feature == KeywordTable::kNone ? std::nullopt : std::optional<std::size_t>(feature);
-}
-
-std::optional<std::size_t> CoreModel::FindOption(std::size_t feature, std::string_view keyword) const
-{
-    const std::uint32_t option = optionTable_.Find(keyword, static_cast<std::uint32_t>(feature));
-    return option == KeywordTable::kNone ? std::nullopt : std::optional<std::size_t>(option);
 }
 
 WideView CoreModel::DisplayName(std::size_t feature, std::optional<std::size_t> option) const

@@ -16,6 +16,12 @@
 
 namespace tintwerk {
 
+// Adds one keyword to a list; the list's own end is one more zero.
+inline void Append(std::string& list, std::string_view keyword)
+{
+    list.append(keyword).append(1, '\0');
+}
+
 struct CoreModel
 {
     struct Feature
@@ -40,8 +46,14 @@ struct CoreModel
     CoreModel(const CoreModel&) = delete;
     CoreModel& operator=(const CoreModel&) = delete;
 
-    std::optional<std::size_t> FindFeature(std::string_view keyword) const;
-    std::optional<std::size_t> FindOption(std::size_t feature, std::string_view keyword) const;
+    std::optional<std::size_t> FindFeature(std::string_view keyword) const
+    {
+        return featureTable_.Find(keyword);
+    }
+    std::optional<std::size_t> FindOption(std::size_t feature, std::string_view keyword) const
+    {
+        return optionTable_.Find(keyword, feature);
+    }
 
     // What people see, with its zero: of a feature, or of the option with this number.
     WideView DisplayName(std::size_t feature, std::optional<std::size_t> option = {}) const;

@@ -15,20 +15,6 @@ namespace {
 constexpr std::string_view kPrivateDevmode = "PrivateDevmode";
 constexpr std::size_t kMaxPrivateBytes = std::size_t{64} * 1024;
 
-bool BytesFromHex(std::string_view digits, std::vector<unsigned char>& bytes)
-{
-    if (digits.size() % 2 || digits.size() / 2 > kMaxPrivateBytes) return false;
-    std::vector<unsigned char> result;
-    for (std::size_t i = 0; i < digits.size(); i += 2) {
-        const int high = HexDigit(digits[i]);
-        const int low = HexDigit(digits[i + 1]);
-        if (high < 0 || low < 0) return false;
-        result.push_back(static_cast<unsigned char>(high * 16 + low));
-    }
-    bytes = std::move(result);
-    return true;
-}
-
 std::string HexOf(const std::vector<unsigned char>& bytes)
 {
     constexpr char kDigits[] = "0123456789abcdef";
@@ -69,7 +55,10 @@ Selections Selections::FromText(const std::string& name, std::string_view text)
         } else if (feature != kPrivateDevmode) {
             if (read.Find(feature)) warn(Quoted(feature) + " a second time; the last one counts");
             read.Set(feature, Trim(line.substr(equals + 1)));
-        } else if (!BytesFromHex(Trim(line.substr(equals + 1)), read.privateDevmode_)) {
+        } else if (const auto bytes = BytesOfHex(line.substr(equals + 1));
+                   bytes && bytes->size() <= kMaxPrivateBytes) {
+            read.SetPrivateDevmode(bytes->data(), bytes->size());
+        } else {
             warn("an even number of hexadecimal digits expected after \"PrivateDevmode=\"");
         }
     }
@@ -144,12 +133,10 @@ void Selections::SetPrivateDevmode(const void* bytes, std::size_t size)
 std::string SelectionsFileName(std::string_view printer)
 {
     std::string name;
-    std::uint32_t hash = 2166136261;
     for (const char c : printer) {
         const bool safe = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
                           c == '-' || c == '_' || c == ' ' || c == '.';
         if (name.size() < 80) name += safe ? c : '_';
-        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
     }
     // A full stop or a blank at an end means something else, or is cut, to one file system or another.
     const auto atEnd = [](char& c) {
@@ -162,7 +149,7 @@ std::string SelectionsFileName(std::string_view printer)
     if (name == printer && !name.empty()) return name + ".selections";
     // Two printers whose names differ in replaced characters alone keep their own files.
     char suffix[16];
-    std::snprintf(suffix, sizeof suffix, "-%08x", static_cast<unsigned>(hash));
+    std::snprintf(suffix, sizeof suffix, "-%08x", static_cast<unsigned>(StableHash(printer)));
     return name + suffix + ".selections";
 }
 

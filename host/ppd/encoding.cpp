@@ -9,27 +9,6 @@
 namespace tintwerk {
 namespace {
 
-// The bytes between "<" and ">": pairs of digits, blanks between them. False when it is anything else.
-bool AppendHex(std::string& bytes, std::string_view digits)
-{
-    std::string result;
-    int high = -1;
-    for (const char c : digits) {
-        if (IsBlank(c) || IsLineEnd(c)) continue;
-        const int digit = HexDigit(c);
-        if (digit < 0) return false;
-        if (high < 0) {
-            high = digit;
-        } else {
-            result += static_cast<char>(high * 16 + digit);
-            high = -1;
-        }
-    }
-    if (high >= 0 || result.empty() || result.find('\0') != std::string::npos) return false;
-    bytes += result;
-    return true;
-}
-
 // By PpdEncoding. Files that say ISO 8859-1, or nothing, hold the Windows characters too.
 constexpr UINT kCodePages[] = {1252, 1252, 28592, 28599, 1252, 10000, 1252, 932, 936, 950, 949, 20932};
 static_assert(std::size(kCodePages) == static_cast<std::size_t>(PpdEncoding::EucJp) + 1);
@@ -76,10 +55,8 @@ PpdEncoding PpdEncodingFromName(std::string_view name)
         {"KSC5601-1992", PpdEncoding::Korean},
         {"EUC-JP", PpdEncoding::EucJp},
     };
-    for (const Name& row : kNames) {
-        if (row.name == name) return row.encoding;
-    }
-    return PpdEncoding::Unknown;
+    const auto row = std::ranges::find(kNames, name, &Name::name);
+    return row == std::end(kNames) ? PpdEncoding::Unknown : row->encoding;
 }
 
 bool IsUtf8(std::string_view bytes)
@@ -106,7 +83,9 @@ std::string ResolvePpdHex(std::string_view raw)
         raw.remove_prefix(open);
         if (raw.empty()) break;
         const std::size_t close = raw.find('>');
-        if (close != std::string_view::npos && AppendHex(bytes, raw.substr(1, close - 1))) {
+        const auto part = close == raw.npos ? std::nullopt : BytesOfHex(raw.substr(1, close - 1));
+        if (part && !part->empty() && part->find('\0') == part->npos) {
+            bytes += *part;
             raw.remove_prefix(close + 1);
         } else {
             bytes += '<';

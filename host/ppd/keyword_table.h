@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -15,31 +16,31 @@ namespace tintwerk {
 class KeywordTable
 {
 public:
-    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
-
-    // The number stored for the keyword, or kNone.
-    std::uint32_t Find(std::string_view keyword, std::uint32_t scope = 0) const
+    // The number stored for the keyword.
+    std::optional<std::size_t> Find(std::string_view keyword, std::size_t scope = 0) const
     {
-        if (slots_.empty()) return kNone;
-        return slots_[Locate(keyword, scope)].number;
+        const std::uint32_t number = slots_.empty() ? kNone : slots_[Locate(keyword, scope)].number;
+        return number == kNone ? std::nullopt : std::optional<std::size_t>(number);
     }
 
     // Makes room for about so many keywords, which saves moving them while they arrive.
     void Reserve(std::size_t count) { Resize(std::bit_ceil(count * 2)); }
 
     // Stores a number unless the keyword has one already; returns the number that the keyword has now.
-    std::uint32_t Insert(std::string_view keyword, std::uint32_t number, std::uint32_t scope = 0)
+    std::size_t Insert(std::string_view keyword, std::size_t number, std::size_t scope = 0)
     {
         if ((count_ + 1) * 2 > slots_.size()) Resize(std::max<std::size_t>(slots_.size() * 2, 64));
         Slot& slot = slots_[Locate(keyword, scope)];
         if (slot.number == kNone) {
-            slot = {keyword, scope, number};
+            slot = {keyword, static_cast<std::uint32_t>(scope), static_cast<std::uint32_t>(number)};
             ++count_;
         }
         return slot.number;
     }
 
 private:
+    static constexpr std::uint32_t kNone = 0xFFFFFFFF;
+
     struct Slot
     {
         std::string_view keyword;
@@ -47,7 +48,7 @@ private:
         std::uint32_t number = kNone;
     };
 
-    static std::uint64_t Hash(std::string_view keyword, std::uint32_t scope)
+    static std::uint64_t Hash(std::string_view keyword, std::size_t scope)
     {
         constexpr std::uint64_t kFactor = 0x9E3779B97F4A7C15;
         std::uint64_t hash = (scope + 1) * kFactor ^ keyword.size();
@@ -65,7 +66,7 @@ private:
         return hash ^ hash >> 32;
     }
 
-    std::size_t Locate(std::string_view keyword, std::uint32_t scope) const
+    std::size_t Locate(std::string_view keyword, std::size_t scope) const
     {
         const std::size_t mask = slots_.size() - 1;
         std::size_t at = Hash(keyword, scope) & mask;

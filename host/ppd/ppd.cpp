@@ -43,18 +43,6 @@ std::string_view Ppd::PrinterName() const
     return fileName_;
 }
 
-std::optional<std::size_t> Ppd::FindFeature(std::string_view keyword) const
-{
-    const std::uint32_t feature = featureTable_.Find(keyword);
-    return feature == KeywordTable::kNone ? std::nullopt : std::optional<std::size_t>(feature);
-}
-
-std::optional<std::size_t> Ppd::FindOption(std::size_t feature, std::string_view keyword) const
-{
-    const std::uint32_t option = optionTable_.Find(keyword, static_cast<std::uint32_t>(feature));
-    return option == KeywordTable::kNone ? std::nullopt : std::optional<std::size_t>(option);
-}
-
 const PpdFeature* Ppd::Find(std::string_view keyword) const
 {
     const auto feature = FindFeature(keyword);

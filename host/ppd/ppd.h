@@ -132,8 +132,14 @@ public:
     std::span<const PpdFeature> Features() const { return features_; }
     const PpdFeature& Feature(std::size_t feature) const { return features_[feature]; }
     // Numbers of a feature and of its options; nothing when there is no such keyword.
-    std::optional<std::size_t> FindFeature(std::string_view keyword) const;
-    std::optional<std::size_t> FindOption(std::size_t feature, std::string_view keyword) const;
+    std::optional<std::size_t> FindFeature(std::string_view keyword) const
+    {
+        return featureTable_.Find(keyword);
+    }
+    std::optional<std::size_t> FindOption(std::size_t feature, std::string_view keyword) const
+    {
+        return optionTable_.Find(keyword, feature);
+    }
     // Null when there is none.
     const PpdFeature* Find(std::string_view keyword) const;
     const PpdOption* Find(std::string_view feature, std::string_view option) const;

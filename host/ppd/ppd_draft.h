@@ -2,6 +2,7 @@
 // file can settle; PpdSettling does that.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -54,8 +55,7 @@ public:
     std::unique_ptr<Ppd> ppd = std::make_unique<Ppd>();
     std::vector<PpdStatement> pending; // in the file's order
     std::vector<Translation> translations;
-    KeywordTable symbolTable;
-    std::vector<std::string_view> symbols;
+    std::map<std::string_view, std::string_view> symbols; // empty in most files
     std::vector<PpdMessage> warnings;
 };
 

@@ -75,7 +75,7 @@ const KeywordTable& MainTable()
 {
     static const KeywordTable table = [] {
         KeywordTable made;
-        for (std::uint32_t row = 0; row < std::size(kMains); ++row)
+        for (std::size_t row = 0; row < std::size(kMains); ++row)
             made.Insert(kMains[row].keyword, row);
         return made;
     }();
@@ -203,10 +203,9 @@ private:
         // Most lines are options of the feature that is open.
         if (open_ && statement.main == ppd_->features_[*open_].keyword) return AddOption(*open_, statement);
         if (!begun_) Begin(statement);
-        const std::uint32_t row = MainTable().Find(statement.main);
-        if (row != KeywordTable::kNone) {
-            statement.keyword = kMains[row].meaning;
-            HandleMain(kMains[row], statement);
+        if (const auto row = MainTable().Find(statement.main)) {
+            statement.keyword = kMains[*row].meaning;
+            HandleMain(kMains[*row], statement);
         } else if (statement.main.starts_with("Default")) {
             statement.keyword = PpdKeyword::Default;
             statement.main.remove_prefix(7);
@@ -253,8 +252,7 @@ private:
         case PpdKeyword::Include:
             return Include(statement);
         case PpdKeyword::SymbolValue:
-            draft_.symbolTable.Insert(statement.option, static_cast<std::uint32_t>(draft_.symbols.size()));
-            draft_.symbols.push_back(statement.value);
+            draft_.symbols.emplace(statement.option, statement.value); // the first one counts
             return;
         case PpdKeyword::Header:
             if (row.field && (ppd_->header_.*row.field).empty())
@@ -278,8 +276,8 @@ private:
         const std::string_view keyword = WithoutAsterisk(statement.option);
         if (open_) TellOpen(statement.at, Statements(jcl ? "*JCLOpenUI" : "*OpenUI", keyword));
         if (keyword.empty()) Fail(statement.at, "the keyword of a feature expected after \"*OpenUI\"");
-        const auto number = static_cast<std::uint32_t>(ppd_->features_.size());
-        const std::uint32_t known = ppd_->featureTable_.Insert(keyword, number);
+        const std::size_t number = ppd_->features_.size();
+        const std::size_t known = ppd_->featureTable_.Insert(keyword, number);
         open_ = known;
         if (known != number) {
             draft_.Warn(statement.at, "feature-twice",
@@ -404,9 +402,8 @@ private:
             return;
         }
         statement.keyword = PpdKeyword::Option;
-        const auto option = static_cast<std::uint32_t>(feature.options.size());
-        if (ppd_->optionTable_.Insert(statement.option, option, static_cast<std::uint32_t>(number)) !=
-            option) {
+        const std::size_t option = feature.options.size();
+        if (ppd_->optionTable_.Insert(statement.option, option, number) != option) {
             draft_.Warn(statement.at, "option-twice",
                         Quoted(Starred(feature.keyword) + " " + std::string(statement.option)) +
                             " a second time; the first one counts",

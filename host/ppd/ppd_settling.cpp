@@ -80,9 +80,8 @@ private:
 
     void ResolveSymbol(PpdOption& option)
     {
-        if (!option.value.starts_with('^')) return;
-        const std::uint32_t symbol = draft_.symbolTable.Find(option.value);
-        if (symbol != KeywordTable::kNone) option.value = draft_.symbols[symbol];
+        const auto symbol = draft_.symbols.find(option.value);
+        if (symbol != draft_.symbols.end()) option.value = symbol->second;
     }
 
     void DropEmptyFeatures()
@@ -102,9 +101,9 @@ private:
         const std::vector<PpdFeature>& features = ppd_->features_;
         ppd_->featureTable_ = {};
         ppd_->optionTable_ = {};
-        for (std::uint32_t number = 0; number < features.size(); ++number) {
+        for (std::size_t number = 0; number < features.size(); ++number) {
             ppd_->featureTable_.Insert(features[number].keyword, number);
-            for (std::uint32_t option = 0; option < features[number].options.size(); ++option)
+            for (std::size_t option = 0; option < features[number].options.size(); ++option)
                 ppd_->optionTable_.Insert(features[number].options[option].keyword, option, number);
         }
     }
@@ -154,10 +153,8 @@ private:
         if (custom == draft_.pending.end() || !pageSize) return;
         ppd_->customSize_.emplace();
         PpdFeature& feature = ppd_->features_[*pageSize];
-        const auto option = static_cast<std::uint32_t>(feature.options.size());
-        if (ppd_->optionTable_.Insert(kCustomPageSize, option, static_cast<std::uint32_t>(*pageSize)) !=
-            option)
-            return;
+        const std::size_t option = feature.options.size();
+        if (ppd_->optionTable_.Insert(kCustomPageSize, option, *pageSize) != option) return;
         const bool german = options_.language.starts_with("de");
         feature.options.push_back(
             {kCustomPageSize, german ? "Eigene Gr\u00F6\u00DFe" : "Custom Size", custom->value});
@@ -196,8 +193,8 @@ private:
         const std::string_view value = WithoutText(pending.value);
         if (const auto option = ppd_->FindOption(*number, value))
             feature.defaultOption = *option;
-        else if (value != "Unknown")
-            draft_.Warn(pending.at, "default-unknown",
+        else
+            draft_.Warn(pending.at, value == "Unknown" ? "default-no-option" : "default-unknown",
                         "the default " + Quoted(value) + " is no option of " +
                             Quoted(Starred(feature.keyword)) + "; the first option " +
                             Quoted(feature.options.front().keyword) + " is taken",
@@ -267,8 +264,8 @@ private:
         const auto pageSize = ppd_->FindFeature("PageSize");
         const auto option = pageSize ? ppd_->FindOption(*pageSize, pending.option) : std::nullopt;
         if (!option) return;
-        const auto slot = static_cast<std::uint32_t>(ppd_->forms_.size());
-        const std::uint32_t at = formTable_.Insert(pending.option, slot);
+        const std::size_t slot = ppd_->forms_.size();
+        const std::size_t at = formTable_.Insert(pending.option, slot);
         if (at == slot)
             ppd_->forms_.push_back({pending.option, ppd_->features_[*pageSize].options[*option].text});
         PpdForm& form = ppd_->forms_[at];

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -72,13 +73,26 @@ std::string Joined(const List& list, const Text& text = {})
     return joined;
 }
 
-// The value of a hexadecimal digit, or -1.
-inline int HexDigit(char c)
+// A hash that stays the same for ever: files and DEVMODEs carry it.
+inline std::uint32_t StableHash(std::string_view text, std::uint32_t hash = 2166136261)
 {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return -1;
+    for (const char c : text)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
+    return hash;
+}
+
+// The bytes of pairs of hexadecimal digits, blanks between them; nothing when it is anything else.
+inline std::optional<std::string> BytesOfHex(std::string_view text)
+{
+    std::string digits(text), bytes;
+    std::erase_if(digits, [](char c) { return IsBlank(c) || IsLineEnd(c); });
+    if (digits.size() % 2) return std::nullopt;
+    for (const char* at = digits.data(); at != digits.data() + digits.size(); at += 2) {
+        unsigned char byte = 0;
+        if (std::from_chars(at, at + 2, byte, 16).ptr != at + 2) return std::nullopt;
+        bytes += static_cast<char>(byte);
+    }
+    return bytes;
 }
 
 } // namespace tintwerk

@@ -130,11 +130,8 @@ int OptionItemsPage::FindItem(std::string_view feature, const Ppd& ppd) const
 int OptionItemsPage::FindOption(int item, std::string_view feature, std::string_view option,
                                 const Ppd& ppd) const
 {
-    std::string_view text = option;
-    const PpdFeature* const known = ppd.Find(feature);
-    for (const PpdOption& each : known ? std::span(known->options) : std::span<const PpdOption>()) {
-        if (each.keyword == option) text = each.text;
-    }
+    const PpdOption* const known = ppd.Find(feature, option);
+    const std::string_view text = known ? known->text : option;
     for (int i = 0; i < OptionCount(item); ++i) {
         const StandardText* const standard = FindStandardText(Item(item).pOptType->pOptParam[i].pData);
         if (standard ? standard->keyword == option : Utf8FromWide(OptionTextOf(item, i)) == text) return i;
@@ -348,25 +345,10 @@ void OptionItemsPage::ScrollTo(int position)
 void OptionItemsPage::Scroll(int code, int thumb)
 {
     const int line = PixelsDown(window_, kRow), page = static_cast<int>(ClientArea().bottom);
-    switch (code) {
-    case SB_LINEUP:
-        return ScrollTo(scrolled_ - line);
-    case SB_LINEDOWN:
-        return ScrollTo(scrolled_ + line);
-    case SB_PAGEUP:
-        return ScrollTo(scrolled_ - page);
-    case SB_PAGEDOWN:
-        return ScrollTo(scrolled_ + page);
-    case SB_THUMBTRACK:
-    case SB_THUMBPOSITION:
-        return ScrollTo(thumb);
-    case SB_TOP:
-        return ScrollTo(0);
-    case SB_BOTTOM:
-        return ScrollTo(height_);
-    default:
-        return;
-    }
+    const int steps[] = {-line, line, -page, page}; // of SB_LINEUP, SB_LINEDOWN, SB_PAGEUP, SB_PAGEDOWN
+    if (code <= SB_PAGEDOWN) return ScrollTo(scrolled_ + steps[code]);
+    if (code == SB_THUMBTRACK || code == SB_THUMBPOSITION) return ScrollTo(thumb);
+    if (code == SB_TOP || code == SB_BOTTOM) ScrollTo(code == SB_TOP ? 0 : height_);
 }
 
 // A control that gets the keyboard's attention comes into view.

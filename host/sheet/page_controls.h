@@ -44,6 +44,12 @@ struct PageControl
     const NumberFieldBinding* number = nullptr;
     const CheckBoxBinding* checkBox = nullptr;
     const PopupBinding* popup = nullptr;
+
+    // The PPD feature that it stands for; empty for a flag of the process and for a popup without one.
+    std::string_view PpdFeatureName() const
+    {
+        return checkBox && !IsPpdFeature(*checkBox) ? std::string_view() : feature;
+    }
 };
 
 // Every control that has an id, table after table. Check boxes that no PPD feature stands for are among them.

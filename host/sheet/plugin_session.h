@@ -30,7 +30,6 @@ public:
     HMODULE Module() const { return module_.Handle(); }
     HANDLE Heap() const { return heap_.Get(); }
     CoreDriver& Core() { return core_; }
-    Selections& Chosen() { return selections_; }
 
     // The private part, as the plug-in reads and writes it.
     std::vector<BYTE>& PrivateDevmode() { return privateDevmode_; }

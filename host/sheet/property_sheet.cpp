@@ -50,8 +50,6 @@ PropertySheet::PropertySheet(PluginSession& session, SheetKind kind, const WideS
     parameters_.sheet = this;
 }
 
-PropertySheet::~PropertySheet() = default;
-
 std::string PropertySheet::Run()
 {
     PropertySheet* const outer = running;

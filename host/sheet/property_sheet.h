@@ -41,7 +41,6 @@ public:
     // Applied is called after each page that was applied.
     PropertySheet(PluginSession& session, SheetKind kind, const WideString& printer, HANDLE printerHandle,
                   bool german, std::function<void()> applied);
-    ~PropertySheet();
     PropertySheet(const PropertySheet&) = delete;
     PropertySheet& operator=(const PropertySheet&) = delete;
 

@@ -139,7 +139,6 @@ public:
 
     T* Get() const { return data_; }
     T* operator->() const { return data_; }
-    T& operator*() const { return *data_; }
     explicit operator bool() const { return data_ != nullptr; }
     T* Release() { return std::exchange(data_, nullptr); }
 

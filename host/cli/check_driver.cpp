@@ -20,17 +20,13 @@
 #include "src/bindings/cartridge_codes.h"
 #include "src/bindings/cartridges.h"
 #include "src/bindings/option_number.h"
+#include "src/bindings/screen_modes.h"
+#include "src/records/options.h"
 #include "src/sheets/advanced_texts.h"
 
 namespace tintwerk {
 
 namespace {
-
-constexpr std::size_t kLongestFeature = 254; // of one request to the core driver
-constexpr std::size_t kLongestPair = 508;    // feature and option together, of one change
-constexpr std::size_t kLongestOption = 255;  // that is recognised as the selected one
-constexpr std::size_t kLongestReply = 511;   // of an option, of one reply of the core driver
-constexpr int kScreenModes = 7;              // off, and three halftones with and without multi-black
 
 void CheckNumbers(PpdCheck& check, std::string_view code, const PpdFeature& feature,
                   const std::string& consequence)
@@ -177,8 +173,8 @@ void CheckPopup(PpdCheck& check, const PageControl& control, const PpdFeature& f
                    " on cannot be chosen, and one that is selected becomes ", feature.options[0].keyword,
                    " when the page is applied");
     for (const PpdOption& option : feature.options) {
-        if (option.text.size() > kLongestReply && WideFromUtf8(option.text).size() > kLongestReply)
-            check.Tell("popup-text", {feature, option}, "the text has more than ", kLongestReply,
+        if (option.text.size() > kLongestName && WideFromUtf8(option.text).size() > kLongestName)
+            check.Tell("popup-text", {feature, option}, "the text has more than ", kLongestName,
                        " characters; the popup shows an empty line");
     }
 }

@@ -7,9 +7,10 @@ namespace tintwerk {
 
 inline constexpr int kIncompleteProfile = 2; // media mode of a profile without colour data
 inline constexpr int kUcrMode = 4;           // from here on black usage can be set
-inline constexpr int kBrightCyanMode = 5;    // exactly this one: one control for both bright inks
+inline constexpr int kBrightCyanMode =
+    5; // from here on bright cyan; in this very mode one control for both bright inks
 inline constexpr int kBrightMagentaMode = 6;
-inline constexpr int kFewModels = 3;
+inline constexpr int kEnoughModels = 3;                 // to do without colour management
 inline constexpr std::string_view kNoIntent = "none_0"; // no colour management
 
 // The media mode that an option keyword of *MediaType or *halvIntent carries: its last digit, 0 without one.
@@ -27,8 +28,7 @@ struct MediaRules
 
     constexpr bool AllowIntent(std::string_view option) const
     {
-        // Too few colour models to do without colour management.
-        return !(models < kFewModels && option == kNoIntent) && MediaMode(option) <= mediaMode;
+        return !(models < kEnoughModels && option == kNoIntent) && MediaMode(option) <= mediaMode;
     }
     constexpr bool AllowModel(std::string_view model) const
     {

@@ -16,7 +16,6 @@ struct NumberFieldBinding
 {
     DWORD tabBit;
     const char* keyword; // PPD feature of the coarse part; the rest lies in the feature with "2" appended
-    const char* optionPrefix; // of the option text when the value is written as a single feature
     int editId;
     int spinId;
     int minimum; // internal units
@@ -30,9 +29,9 @@ struct NumberFieldBinding
 
 // clang-format off
 inline constexpr std::array<NumberFieldBinding, kNumberFieldRows> kNumberFieldTable{{
-    // page               keyword            prefix edit              spin                   min  max  unit coarse divisor increment
-    {kScreenPrintingPage, "halvScreenLPI",   "LP",  IDC_SCREEN_LPI,   IDC_SCREEN_LPI_SPIN,   100, 1500, 1,  2,     10,     2},
-    {kScreenPrintingPage, "halvScreenAngle", "AN",  IDC_SCREEN_ANGLE, IDC_SCREEN_ANGLE_SPIN,   0, 1800, 1,  5,     10,     5},
+    // page               keyword            edit              spin                   min  max  unit coarse divisor increment
+    {kScreenPrintingPage, "halvScreenLPI",   IDC_SCREEN_LPI,   IDC_SCREEN_LPI_SPIN,   100, 1500, 1,  2,     10,     2},
+    {kScreenPrintingPage, "halvScreenAngle", IDC_SCREEN_ANGLE, IDC_SCREEN_ANGLE_SPIN,   0, 1800, 1,  5,     10,     5},
 }};
 // clang-format on
 

@@ -14,7 +14,7 @@ struct PopupBinding
     DWORD tabBit;        // page that carries the popup
     const char* keyword; // PPD feature, with or without the leading "*"; empty for a popup without a feature
                          // of its own
-    const char* name;    // for reference, not shown
+    const char* name;    // what scripts call a popup that has no feature
     int controlId;       // of the combo box; 0 for none
 };
 

@@ -35,21 +35,17 @@ constexpr PopupRow kColorDataPopups[] = {
 constexpr int kBrightMagentaColumn[] = {
     IDC_INK_BRIGHT_M_MAX,   IDC_INK_BRIGHT_M_NORM, IDC_INK_BRIGHT_M_MIN,    IDC_INK_BRIGHT_M_CAPTION,
     IDC_INK_BRIGHT_M_VALUE, IDC_INK_BRIGHT_M,      IDC_INK_BRIGHT_M_PICTURE};
-constexpr int kInkControlPosition = 4; // of the ink control page
 
 bool Equal(const char* a, const char* b)
 {
     return std::strcmp(a, b) == 0;
 }
 
-const char* Keyword(const OptionEntry* entry)
-{
-    return entry ? entry->keyword : nullptr;
-}
-
+// Empty for none.
 const char* SelectedKeyword(const SheetContext& context, PopupRow row, int selection)
 {
-    return Keyword(FindSelected(context.options->lists[row].data(), selection));
+    const OptionEntry* const selected = FindSelected(context.options->lists[row].data(), selection);
+    return selected ? selected->keyword : "";
 }
 
 const char* SelectedKeyword(const SheetContext& context, PopupRow row)
@@ -97,7 +93,7 @@ void UpdateBrightInks(const SheetContext& context, int mode)
         CFCopyLocalizedString(common ? TEXT("Bright Inks\nUsage") : TEXT("Bright Cyan\nUsage"), TEXT(""));
     ShowControl(context.inkControl.brightCyanIcon, !common);
     ShowControl(context.inkControl.photoIcon, common);
-    if (const HWND page = context.pages[kInkControlPosition])
+    if (const HWND page = context.pages[PositionOfPage(kInkControlPage)])
         for (const int id : kBrightMagentaColumn)
             ShowControl(GetDlgItem(page, id), !common);
     if (const HWND caption = context.inkControl.brightCyanLabel; caption && label) {
@@ -157,14 +153,14 @@ void checkAvailabilityforMenus(SheetContext& context, int row)
     const int mediaType = std::max(context.popups.selections[kPopupMediaType], 1);
     TraceFormatted("checkAvailabilityforMenus: item=kPOP_MEDIATYPE, selection=%d\n", mediaType);
     const char* const media = SelectedKeyword(context, kPopupMediaType, mediaType);
-    const int mode = MediaMode(OrEmpty(media));
-    TraceFormatted("got MediaMode: %d - %.100s\n", mode, OrEmpty(media));
+    const int mode = MediaMode(media);
+    TraceFormatted("got MediaMode: %d - %.100s\n", mode, media);
     if (!combo) return;
     context.popups.selections[kPopupMediaType] = mediaType;
     TraceFormatted("Availabilitycheck - Mediamode = %d\n", mode);
 
     const MediaRules rules{mode, CountOptions(PopupList(context, kPopupColorModel)),
-                           OrEmpty(SelectedKeyword(context, kPopupIntent))};
+                           SelectedKeyword(context, kPopupIntent)};
     const OptionEntry* const list = PopupList(context, row);
     const int count = CountOptions(list);
     int available[kMaxOptions] = {};
@@ -188,7 +184,7 @@ void checkAvailabilityforMenus(SheetContext& context, int row)
 
 void UpdateMediaModeControls(SheetContext& context, int controlId)
 {
-    const int mode = MediaMode(OrEmpty(SelectedKeyword(context, kPopupMediaType)));
+    const int mode = MediaMode(SelectedKeyword(context, kPopupMediaType));
     const bool hasColorData = mode != kIncompleteProfile;
     const auto& sliders = context.sliders.windows;
     EnableControl(sliders[kSliderBrightC], mode >= kBrightCyanMode);
@@ -205,9 +201,8 @@ void UpdateMediaModeControls(SheetContext& context, int controlId)
 void UpdateColorModeControls(SheetContext& context)
 {
     int& selection = context.popups.selections[kPopupColorModel];
-    while (selection > 1 && !SelectedKeyword(context, kPopupColorModel, selection))
-        --selection;
-    const char* const model = OrEmpty(SelectedKeyword(context, kPopupColorModel, selection));
+    selection = std::min(selection, std::max(CountOptions(PopupList(context, kPopupColorModel)), 1));
+    const char* const model = SelectedKeyword(context, kPopupColorModel, selection);
     TraceFormatted("colmode=%d\n", selection);
     TraceFormatted("colmodename=%s\n", model);
 

@@ -12,7 +12,7 @@ namespace tintwerk {
 
 namespace {
 
-constexpr size_t kPairBytes = 512; // one more than the longest pair list that is sent
+constexpr size_t kPairBytes = kLongestPair + 3; // two zeros and the closing one
 constexpr int kDoesNotFit = -1;
 
 } // namespace
@@ -29,9 +29,9 @@ HRESULT ReadSelectedOption(const CoreArea& core, const char* feature, SelectedOp
 {
     selected = {};
     const size_t length = std::strlen(feature);
-    if (!core.helper || length > kMaxFeatureLength) return E_FAIL;
+    if (!core.helper || length > kLongestFeature) return E_FAIL;
 
-    char request[kMaxFeatureLength + 2];
+    char request[kLongestFeature + 2];
     std::memcpy(request, feature, length);
     request[length] = request[length + 1] = 0;
 
@@ -56,7 +56,7 @@ int SetOption(const SheetContext& context, const char* feature, const char* opti
     const size_t featureLength = std::strlen(feature);
     const size_t optionLength = std::strlen(option);
     const size_t total = featureLength + optionLength + 3;
-    if (total >= kPairBytes) return kDoesNotFit;
+    if (total > kPairBytes) return kDoesNotFit;
     if (!context.core.helper) return E_FAIL;
 
     char pairs[kPairBytes];

@@ -6,11 +6,11 @@
 
 namespace tintwerk {
 
-inline constexpr int kMaxFeatureLength = 254; // characters of a feature keyword that fit a request
-inline constexpr DWORD kReplyBytes = 1024;    // of the core driver's answer about one feature or option
+// Of the core driver's answer about one feature or option.
+inline constexpr DWORD kReplyBytes = (kLongestName + 1) * sizeof(WCHAR);
 
 // The core driver's answer to the question which option of a feature is selected. Both texts point into the
-// reply; null when the answer names no feature.
+// reply; null when the answer names no feature, and an option that is missing is empty.
 struct SelectedOption
 {
     char reply[kReplyBytes];

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstring>
+#include <iterator>
 
 namespace tintwerk {
 
@@ -35,7 +36,7 @@ public:
             StopAtEnd();
             return *this;
         }
-        bool operator!=(const Iterator&) const { return length_ != 0; } // the other one is the end
+        bool operator==(std::default_sentinel_t) const { return length_ == 0; }
 
     private:
         void StopAtEnd()
@@ -51,7 +52,7 @@ public:
     };
 
     Iterator begin() const { return {bytes_, end_}; }
-    Iterator end() const { return {nullptr, end_}; }
+    std::default_sentinel_t end() const { return {}; }
 
     int Count() const
     {
@@ -80,34 +81,33 @@ public:
     class Iterator
     {
     public:
-        Iterator(KeywordList::Iterator at, KeywordList::Iterator end) : at_(at), end_(end) { Read(); }
+        explicit Iterator(KeywordList::Iterator at) : at_(at) { Read(); }
         KeywordPair operator*() const { return pair_; }
         Iterator& operator++()
         {
             Read();
             return *this;
         }
-        bool operator!=(const Iterator&) const { return pair_.feature != nullptr; }
+        bool operator==(std::default_sentinel_t) const { return pair_.feature == nullptr; }
 
     private:
         void Read()
         {
             pair_ = {};
-            if (!(at_ != end_)) return;
+            if (at_ == std::default_sentinel) return;
             const char* const feature = *at_;
             ++at_;
-            if (!(at_ != end_)) return;
+            if (at_ == std::default_sentinel) return;
             pair_ = {feature, *at_};
             ++at_;
         }
 
         KeywordList::Iterator at_;
-        KeywordList::Iterator end_;
         KeywordPair pair_{};
     };
 
-    Iterator begin() const { return {list_.begin(), list_.end()}; }
-    Iterator end() const { return {list_.end(), list_.end()}; }
+    Iterator begin() const { return Iterator(list_.begin()); }
+    std::default_sentinel_t end() const { return {}; }
 
 private:
     KeywordList list_;

@@ -6,6 +6,7 @@
 
 #include "src/bindings/current_values.h"
 #include "src/bindings/popups.h"
+#include "src/bindings/screen_modes.h"
 #include "src/features/feature_access.h"
 #include "src/features/keyword_list.h"
 #include "src/trace/trace.h"
@@ -16,10 +17,10 @@ namespace {
 
 using NameView = std::basic_string_view<WCHAR>;
 
-constexpr DWORD kListBytes = 4096;        // first try at an option list; few features need more
-constexpr size_t kNamesBlockUnits = 4096; // of a block that display names are packed into
-constexpr int kCurrentOptionBytes = 256;  // a longer selected option is cut and then matches none
-constexpr char kFormTrayTable[] = "*UseFormTrayTable"; // an input slot of the core driver's own
+constexpr DWORD kListBytes = 4096;                      // first try at an option list; few features need more
+constexpr size_t kNamesBlockUnits = 4096;               // of a block that display names are packed into
+constexpr int kCurrentOptionBytes = kLongestOption + 1; // a longer one is cut and then matches none
+constexpr char kFormTrayTable[] = "*UseFormTrayTable";  // an input slot of the core driver's own
 constexpr WCHAR kForeignName[] = TEXT("ID fault");
 constexpr WCHAR kForeignColors[] = TEXT("?,?,?,?,?,?,?,?,?,?,?,?");
 

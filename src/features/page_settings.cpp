@@ -5,9 +5,9 @@
 #include "src/bindings/current_values.h"
 #include "src/bindings/number_fields.h"
 #include "src/bindings/popups.h"
+#include "src/bindings/screen_modes.h"
 #include "src/features/control_access.h"
 #include "src/features/feature_access.h"
-#include "src/features/option_lists.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {

@@ -50,7 +50,6 @@ int AppendEntries(HWND combo, const OptionEntry* list, const int* visibility, in
 
 void FillPopUp(HWND combo, const OptionEntry* list, const int* visibility, int selection)
 {
-    if (!combo) return;
     const OptionEntry* const selected = FindSelected(list, selection);
     Trace(TEXT("UI:  \nFILLPOPUP - active= %d / '%s'\n"), selection,
           OrEmpty(selected ? selected->displayName : nullptr));

@@ -21,7 +21,7 @@ int Millimetres(LONG thousandths)
 
 void ShowFormSize(SheetContext& context)
 {
-    const HWND page = context.pages[0];
+    const HWND page = context.pages[PositionOfPage(kMainPage)];
     const HWND label = page ? GetDlgItem(page, IDC_MAIN_SIZE_LABEL) : nullptr;
     const HWND combo = context.popups.windows[kPopupPageSize];
     if (!label || !combo) return;

@@ -11,7 +11,6 @@ namespace tintwerk {
 
 namespace {
 
-constexpr int kSumSlot = kConsumptionSlots;        // of the number fields and names: the sum and its caption
 constexpr int kEndMarker = kInkChannels;           // stands behind the last shown channel
 constexpr int kEndMarkerValue = -100 * kEndMarker; // hides a line's controls
 constexpr InkChannel kEndMarkerChannel{"", "", 0, 0, 0};

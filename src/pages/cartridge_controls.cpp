@@ -38,15 +38,14 @@ void EmbedCartridge(const CartridgeControls& controls, int value, std::basic_str
             ShowControl(control, false);
         return;
     }
-    WCHAR text[kCartridgeColorUnits] = {};
-    code.copy(text, kCartridgeColorUnits - 1);
-    CheckControl(controls.checkBox, value != 0);
-    SetWindowTextW(controls.name, text);
-    // Behind its blanks the text begins where the box ends: nobody sees it, a screen reader says it.
+    // Behind its blanks the box's text begins where the box ends: nobody sees it, a screen reader says it.
     WCHAR spoken[2 + kCartridgeColorUnits] = {' ', ' '};
+    const WCHAR* const name = spoken + 2;
     code.copy(spoken + 2, kCartridgeColorUnits - 1);
+    CheckControl(controls.checkBox, value != 0);
+    SetWindowTextW(controls.name, name);
     SetWindowTextW(controls.checkBox, spoken);
-    ShowCartridgeColor(controls.icon, text);
+    ShowCartridgeColor(controls.icon, name);
     for (const HWND control : all) {
         ShowControl(control, true);
         EnableControl(control, enable);

@@ -6,7 +6,6 @@
 #include "src/features/control_access.h"
 #include "src/i18n/texts.h"
 #include "src/pages/bar_painting.h"
-#include "src/pages/page_controls.h"
 #include "src/records/process_values.h"
 #include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
@@ -25,7 +24,6 @@ constexpr int kPaneBottomMargin = 30; // pixels
 // pane.
 struct TabState
 {
-    HWND tabControl;
     HWND pane;
     RECT displayArea;             // in the page's client coordinates
     LPCDLGTEMPLATEW templates[2]; // by tab
@@ -125,7 +123,6 @@ void OnTabbedDialogInit(HWND page)
     Trace(TEXT("TabCtrl =%d\n"), TraceNumber(tabControl));
     TabState& state = *static_cast<TabState*>(block.Release()); // the tab control's, until ReleaseTabs
     SetWindowLongPtrW(tabControl, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(&state));
-    state.tabControl = tabControl;
     InsertTabs(tabControl);
     state.templates[0] = DoLockRed(IDD_PANE_LAST_JOB);
     state.templates[1] = DoLockRed(IDD_PANE_TOTALS);

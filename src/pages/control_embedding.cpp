@@ -1,7 +1,6 @@
 #include "src/pages/control_embedding.h"
 
 #include <algorithm>
-#include <bit>
 
 #include "platform/owners.h"
 #include "src/bindings/check_boxes.h"
@@ -27,7 +26,7 @@ namespace tintwerk {
 
 namespace {
 
-constexpr DWORD kPagesWithoutScreenPrinting = kColorPage | kCorrectionPage | kInkControlPage;
+constexpr DWORD kColourPages = kColorPage | kCorrectionPage | kInkControlPage;
 
 int Value(CheckBoxRow row)
 {
@@ -54,12 +53,6 @@ void StoreWindows(DWORD pageBits, SheetContext& context, HWND window)
     }
 }
 
-bool HasBorderlessTwin(const SheetContext& context)
-{
-    const int selection = context.popups.selections[kPopupPageSize];
-    return selection >= 1 && selection <= kMaxOptions && context.pageSizes.statuses[selection - 1] > 0;
-}
-
 void EmbedBorderless(SheetContext& context, HWND window)
 {
     const HWND checkBox = GetControlByID(window, IDC_MAIN_BORDERLESS);
@@ -69,7 +62,7 @@ void EmbedBorderless(SheetContext& context, HWND window)
     MarkControl(checkBox, ControlMark::CheckBox);
     if (context.pageSizes.borderless) CheckControl(checkBox, true);
     ShowBorderlessExpansion(context, context.pageSizes.borderless);
-    EnableControl(checkBox, HasBorderlessTwin(context));
+    EnableControl(checkBox, StatusOfPageSize(context, context.popups.selections[kPopupPageSize]) > 0);
 }
 
 void EmbedConsumptionLines(SheetContext& context, HWND pane)
@@ -83,9 +76,9 @@ void EmbedConsumptionLines(SheetContext& context, HWND pane)
             view->names[line] = GetControlByID(pane, controls.nameId);
         }
     }
-    consumption.lastJob.numbers[kConsumptionSlots] = GetControlByID(pane, IDC_PANE_SUM);
-    consumption.totals.numbers[kConsumptionSlots] = GetControlByID(pane, IDC_PANE_SUM);
-    consumption.totals.names[kConsumptionSlots] = GetControlByID(pane, IDC_PANE_SUM_CAPTION);
+    consumption.lastJob.numbers[kSumSlot] = GetControlByID(pane, IDC_PANE_SUM);
+    consumption.totals.numbers[kSumSlot] = GetControlByID(pane, IDC_PANE_SUM);
+    consumption.totals.names[kSumSlot] = GetControlByID(pane, IDC_PANE_SUM_CAPTION);
     consumption.displayMode = 0; // the new tab control stands on its first tab
     consumption.firstLine = -1;  // not measured yet
     consumption.lastLine = 0;
@@ -152,12 +145,10 @@ void EmbedMainCheckBoxes(SheetContext& context, HWND window)
     const HWND interpreter = EmbedCheckBox(context, window, kCheckPsInterpreter, false);
     const HWND preview = EmbedCheckBox(context, window, kCheckPreview, Value(kCheckPreview) != 0);
     UpdateMediaModeControls(context, 0);
-    context.postScriptInterpreterFound = FindPostScriptInterpreter();
-    if (!context.postScriptInterpreterFound) {
+    if (!FindPostScriptInterpreter()) {
         EnableControl(interpreter, false);
         Trace(TEXT("no Ghostscript available\n"));
     }
-    CheckControl(interpreter, false);
     if (Value(kCheckPreview) != kCheckBoxMissing) return;
     ShowControl(preview, false);
     ShowControl(GetDlgItem(window, IDC_MAIN_PREVIEW_CAPTION), false);
@@ -252,7 +243,7 @@ int MyEmbedControls(DWORD pageBits, SheetContext& context, HWND window)
     }
     if (has(kScreenPrintingPage)) EmbedScreenPrinting(context, window);
     if (has(kInkControlPage)) EmbedInkControl(context, window);
-    if (has(kPagesWithoutScreenPrinting)) FollowScreenPrinting(context, window);
+    if (has(kColourPages)) FollowScreenPrinting(context, window);
     ShowFormSize(context);
     return 0;
 }
@@ -262,12 +253,11 @@ void ForgetControls(DWORD pageBits, SheetContext& context, HWND window)
     if (window) EnumChildWindows(window, &Unlink, 0); // of no window it would be those of every page
     if (pageBits & kScreenPrintingPage) ReleaseCartridgePictures(window);
 
-    const auto position = static_cast<size_t>(std::countr_zero(pageBits));
+    const auto position = PositionOfPage(pageBits);
     if (position >= kPageKinds || context.pages[position] != window) return;
     context.pages[position] = nullptr;
     Forget(kPopupTable, context.popups.windows, pageBits);
     Forget(kSliderTable, context.sliders.windows, pageBits);
-    Forget(kSliderTable, context.sliders.labels, pageBits);
     Forget(kNumberFieldTable, context.numberFields.edits, pageBits);
     Forget(kNumberFieldTable, context.numberFields.spins, pageBits);
     Forget(kCheckBoxTable, context.checkBoxes.windows, pageBits);

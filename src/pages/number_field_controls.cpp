@@ -3,7 +3,6 @@
 #include "src/bindings/number_fields.h"
 #include "src/pages/number_text.h"
 #include "src/pages/page_controls.h"
-#include "src/pages/slider_controls.h"
 #include "src/trace/trace.h"
 
 namespace tintwerk {
@@ -42,7 +41,7 @@ void LinkToRow(HWND control, int row)
 // -1 for a window that is not bound.
 int RowOf(HWND control)
 {
-    const int row = TraceNumber(GetPropW(control, PROP_CONTROL)) - 1;
+    const int row = static_cast<int>(reinterpret_cast<INT_PTR>(GetPropW(control, PROP_CONTROL))) - 1;
     return row < kNumberFieldRows ? row : -1;
 }
 
@@ -72,16 +71,16 @@ void BindNumberField(HWND page, SheetContext& context, int row)
     SendMessageW(spin, UDM_SETACCEL, 1, reinterpret_cast<LPARAM>(&click));
 }
 
-void StepNumberField(HWND page, SheetContext& context, const NMUPDOWN& notification)
+bool StepNumberField(SheetContext& context, const NMUPDOWN& notification)
 {
     Trace(TEXT("UI:  NOTIFY DELTAPOS pos=%d delta=%d!\r\n"), notification.iPos, notification.iDelta);
     const HWND sender = notification.hdr.hwndFrom;
     if (!sender) {
         Trace(TEXT("UI:  NO LPARAM AS CTRL\n\r"));
-        return;
+        return false;
     }
     const int row = RowOf(sender);
-    if (row < 0) return;
+    if (row < 0) return false;
 
     const NumberFieldBinding& field = Field(row);
     const HWND edit = context.numberFields.edits[row];
@@ -104,7 +103,7 @@ void StepNumberField(HWND page, SheetContext& context, const NMUPDOWN& notificat
     if (notification.iPos != position && spin)
         SetSpinPosition(spin, static_cast<int>(static_cast<long long>(position) - notification.iDelta));
     Trace(TEXT("UI:  Set Spin #%d to %d (was %d)\r\n"), row, position, notification.iPos);
-    SendMessageW(GetParent(page), PSM_CHANGED, reinterpret_cast<WPARAM>(page), 0);
+    return true;
 }
 
 void CommitNumberField(SheetContext& context, HWND edit)

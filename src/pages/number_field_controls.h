@@ -11,8 +11,8 @@ namespace tintwerk {
 // PROP_CONTROL of both is the row plus 1.
 void BindNumberField(HWND page, SheetContext& context, int row);
 
-// The user clicked a spin control: steps the number and tells the sheet that the page changed.
-void StepNumberField(HWND page, SheetContext& context, const NMUPDOWN& notification);
+// The user clicked a spin control: steps its number. False when it is none of these.
+bool StepNumberField(SheetContext& context, const NMUPDOWN& notification);
 
 // The user left an edit box: takes over what was typed, or shows the stored value again.
 void CommitNumberField(SheetContext& context, HWND edit);

@@ -5,16 +5,19 @@
 
 namespace tintwerk {
 
-BOOL CALLBACK MoveChild(HWND child, LPARAM lParam)
+namespace {
+
+// The offset is in pixels to the right. Each window ends one pixel wider and higher than it was.
+BOOL CALLBACK MoveChild(HWND child, LPARAM offset)
 {
-    MoveRequest& request = *reinterpret_cast<MoveRequest*>(lParam);
-    ++request.visited;
     if (!GetParent(child)) return TRUE;
     const RECT place = PlaceInParent(child);
-    MoveWindow(child, place.left + request.offset, place.top, place.right - place.left + 1,
+    MoveWindow(child, place.left + static_cast<int>(offset), place.top, place.right - place.left + 1,
                place.bottom - place.top + 1, FALSE);
     return TRUE;
 }
+
+} // namespace
 
 void CentrePage(HWND page, int referenceControl)
 {
@@ -28,9 +31,7 @@ void CentrePage(HWND page, int referenceControl)
           static_cast<int>(reference.left));
     const int move = CentringMove(reference, frame, sheet);
     Trace(TEXT("**MOVE by %d Pixels\n"), move);
-    if (move <= 0) return;
-    MoveRequest request{0, move};
-    EnumChildWindows(page, &MoveChild, reinterpret_cast<LPARAM>(&request));
+    if (move > 0) EnumChildWindows(page, &MoveChild, move);
 }
 
 } // namespace tintwerk

@@ -18,16 +18,6 @@ constexpr int CentringMove(const RECT& control, const RECT& page, const RECT& sh
     return (sheetWidth - (2 * pageLeft + kPageMargin) - width) / 2 - controlLeft;
 }
 
-// What MoveChild is to do, and how many windows it was asked for.
-struct MoveRequest
-{
-    DWORD visited;
-    int offset; // pixels to the right
-};
-
-// For EnumChildWindows; lParam is the MoveRequest. Each window ends one pixel wider and higher than it was.
-BOOL CALLBACK MoveChild(HWND child, LPARAM lParam);
-
 // Centres a page by its reference control; a page without one stays as it is.
 void CentrePage(HWND page, int referenceControl);
 

@@ -1,5 +1,6 @@
 #include "src/pages/page_controls.h"
 
+#include "src/bindings/borderless_sizes.h"
 #include "src/features/control_access.h"
 #include "src/resources/control_ids.h"
 #include "src/trace/trace.h"
@@ -44,10 +45,16 @@ void CheckControl(HWND checkBox, bool check)
     SendMessageW(checkBox, BM_SETCHECK, check ? BST_CHECKED : BST_UNCHECKED, 0);
 }
 
+int StatusOfPageSize(const SheetContext& context, int selection)
+{
+    return selection >= 1 && selection <= kMaxOptions ? context.pageSizes.statuses[selection - 1]
+                                                      : kBorderlessTwin;
+}
+
 void ShowBorderlessExpansion(const SheetContext& context, bool show)
 {
     for (const int id : kBorderlessExpansionIds)
-        ShowControl(GetControlByID(context.pages[0], id), show);
+        ShowControl(GetControlByID(context.pages[PositionOfPage(kMainPage)], id), show);
 }
 
 void ShowScreenParameters(HWND page, bool show)

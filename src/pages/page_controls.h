@@ -1,11 +1,13 @@
-// Finding and marking the controls of a page; those that come and go together. Used by the embedding and the
-// event handler.
+// Finding and marking the controls of a page; those that come and go together.
 #pragma once
 
 #include "platform/win32.h"
 #include "src/records/sheet_context.h"
 
 namespace tintwerk {
+
+// Links a window to its binding; see BindSlider and BindNumberField. Removed before the window goes.
+#define PROP_CONTROL TEXT("PROP_CONTROL")
 
 // What kind of control a bound one is, kept in its user data.
 enum class ControlMark : LONG_PTR
@@ -22,6 +24,9 @@ bool HasMark(HWND control, ControlMark mark);
 HWND GetControlByID(HWND window, int id);
 
 void CheckControl(HWND checkBox, bool check);
+
+// The status of the page size with a selection number; that of a hidden one for none.
+int StatusOfPageSize(const SheetContext& context, int selection);
 
 // The overprint slider and its captions, for borderless page sizes.
 void ShowBorderlessExpansion(const SheetContext& context, bool show);

@@ -18,13 +18,6 @@ namespace tintwerk {
 
 namespace {
 
-int StatusOfSelectedPageSize(const SheetContext& context)
-{
-    const int selection = SelectedItemData(context.popups.windows[kPopupPageSize]);
-    return selection >= 1 && selection <= kMaxOptions ? context.pageSizes.statuses[selection - 1]
-                                                      : kBorderlessTwin;
-}
-
 // How the borderless check box follows the selected page size.
 struct BorderlessChoice
 {
@@ -49,10 +42,11 @@ BorderlessChoice BorderlessChoiceFor(int pageSizeStatus, bool checkedBefore)
 
 void OnPageSizeChanged(SheetContext& context)
 {
-    if (!context.popups.windows[kPopupPageSize]) return;
+    const HWND popup = context.popups.windows[kPopupPageSize];
+    if (!popup) return;
     const HWND checkBox = context.checkBoxes.borderless;
     const BorderlessChoice choice =
-        BorderlessChoiceFor(StatusOfSelectedPageSize(context), IsChecked(checkBox));
+        BorderlessChoiceFor(StatusOfPageSize(context, SelectedItemData(popup)), IsChecked(checkBox));
     if (checkBox) {
         ShowControl(checkBox, choice.shown);
         CheckControl(checkBox, choice.checked);

@@ -32,7 +32,7 @@ namespace {
 constexpr size_t kLogoPathBytes =
     std::size_t{2} * kRegistryTextBytes + sizeof "\\oem\\"; // whatever the lengths
 constexpr size_t kLogoNames = 250;                          // directory and file name together stay below
-constexpr WPARAM kSheetPagesWithoutScreenPrinting[] = {2, 3, 5}; // colours, correction, ink control
+constexpr WPARAM kColourPagesOfSheet[] = {2, 3, 5};         // colours, correction, ink control
 
 // A document page and what it stands for; what is missing makes it no page.
 struct DocumentPage
@@ -61,8 +61,7 @@ void ShowOemLogo(HWND page)
     if (gui.mode == 0 || (gui.mode & kGuiModeFull) || ReadConfigDir(directory) != 0) return;
     if (std::strlen(directory) + std::strlen(gui.oemLogoFileName) >= kLogoNames) return;
     char path[kLogoPathBytes];
-    const int length = std::snprintf(path, sizeof path, "%s\\oem\\%s", directory, gui.oemLogoFileName);
-    if (length < 0 || length >= static_cast<int>(sizeof path)) return;
+    std::snprintf(path, sizeof path, "%s\\oem\\%s", directory, gui.oemLogoFileName);
     Trace(TEXT("UI:  Load OEMlogo path= %S\r\n"), path);
     ShowPicture(PictureSlot::A, GetDlgItem(page, IDC_MAIN_OEM_LOGO),
                 static_cast<HBITMAP>(
@@ -117,7 +116,7 @@ void SwitchScreenPrinting(const DocumentPage& page)
     const HWND checkBox = context.checkBoxes.windows[kCheckScreenPrinting];
     if (!checkBox) return;
     const bool on = IsChecked(checkBox);
-    for (const WPARAM index : kSheetPagesWithoutScreenPrinting)
+    for (const WPARAM index : kColourPagesOfSheet)
         EnableChildren(reinterpret_cast<HWND>(SendMessageW(page.Sheet(), PSM_INDEXTOHWND, index, 0)), !on);
     if (!on) UpdateMediaModeControls(context, 0);
 }
@@ -162,7 +161,8 @@ INT_PTR OnNotify(const DocumentPage& page, const NMHDR& notification)
 {
     switch (notification.code) {
     case UDN_DELTAPOS:
-        StepNumberField(page.window, page.Context(), reinterpret_cast<const NMUPDOWN&>(notification));
+        if (StepNumberField(page.Context(), reinterpret_cast<const NMUPDOWN&>(notification)))
+            page.MarkChanged();
         return 1;
     case TCN_SELCHANGE:
         OnTabChanged(page, notification.hwndFrom);

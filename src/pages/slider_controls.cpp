@@ -31,7 +31,6 @@ void BindSlider(HWND page, SheetContext& context, int row)
     const HWND slider = GetControlByID(page, binding.sliderId);
     const HWND label = binding.labelId ? GetControlByID(page, binding.labelId) : nullptr;
     context.sliders.windows[row] = slider;
-    context.sliders.labels[row] = label;
     if (!slider) return;
 
     if (label) {

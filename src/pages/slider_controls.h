@@ -6,9 +6,6 @@
 
 namespace tintwerk {
 
-// Links a window to its binding; see BindSlider and BindNumberField. Removed before the window goes.
-#define PROP_CONTROL TEXT("PROP_CONTROL")
-
 // Ties the controls of a row of the slider table to the sheet and puts the slider on its initial position.
 // The slider's PROP_CONTROL is its label, the label's is the row.
 void BindSlider(HWND page, SheetContext& context, int row);

@@ -13,6 +13,13 @@ inline constexpr int kPopupRows = 14;  // rows of the popup binding table; each 
 inline constexpr int kPopups = 13;     // the rows that have a combo box (all but the last)
 inline constexpr int kMaxOptions = 80; // options of one list that the pages can show
 inline constexpr int kCartridgeColorUnits = 128;
+
+// Characters that requests and answers of the core driver have room for.
+inline constexpr std::size_t kLongestFeature = 254; // keyword that can be asked for
+inline constexpr std::size_t kLongestPair = 508;    // keywords of feature and option that can be selected
+inline constexpr std::size_t kLongestOption = 255;  // keyword that is recognised as the selected one
+inline constexpr std::size_t kLongestName = 511;    // that is shown for an option
+
 inline constexpr SIZE_T kOptionBufferBytes = 33064;
 
 // One option of a PPD feature. Both texts belong to blocks of the sheet's plug-in heap and live as long as

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 
 #include "platform/win32.h"
 #include "src/resources/control_ids.h"
@@ -35,5 +36,11 @@ inline constexpr std::array<PageKind, kPageKinds> kPageKindTable{{
     {kScreenPrintingPage, "label_nb_screenprinting", IDC_SCREEN_FRAME},
 }};
 // clang-format on
+
+// Position of a page in the page list, by its tab bit.
+constexpr std::size_t PositionOfPage(DWORD tabBit)
+{
+    return static_cast<std::size_t>(std::countr_zero(tabBit));
+}
 
 } // namespace tintwerk

@@ -10,13 +10,13 @@
 
 namespace tintwerk {
 
-inline constexpr int kSliderRows = 22;       // rows of the slider binding table
-inline constexpr int kNumberFieldRows = 2;   // rows of the number field table
-inline constexpr int kCheckBoxRows = 18;     // rows of the check box table
-inline constexpr int kCartridgeRows = 12;    // the last rows of the check box table
-inline constexpr int kInkChannels = 20;      // rows of the ink channel table
-inline constexpr int kConsumptionSlots = 12; // lines of the consumption page
-inline constexpr int kSlotWindows = 21;      // room of each window list of the consumption page
+inline constexpr int kSliderRows = 22;             // rows of the slider binding table
+inline constexpr int kNumberFieldRows = 2;         // rows of the number field table
+inline constexpr int kCheckBoxRows = 18;           // rows of the check box table
+inline constexpr int kCartridgeRows = 12;          // the last rows of the check box table
+inline constexpr int kInkChannels = 20;            // rows of the ink channel table
+inline constexpr int kConsumptionSlots = 12;       // lines of the consumption page
+inline constexpr int kSumSlot = kConsumptionSlots; // the sum below the lines
 inline constexpr int kInkFilePathBytes = 512;
 inline constexpr int kPrinterNameUnits = 128;
 
@@ -31,7 +31,6 @@ struct PopupArea
 struct SliderArea
 {
     HWND windows[kSliderRows];
-    HWND labels[kSliderRows];
     int initialPositions[kSliderRows]; // logical positions
 };
 
@@ -50,7 +49,7 @@ struct CheckBoxArea
 
 struct PageSizeArea
 {
-    int statuses[kMaxOptions]; // one per option of the page size list; see CreateBorderlessList
+    int statuses[kMaxOptions]; // one per option of the page size list; see src/bindings/borderless_sizes.h
     bool borderless;           // the PPD or the user selects a borderless one
 };
 
@@ -64,9 +63,9 @@ struct InkCounters
 // One view of the consumption page: bars, number fields (the sum's last) and names (the sum's caption last).
 struct ConsumptionView
 {
-    HWND bars[kSlotWindows];
-    HWND numbers[kSlotWindows];
-    HWND names[kSlotWindows];
+    HWND bars[kConsumptionSlots];
+    HWND numbers[kSumSlot + 1];
+    HWND names[kSumSlot + 1];
 };
 
 struct ConsumptionArea
@@ -122,7 +121,6 @@ struct SheetContext
     CoreArea core;
     HWND pages[kPageKinds]; // by position; the pane for the consumption page
     InkControlArea inkControl;
-    BOOL postScriptInterpreterFound;
     ConsumptionArea consumption;
 };
 

@@ -1,6 +1,6 @@
-// The numbers of the module's dialogs, controls and pictures, shared by the resources and the code: lines that both
-// compilers read. A control's number stands on every template of its page; pages use some numbers for different
-// controls. Page events and trace lines carry them: they never change.
+// The numbers of the module's dialogs, controls and pictures, shared by the resources and the code: lines
+// that both compilers read. A control's number stands on every template of its page; pages use some numbers
+// for different controls. Page events and trace lines carry them: they never change.
 #pragma once
 
 // clang-format off
@@ -36,7 +36,7 @@
 #define IDB_LIGHT_GREY     236
 #define IDB_RED            239
 #define IDB_BLUE           241
-#define IDB_WHITE          242 // also for empty and for unknown inks
+#define IDB_WHITE          242 // also for empty slots and chroma
 #define IDB_BRIGHT_CYAN    301
 #define IDB_BRIGHT_INKS    302 // bright cyan and bright magenta
 #define IDB_BRIGHT_MAGENTA 303

@@ -3,7 +3,6 @@
 #include "src/pages/page_procedure.h"
 #include "src/resources/control_ids.h"
 #include "src/sheets/sheet_calls.h"
-#include "src/trace/trace.h"
 
 namespace tintwerk {
 

@@ -45,12 +45,10 @@ void FillRecord(SheetRecord& record, IPrintCoreUI2* helper)
 }
 
 // The last sheet that opens decides for the whole process.
-void PublishGuiFeatures(const GuiFeatures& gui)
+void PublishGuiChoice(const GuiChoice& choice)
 {
-    Trace(TEXT("UI:  halvGUIMODE= %d\n"), gui.mode);
-    Trace(TEXT("UI:  halvOemLogoFilename= %S\n"), gui.logoFileName);
-    GuiChoice choice{gui.mode, {}};
-    lstrcpynA(choice.oemLogoFileName, gui.logoFileName, sizeof(choice.oemLogoFileName));
+    Trace(TEXT("UI:  halvGUIMODE= %d\n"), choice.mode);
+    Trace(TEXT("UI:  halvOemLogoFilename= %S\n"), choice.oemLogoFileName);
     Process().gui.Set(choice);
 }
 
@@ -77,13 +75,14 @@ const PageList& PagesOfThisWindows(int guiMode)
 void AddTabPages(SheetRecord& record, const PROPSHEETUI_INFO& info, const GuiFeatures& gui)
 {
     Trace(TEXT("DokumentPropSheets - Add Tab Pages\n"));
-    const PageList& pages = PagesOfThisWindows(gui.mode);
+    const PageList& pages = PagesOfThisWindows(gui.choice.mode);
     for (DWORD position = 0; pages[position]; ++position) {
         if (pages[position] == IDD_SCREEN_PRINTING && !gui.screenPrinting) continue;
         const PageKind& kind = kPageKindTable[position];
         const WideText title = CopyWideFromUtf8(FindDefaultString(kind.titleKey, 0).Get());
         if (kind.tabBit == kColorPage) AddLayoutPage(record, info);
-        if (ShowsPage(kind, gui.mode)) AddTabPage(record, info, position, pages[position], title.get());
+        if (ShowsPage(kind, gui.choice.mode))
+            AddTabPage(record, info, position, pages[position], title.get());
     }
 }
 
@@ -101,7 +100,7 @@ HRESULT OpenDocumentSheet(PROPSHEETUI_INFO& info, IPrintCoreUI2* helper)
     Trace(TEXT("UI:  DocPropSheet - INITPPD\n"));
     InitPPDSettings(*record->context);
     const GuiFeatures gui = ReadGuiFeatures(record->context->core);
-    PublishGuiFeatures(gui);
+    PublishGuiChoice(gui.choice);
     AddTabPages(*record, info, gui);
     AddAdvancedPages(*record, info);
     info.Result = 1;

@@ -12,24 +12,25 @@ namespace {
 constexpr char kRequest[] = "halvGuiMode\0halvGuiIcon\0halvScreenmode\0"; // and the closing zero
 constexpr SIZE_T kGuiReplyBytes = 12512;
 
+// Keywords cannot hold a path separator: the first "-" stands for it.
+void TakeLogoFileName(GuiChoice& choice, const char* option)
+{
+    lstrcpynA(choice.oemLogoFileName, option, sizeof choice.oemLogoFileName);
+    if (char* const separator = std::strchr(choice.oemLogoFileName, '-')) *separator = '\\';
+}
+
 void TakeFeature(GuiFeatures& gui, const KeywordPair& pair)
 {
     Trace(TEXT("UI:  **Feature Option %S is %S\r\n"), pair.feature, pair.option);
     if (std::strcmp(pair.feature, "halvGuiMode") == 0)
-        gui.mode = GuiModeOf(pair.option, gui.mode);
+        gui.choice.mode = GuiModeOf(pair.option, gui.choice.mode);
     else if (std::strcmp(pair.feature, "halvGuiIcon") == 0)
-        CopyLogoFileName(gui.logoFileName, pair.option);
+        TakeLogoFileName(gui.choice, pair.option);
     else if (std::strcmp(pair.feature, "halvScreenmode") == 0)
         gui.screenPrinting = true;
 }
 
 } // namespace
-
-void CopyLogoFileName(char (&fileName)[kLogoFileNameBytes], const char* option)
-{
-    lstrcpynA(fileName, option, kLogoFileNameBytes);
-    if (char* const separator = std::strchr(fileName, '-')) *separator = '\\';
-}
 
 GuiFeatures ReadGuiFeatures(const CoreArea& core)
 {

@@ -3,6 +3,8 @@
 // callback both walk them through SourceList.
 #pragma once
 
+#include <iterator>
+
 #include "platform/win32.h"
 
 namespace tintwerk {
@@ -39,10 +41,6 @@ class SourceList
 public:
     explicit constexpr SourceList(const SourceRow* rows) : rows_(rows) {}
 
-    struct End
-    {
-    };
-
     class Iterator
     {
     public:
@@ -53,7 +51,7 @@ public:
             entry_ = Read(entry_.options + entry_.optionCount);
             return *this;
         }
-        constexpr bool operator!=(End) const { return entry_.row->name != nullptr; }
+        constexpr bool operator==(std::default_sentinel_t) const { return entry_.row->name == nullptr; }
 
     private:
         static constexpr SourceEntry Read(const SourceRow* at)
@@ -69,7 +67,7 @@ public:
     };
 
     constexpr Iterator begin() const { return Iterator(rows_); }
-    constexpr End end() const { return {}; }
+    constexpr std::default_sentinel_t end() const { return {}; }
 
 private:
     const SourceRow* rows_;

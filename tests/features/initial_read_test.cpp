@@ -4,6 +4,7 @@
 #include "src/features/initial_read.h"
 
 #include "src/bindings/number_fields.h"
+#include "src/bindings/screen_modes.h"
 #include "src/features/borderless_list.h"
 #include "src/features/option_lists.h"
 #include "tests/features/feature_test.h"

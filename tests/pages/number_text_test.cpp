@@ -13,7 +13,7 @@ using Text = std::basic_string<WCHAR>;
 
 constexpr NumberFieldBinding Field(int minimum, int maximum, int divisor)
 {
-    return {kScreenPrintingPage, "", "", 1, 2, minimum, maximum, 1, 1, divisor, 1};
+    return {kScreenPrintingPage, "", 1, 2, minimum, maximum, 1, 1, divisor, 1};
 }
 
 TEST(NumberText, IsReadAsADecimalNumberFromItsStart)

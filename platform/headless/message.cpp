@@ -44,7 +44,7 @@ bool Take(MSG& message)
     }
     Timer* const timer = NextTimer();
     if (!timer || timer->due > GetTickCount64()) return false;
-    message = MessageOf(timer->window, WM_TIMER, timer->id, reinterpret_cast<LPARAM>(timer->procedure));
+    message = MessageOf(nullptr, WM_TIMER, timer->id, reinterpret_cast<LPARAM>(timer->procedure));
     timer->due = GetTickCount64() + timer->period;
     return true;
 }
@@ -53,9 +53,7 @@ bool Take(MSG& message)
 
 void DropFromQueue(HWND window)
 {
-    ThreadState& thread = Thread();
-    std::erase_if(thread.queue, [window](const MSG& message) { return message.hwnd == window; });
-    std::erase_if(thread.timers, [window](const Timer& timer) { return timer.window == window; });
+    std::erase_if(Thread().queue, [window](const MSG& message) { return message.hwnd == window; });
 }
 
 LRESULT NotifyCommand(const Window& control, int code)
@@ -123,21 +121,16 @@ LRESULT WINAPI DispatchMessageW(const MSG* message)
     return result;
 }
 
-UINT_PTR WINAPI SetTimer(HWND window, UINT_PTR id, UINT milliseconds, TIMERPROC procedure)
+UINT_PTR WINAPI SetTimer(HWND window, UINT_PTR, UINT milliseconds, TIMERPROC procedure)
 {
-    if (window && !Find(window)) return 0;
+    if (window) return 0;
     ThreadState& thread = Thread();
-    if (window)
-        KillTimer(window, id);
-    else
-        id = ++thread.lastTimerId;
     const UINT period = std::max(milliseconds, 10u);
-    thread.timers.push_back({window, id, period, procedure, GetTickCount64() + period});
-    return id ? id : 1;
+    thread.timers.push_back({++thread.lastTimerId, period, procedure, GetTickCount64() + period});
+    return thread.lastTimerId;
 }
 
-BOOL WINAPI KillTimer(HWND window, UINT_PTR id)
+BOOL WINAPI KillTimer(HWND, UINT_PTR id)
 {
-    return std::erase_if(Thread().timers,
-                         [=](const Timer& timer) { return timer.window == window && timer.id == id; }) > 0;
+    return std::erase_if(Thread().timers, [id](const Timer& timer) { return timer.id == id; }) > 0;
 }

@@ -34,7 +34,7 @@ std::vector<BYTE> VersionResource(LPCWSTR path)
         const bool plugin = bytes.empty() && file.size() >= suffix &&
                             lstrcmpiA(file.c_str() + file.size() - suffix, kPluginFile) == 0;
         const std::vector<Resource> resources = plugin ? EmbeddedResources() : ParseResources(bytes);
-        const auto at = std::ranges::find(resources, ResourceId{kVersionType, {}}, &Resource::type);
+        const auto at = std::ranges::find(resources, kVersionType, &Resource::type);
         if (at != resources.end()) found = at->data;
     }
     if (found.empty()) SetLastError(bytes.empty() ? ERROR_FILE_NOT_FOUND : ERROR_RESOURCE_DATA_NOT_FOUND);

@@ -159,12 +159,11 @@ HWND WINAPI GetParent(HWND handle)
     return window->style & WS_POPUP ? window->owner : nullptr;
 }
 
-HWND WINAPI GetAncestor(HWND handle, UINT which)
+// The root; nobody asks for another one.
+HWND WINAPI GetAncestor(HWND handle, UINT)
 {
     Window* const window = Find(handle);
-    if (!window) return nullptr;
-    if (which == GA_ROOT) return RootOf(*window).handle;
-    return window->parent ? window->parent->handle : nullptr;
+    return window ? RootOf(*window).handle : nullptr;
 }
 
 HWND WINAPI GetDlgItem(HWND dialog, int id)

@@ -59,9 +59,9 @@ struct Window
     int Height() const { return place.bottom - place.top; }
 };
 
+// Of the thread: nobody sets one for a window.
 struct Timer
 {
-    HWND window;
     UINT_PTR id;
     UINT period;
     TIMERPROC procedure;
@@ -116,7 +116,7 @@ bool IsShown(const Window& window);
 
 // --- message.cpp
 
-// Forgets posted messages and timers of a window that goes.
+// Forgets posted messages of a window that goes.
 void DropFromQueue(HWND window);
 // Runs messages until done() holds; false when nothing can happen any more: no message, no timer, nobody who
 // could press a button.

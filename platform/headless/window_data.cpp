@@ -36,8 +36,6 @@ LONG_PTR WINAPI GetWindowLongPtrW(HWND handle, int index)
     switch (index) {
     case GWLP_USERDATA:
         return window->userData;
-    case GWLP_WNDPROC:
-        return reinterpret_cast<LONG_PTR>(window->procedure);
     case GWL_STYLE:
         return static_cast<LONG>(window->style);
     default:

@@ -28,14 +28,6 @@ HandleTable<KernelObject>& KernelObjects()
 
 namespace {
 
-struct File final : KernelObject
-{
-    explicit File(int file) : KernelObject(Kind::File), descriptor(file) {}
-    ~File() override { close(descriptor); }
-
-    int descriptor;
-};
-
 bool DirectoryExists(const std::string& path)
 {
     struct stat status;
@@ -102,16 +94,14 @@ HANDLE OpenFile(LPCSTR name, DWORD access, DWORD, LPSECURITY_ATTRIBUTES, DWORD d
     }
     const bool keeps = exists && (disposition == CREATE_ALWAYS || disposition == OPEN_ALWAYS);
     SetLastError(keeps ? ERROR_ALREADY_EXISTS : ERROR_SUCCESS);
-    return KernelObjects().Open(std::make_shared<File>(descriptor));
+    return KernelObjects().Open(std::make_shared<KernelObject>(descriptor));
 }
 
 // Calls a function with the descriptor of an open file.
 template <typename Function> BOOL WithFile(HANDLE handle, Function function)
 {
     const std::shared_ptr<KernelObject> object = KernelObjects().Get(handle);
-    const File* const file =
-        object && object->kind == KernelObject::Kind::File ? static_cast<const File*>(object.get()) : nullptr;
-    return file ? function(file->descriptor) : FALSE;
+    return object && object->descriptor >= 0 ? function(object->descriptor) : FALSE;
 }
 
 // Moves all bytes in as many calls as it takes; stops early at the end of the file.

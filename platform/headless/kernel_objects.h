@@ -1,22 +1,22 @@
 // What the handles of CloseHandle stand for.
 #pragma once
 
+#include <unistd.h>
+
 #include "platform/handles.h"
 
 namespace tintwerk::headless {
 
 struct KernelObject
 {
-    enum class Kind
+    explicit KernelObject(int file) : descriptor(file) {}
+    ~KernelObject()
     {
-        File,
-        Process
-    };
+        if (descriptor >= 0) close(descriptor);
+    }
+    KernelObject(const KernelObject&) = delete;
 
-    explicit KernelObject(Kind which) : kind(which) {}
-    virtual ~KernelObject() = default;
-
-    Kind kind;
+    const int descriptor; // -1: a process or a thread
 };
 
 HandleTable<KernelObject>& KernelObjects();

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <mutex>
+#include <set>
 
 #include "platform/handles.h"
 #include "platform/headless/hookable.h"
@@ -18,15 +19,13 @@ thread_local DWORD lastError = 0;
 
 struct alignas(std::max_align_t) BlockHeader
 {
-    BlockHeader* previous;
-    BlockHeader* next;
-    struct Heap* heap;
+    HANDLE heap;
 };
 
 struct Heap
 {
     std::mutex mutex;
-    BlockHeader blocks{&blocks, &blocks, this}; // a ring; that of the process heap stays empty
+    std::set<BlockHeader*> blocks; // those of the process heap are not known
 };
 
 constexpr SIZE_T kLargestBlock = SIZE_T{1} << 36;
@@ -38,34 +37,9 @@ Heap& ProcessHeap()
     return heap;
 }
 
-void Enlist(Heap& heap, BlockHeader* block)
+LPVOID AllocateBlock(HANDLE handle, DWORD flags, SIZE_T bytes)
 {
-    block->heap = &heap;
-    block->previous = block->next = nullptr;
-    if (&heap == &ProcessHeap()) return;
-    const std::lock_guard lock(heap.mutex);
-    block->next = heap.blocks.next;
-    block->previous = &heap.blocks;
-    block->next->previous = block;
-    heap.blocks.next = block;
-}
-
-void Delist(Heap& heap, BlockHeader* block)
-{
-    if (!block->next) return;
-    const std::lock_guard lock(heap.mutex);
-    block->previous->next = block->next;
-    block->next->previous = block->previous;
-}
-
-BlockHeader* HeaderOf(LPCVOID block)
-{
-    // NOLINTNEXTLINE(clang-analyzer-unix.Malloc): destroying a heap asks for the first of those that are left
-    return static_cast<BlockHeader*>(const_cast<void*>(block)) - 1;
-}
-
-LPVOID AllocateBlock(HANDLE heap, DWORD flags, SIZE_T bytes)
-{
+    auto* const heap = static_cast<Heap*>(handle);
     if (!heap) return Fail<LPVOID>(ERROR_INVALID_HANDLE);
     BlockHeader* block = nullptr;
     if (bytes <= kLargestBlock)
@@ -73,16 +47,24 @@ LPVOID AllocateBlock(HANDLE heap, DWORD flags, SIZE_T bytes)
             static_cast<BlockHeader*>(flags & HEAP_ZERO_MEMORY ? std::calloc(1, sizeof(BlockHeader) + bytes)
                                                                : std::malloc(sizeof(BlockHeader) + bytes));
     if (!block) return Fail<LPVOID>(ERROR_NOT_ENOUGH_MEMORY);
-    Enlist(*static_cast<Heap*>(heap), block);
+    block->heap = heap;
+    if (heap != &ProcessHeap()) {
+        const std::lock_guard lock(heap->mutex);
+        heap->blocks.insert(block);
+    }
     return block + 1;
 }
 
-BOOL FreeBlock(HANDLE heap, DWORD, LPVOID block)
+BOOL FreeBlock(HANDLE handle, DWORD, LPVOID block)
 {
     if (!block) return TRUE;
-    BlockHeader* const header = HeaderOf(block);
+    auto* const heap = static_cast<Heap*>(handle);
+    BlockHeader* const header = static_cast<BlockHeader*>(block) - 1;
     if (header->heap != heap) return Fail(ERROR_INVALID_PARAMETER);
-    Delist(*header->heap, header);
+    if (heap != &ProcessHeap()) {
+        const std::lock_guard lock(heap->mutex);
+        heap->blocks.erase(header);
+    }
     std::free(header);
     return TRUE;
 }
@@ -91,8 +73,8 @@ BOOL DestroyHeap(HANDLE handle)
 {
     auto* heap = static_cast<Heap*>(handle);
     if (!heap || heap == &ProcessHeap()) return Fail(ERROR_INVALID_HANDLE);
-    while (heap->blocks.next != &heap->blocks)
-        FreeBlock(heap, 0, heap->blocks.next + 1);
+    for (BlockHeader* block : heap->blocks)
+        std::free(block);
     delete heap;
     return TRUE;
 }
@@ -137,9 +119,9 @@ BOOL HeapFree(HANDLE heap, DWORD flags, LPVOID block)
 {
     return heapFree(heap, flags, block);
 }
-HLOCAL LocalAlloc(UINT flags, SIZE_T bytes)
+HLOCAL LocalAlloc(UINT, SIZE_T bytes)
 {
-    return flags & LMEM_ZEROINIT ? std::calloc(1, bytes ? bytes : 1) : std::malloc(bytes ? bytes : 1);
+    return std::calloc(1, bytes); // zeros do no harm
 }
 HLOCAL LocalFree(HLOCAL block)
 {

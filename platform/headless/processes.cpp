@@ -109,8 +109,8 @@ BOOL StartProcess(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_A
     if (words.empty()) return Fail(ERROR_FILE_NOT_FOUND);
     if (Start(words, native) != 0) return Fail(ERROR_ACCESS_DENIED);
     *information = {};
-    information->hProcess = KernelObjects().Open(std::make_shared<KernelObject>(KernelObject::Kind::Process));
-    information->hThread = KernelObjects().Open(std::make_shared<KernelObject>(KernelObject::Kind::Process));
+    information->hProcess = KernelObjects().Open(std::make_shared<KernelObject>(-1));
+    information->hThread = KernelObjects().Open(std::make_shared<KernelObject>(-1));
     return TRUE;
 }
 

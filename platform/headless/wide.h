@@ -11,21 +11,17 @@ namespace tintwerk::headless {
 
 inline std::basic_string<WCHAR> Wide(std::string_view text)
 {
-    std::basic_string<WCHAR> wide(text.size(), 0);
-    const int length = text.empty()
-                           ? 0
-                           : MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
-                                                 wide.data(), static_cast<int>(wide.size()));
+    std::basic_string<WCHAR> wide(text.size(), 0); // no byte makes more than one unit
+    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()),
+                                           wide.data(), static_cast<int>(wide.size()));
     wide.resize(static_cast<std::size_t>(length));
     return wide;
 }
 
 inline std::string Narrow(std::basic_string_view<WCHAR> wide)
 {
-    std::string text(wide.size() * 3, 0);
-    const int length =
-        wide.empty() ? 0
-                     : WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()),
+    std::string text(wide.size() * 3, 0); // no unit makes more
+    const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), static_cast<int>(wide.size()),
                                            text.data(), static_cast<int>(text.size()), nullptr, nullptr);
     text.resize(static_cast<std::size_t>(length));
     return text;

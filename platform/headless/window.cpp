@@ -203,7 +203,7 @@ HWND WINAPI FindWindowExW(HWND parent, HWND, LPCWSTR className, LPCWSTR)
     const Window* const window = Find(parent);
     if (!window) return nullptr;
     for (const Window* child : window->children) {
-        if (EqualIgnoringCase(child->windowClass->name, className)) return child->handle;
+        if (lstrcmpiW(child->windowClass->name, className) == 0) return child->handle;
     }
     return nullptr;
 }

@@ -98,7 +98,6 @@ DWORD WindowCount();
 std::vector<Window*>& SiblingsOf(const Window& window);
 Window& RootOf(Window& window);
 bool IsSelfOrDescendant(const Window* window, const Window& ancestor);
-bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b);
 
 // The state of a control of a known kind, null when the window is gone or of another kind.
 template <typename State> State* StateOf(HWND handle)

@@ -24,7 +24,7 @@ const WindowClass* FindClass(LPCWSTR name)
     const WORD atom = IS_INTRESOURCE(name) ? LOWORD(reinterpret_cast<ULONG_PTR>(name)) : WORD{0};
     for (const WindowClass& entry : kClasses) {
         const bool same =
-            IS_INTRESOURCE(name) ? atom && entry.atom == atom : EqualIgnoringCase(entry.name, name);
+            IS_INTRESOURCE(name) ? atom && entry.atom == atom : lstrcmpiW(entry.name, name) == 0;
         if (same) return &entry;
     }
     return nullptr;

@@ -17,10 +17,11 @@ BYTE* BytesAt(Window& window, int index)
     return nullptr;
 }
 
-auto PropertyOf(Window& window, std::u16string_view name)
+auto PropertyOf(Window& window, LPCWSTR name)
 {
-    return std::ranges::find_if(
-        window.properties, [name](const auto& property) { return EqualIgnoringCase(property.first, name); });
+    return std::ranges::find_if(window.properties, [name](const auto& property) {
+        return lstrcmpiW(property.first.c_str(), name) == 0;
+    });
 }
 
 } // namespace

@@ -14,11 +14,6 @@ constexpr int kScrollBarWidth = 17;
 
 std::atomic<DWORD> liveWindows{0};
 
-char16_t Folded(char16_t unit)
-{
-    return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + 32) : unit;
-}
-
 RECT FrameOf(DWORD style, DWORD exStyle)
 {
     int edge = 0;
@@ -100,11 +95,6 @@ bool IsSelfOrDescendant(const Window* window, const Window& ancestor)
         if (window == &ancestor) return true;
     }
     return false;
-}
-
-bool EqualIgnoringCase(std::u16string_view a, std::u16string_view b)
-{
-    return std::ranges::equal(a, b, {}, Folded, Folded);
 }
 
 RECT FrameOf(const Window& window)

@@ -3,6 +3,7 @@
 #include "platform/headless/drawing.h"
 
 #include "platform/handles.h"
+#include "platform/headless/hookable.h"
 #include "platform/headless/window.h"
 
 namespace tintwerk::headless {
@@ -16,12 +17,9 @@ struct GdiObject
     SIZE size{};      // of a bitmap
 };
 
-// A brush that is deleted while it is selected stays in use until another one is selected.
 struct DeviceContext
 {
     HGDIOBJ brush;
-    std::shared_ptr<GdiObject> paint;
-    std::vector<Shape> shapes;
 };
 
 struct Drawing
@@ -53,13 +51,20 @@ std::shared_ptr<GdiObject> FindObject(HGDIOBJ handle, UINT kind)
     return object && object->kind == kind ? object : nullptr;
 }
 
-} // namespace
-
-std::vector<Shape> ShapesOf(HDC dc)
+BOOL PaintRound(HDC dc, int, int, int, int, int, int)
 {
-    const auto context = Gdi().contexts.Get(dc);
-    return context ? context->shapes : std::vector<Shape>();
+    return Gdi().contexts.Get(dc) != nullptr;
 }
+
+int PaintFilled(HDC dc, const RECT*, HBRUSH brush)
+{
+    return Gdi().contexts.Get(dc) && FindObject(brush, OBJ_BRUSH);
+}
+
+Hookable<PaintRound> roundRect{"RoundRect"};
+Hookable<PaintFilled> fillRect{"FillRect"};
+
+} // namespace
 
 HBITMAP EnterBitmap(SIZE size)
 {
@@ -74,8 +79,7 @@ using namespace tintwerk::headless;
 HDC WINAPI CreateCompatibleDC(HDC)
 {
     const HGDIOBJ white = Gdi().white;
-    return static_cast<HDC>(Gdi().contexts.Open(
-        std::make_shared<DeviceContext>(DeviceContext{white, FindObject(white, OBJ_BRUSH), {}})));
+    return static_cast<HDC>(Gdi().contexts.Open(std::make_shared<DeviceContext>(DeviceContext{white})));
 }
 
 BOOL WINAPI DeleteDC(HDC dc)
@@ -97,18 +101,21 @@ HBRUSH WINAPI GetSysColorBrush(int index)
 HGDIOBJ WINAPI SelectObject(HDC dc, HGDIOBJ handle)
 {
     const auto context = Gdi().contexts.Get(dc);
-    std::shared_ptr<GdiObject> brush = FindObject(handle, OBJ_BRUSH);
-    if (!context || !brush) return nullptr;
-    context->paint = std::move(brush);
+    if (!context || !FindObject(handle, OBJ_BRUSH)) return nullptr;
     return std::exchange(context->brush, handle);
 }
 
 int WINAPI GetObjectW(HGDIOBJ handle, int size, LPVOID buffer)
 {
-    const auto bitmap = FindObject(handle, OBJ_BITMAP);
-    if (!bitmap || size < static_cast<int>(sizeof(BITMAP)) || !buffer) return 0;
-    *static_cast<BITMAP*>(buffer) = {0, bitmap->size.cx, bitmap->size.cy, 0, 1, 32, nullptr};
-    return sizeof(BITMAP);
+    const auto object = Gdi().objects.Get(handle);
+    const bool isBrush = object && object->kind == OBJ_BRUSH;
+    const int needed = isBrush ? sizeof(LOGBRUSH) : sizeof(BITMAP);
+    if (!object || size < needed || !buffer) return 0;
+    if (isBrush)
+        *static_cast<LOGBRUSH*>(buffer) = {BS_SOLID, object->color, 0};
+    else
+        *static_cast<BITMAP*>(buffer) = {0, object->size.cx, object->size.cy, 0, 1, 32, nullptr};
+    return needed;
 }
 
 BOOL WINAPI DeleteObject(HGDIOBJ handle)
@@ -118,19 +125,12 @@ BOOL WINAPI DeleteObject(HGDIOBJ handle)
 
 BOOL WINAPI RoundRect(HDC dc, int left, int top, int right, int bottom, int width, int height)
 {
-    const auto context = Gdi().contexts.Get(dc);
-    if (!context) return FALSE;
-    context->shapes.push_back({{left, top, right, bottom}, context->paint->color, true, {width, height}});
-    return TRUE;
+    return roundRect(dc, left, top, right, bottom, width, height);
 }
 
-int WINAPI FillRect(HDC dc, const RECT* rectangle, HBRUSH handle)
+int WINAPI FillRect(HDC dc, const RECT* rectangle, HBRUSH brush)
 {
-    const auto context = Gdi().contexts.Get(dc);
-    const auto brush = FindObject(handle, OBJ_BRUSH);
-    if (!context || !brush || !rectangle) return 0;
-    context->shapes.push_back({*rectangle, brush->color, false, {}});
-    return 1;
+    return fillRect(dc, rectangle, brush);
 }
 
 DWORD WINAPI GetGuiResources(HANDLE, DWORD kind)

@@ -11,7 +11,6 @@
 #include "src/pages/page_centring.h"
 #include "src/resources/control_ids.h"
 #include "tests/pages/open_sheet.h"
-#include "tests/support/canvas.h"
 #include "tests/support/installed_value.h"
 #include "tests/support/temp_file.h"
 
@@ -319,22 +318,6 @@ TEST_F(PageProcedure, SwitchesTheCountersWithTheTabs)
     EXPECT_EQ(TEXT("2"), TextOf(GetDlgItem(PaneOf(sheet.Page(kConsumption)), 3111))) << "on its first tab";
     EXPECT_EQ(TEXT("Letzter Druckjob|Gesamtverbrauch|"),
               TabNames(sheet.Control(kConsumption, IDC_CONSUMPTION_TABS)));
-}
-
-TEST_F(PageProcedure, PaintsTheBarsOfThePageAndOfThePane)
-{
-    sheet.Open(kConsumption);
-    const HWND page = sheet.Page(kConsumption);
-    const HWND bar = GetDlgItem(PaneOf(page), 3011);
-    SetWindowLongPtrW(bar, GWLP_USERDATA, 0x64000000);
-    DRAWITEMSTRUCT item{};
-    item.hwndItem = bar;
-    for (const HWND window : {page, PaneOf(page)}) {
-        const Canvas canvas(200, 50);
-        item.hDC = canvas.Dc();
-        SendMessageW(window, WM_DRAWITEM, 3011, reinterpret_cast<LPARAM>(&item));
-        EXPECT_EQ(RGB(0, 0, 0), canvas.At(8, 5)) << (window == page);
-    }
 }
 
 TEST_F(PageProcedure, PlacesThePaneInTheTabControl)

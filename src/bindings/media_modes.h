@@ -7,10 +7,9 @@ namespace tintwerk {
 
 inline constexpr int kIncompleteProfile = 2; // media mode of a profile without colour data
 inline constexpr int kUcrMode = 4;           // from here on black usage can be set
-inline constexpr int kBrightCyanMode =
-    5; // from here on bright cyan; in this very mode one control for both bright inks
-inline constexpr int kBrightMagentaMode = 6;
-inline constexpr int kEnoughModels = 3;                 // to do without colour management
+inline constexpr int kBrightCyanMode = 5;    // bright cyan too; in this very mode for both bright inks
+inline constexpr int kBrightMagentaMode = 6; // each of them by itself
+inline constexpr int kEnoughModels = 3;      // to do without colour management
 inline constexpr std::string_view kNoIntent = "none_0"; // no colour management
 
 // The media mode that an option keyword of *MediaType or *halvIntent carries: its last digit, 0 without one.

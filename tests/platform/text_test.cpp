@@ -69,35 +69,6 @@ TEST(CodePages, BecomeWide)
     }
 }
 
-TEST(CodePages, RefuseOddArguments)
-{
-    WCHAR wide[9];
-    const auto decode = [&wide](UINT page, DWORD flags, const char* text, int bytes, int room) {
-        SetLastError(kNone);
-        EXPECT_EQ(0, MultiByteToWideChar(page, flags, text, bytes, wide, room));
-        return GetLastError();
-    };
-    char narrow[9];
-    BOOL replaced = FALSE;
-    const auto encode = [&narrow](DWORD flags, const WCHAR* text, int room, LPBOOL usedDefault = nullptr) {
-        SetLastError(kNone);
-        EXPECT_EQ(0, WideCharToMultiByte(CP_UTF8, flags, text, -1, narrow, room, nullptr, usedDefault));
-        return GetLastError();
-    };
-    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, decode(CP_UTF8, 0, "abc", -1, 3)) << "no room for the end";
-    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, decode(1252, 0, "abc", 3, 2));
-    wide[1] = TEXT('~');
-    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, decode(CP_UTF8, 0, "a\xf0\x9f\x98\x80", 5, 2));
-    EXPECT_EQ(TEXT('~'), wide[1]) << "half of a pair";
-    EXPECT_EQ(DWORD{ERROR_INVALID_FLAGS}, decode(CP_UTF8, 0x10, "abc", -1, 9));
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, decode(12345, 0, "abc", -1, 9)) << "unknown page";
-    EXPECT_EQ(DWORD{ERROR_NO_UNICODE_TRANSLATION}, decode(932, MB_ERR_INVALID_CHARS, "A\x8e", 2, 9));
-    EXPECT_EQ(DWORD{ERROR_NO_UNICODE_TRANSLATION}, encode(WC_ERR_INVALID_CHARS, TEXT("\xD83D"), 9));
-    EXPECT_EQ(DWORD{ERROR_INSUFFICIENT_BUFFER}, encode(0, TEXT("ab\u20ac"), 4)) << "no room for the euro";
-    EXPECT_EQ(DWORD{ERROR_INVALID_PARAMETER}, encode(0, TEXT("a"), 9, &replaced))
-        << "UTF-8 has every character";
-}
-
 TEST(CodePages, AreWrittenWithAMarkForWhatTheyLack)
 {
     const struct

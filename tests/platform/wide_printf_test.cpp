@@ -2,7 +2,6 @@
 // writes.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 
 #include "platform/win32.h"
@@ -44,32 +43,6 @@ TEST(WidePrintf, WritesTextsNumbersAndPointers)
     EXPECT_EQ(TEXT("000000001234ABCD|0000000000000000"),
               Of(TEXT("%p|%p"), reinterpret_cast<void*>(0x1234ABCD), static_cast<void*>(nullptr)));
     EXPECT_EQ(TEXT("%|y|!|aq"), Of(TEXT("%%|%y|%!|%ls%q"), TEXT("a")));
-}
-
-TEST(WidePrintf, LeavesAFullBufferUnterminated)
-{
-    const struct
-    {
-        std::size_t size;
-        const WCHAR* argument;
-        int returned;
-        Text buffer; // of six units
-    } cases[] = {
-        {5, TEXT("abcd"), 4, Text(TEXT("abcd\0~"), 6)},
-        {5, TEXT("abcde"), 5, TEXT("abcde~")},
-        {5, TEXT("abcdef"), -1, TEXT("abcde~")},
-        {1, TEXT(""), 0, Text(TEXT("\0~~~~~"), 6)},
-        {0, TEXT("a"), -1, TEXT("~~~~~~")},
-    };
-    for (const auto& row : cases) {
-        Text buffer(6, TEXT('~'));
-        EXPECT_EQ(row.returned, Format(buffer.data(), row.size, TEXT("%s"), row.argument));
-        EXPECT_EQ(row.buffer, buffer);
-    }
-    EXPECT_EQ(4, Format(nullptr, 0, TEXT("abc%d"), 5));
-    WCHAR buffer[16];
-    EXPECT_EQ(14, wsprintfW(buffer, TEXT("(%d x %d mm)"), 2100, 97));
-    EXPECT_EQ(TEXT("(2100 x 97 mm)"), Text(buffer));
 }
 
 } // namespace

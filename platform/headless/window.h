@@ -99,6 +99,13 @@ std::vector<Window*>& SiblingsOf(const Window& window);
 Window& RootOf(Window& window);
 bool IsSelfOrDescendant(const Window* window, const Window& ancestor);
 
+// The state of the control that a message goes to; it comes with the window's first message.
+template <typename State> State& StateFor(Window& window, UINT message)
+{
+    if (message == WM_NCCREATE) window.control = std::make_unique<State>();
+    return static_cast<State&>(*window.control);
+}
+
 // The state of a control of a known kind, null when the window is gone or of another kind.
 template <typename State> State* StateOf(HWND handle)
 {
@@ -137,7 +144,7 @@ LRESULT NotifyParent(const Window& control, NMHDR& header, UINT code);
 // With its children: nobody keeps them apart.
 void Invalidate(Window& window);
 
-// --- The control kinds, one file each, and dialogs
+// --- The control kinds, one file each: called for windows that are there
 
 LRESULT CALLBACK StaticProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK ButtonProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);

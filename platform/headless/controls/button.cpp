@@ -75,16 +75,14 @@ void Click(HWND handle)
 
 LRESULT CALLBACK ButtonProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    Window* const window = Peek(handle);
-    if (!window) return 0;
-    const auto* const state = static_cast<ButtonState*>(window->control.get());
+    Window& window = *Peek(handle);
+    const auto& state = StateFor<ButtonState>(window, message);
     switch (message) {
     case WM_NCCREATE:
-        window->control = std::make_unique<ButtonState>();
-        if (IsRadio(*window)) window->style &= ~WS_TABSTOP;
+        if (IsRadio(window)) window.style &= ~WS_TABSTOP;
         return DefWindowProcW(handle, message, wParam, lParam);
     case BM_GETCHECK:
-        return state ? static_cast<LRESULT>(state->check) : 0;
+        return static_cast<LRESULT>(state.check);
     case BM_SETCHECK:
         SetCheck(handle, static_cast<UINT>(wParam));
         return 0;

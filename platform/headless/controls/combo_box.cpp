@@ -64,7 +64,6 @@ void KeepHeight(Window& window)
 
 void Create(Window& window)
 {
-    window.control = std::make_unique<ComboState>();
     window.style &= ~(WS_VSCROLL | WS_HSCROLL);
     window.exStyle &= ~WS_EX_CLIENTEDGE;
     KeepHeight(window);
@@ -81,23 +80,21 @@ void LoseFocus(HWND handle)
 
 LRESULT CALLBACK ComboBoxProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    Window* const window = Peek(handle);
-    if (!window) return 0;
-    if (message == WM_NCCREATE) Create(*window);
-    auto* const state = static_cast<ComboState*>(window->control.get());
-    if (!state) return DefWindowProcW(handle, message, wParam, lParam);
-    ComboState::Item* const item = state->At(wParam);
+    Window& window = *Peek(handle);
+    auto& state = StateFor<ComboState>(window, message);
+    if (message == WM_NCCREATE) Create(window);
+    ComboState::Item* const item = state.At(wParam);
     switch (message) {
     case CB_ADDSTRING:
-        return Add(*state, lParam);
+        return Add(state, lParam);
     case CB_DELETESTRING:
-        return Delete(*state, wParam);
+        return Delete(state, wParam);
     case CB_GETCOUNT:
-        return state->Count();
+        return state.Count();
     case CB_SETCURSEL:
-        return SetCurrent(*state, static_cast<int>(wParam));
+        return SetCurrent(state, static_cast<int>(wParam));
     case CB_GETCURSEL:
-        return state->current;
+        return state.current;
     case CB_SETITEMDATA:
         if (!item) return CB_ERR;
         item->data = lParam;
@@ -109,13 +106,13 @@ LRESULT CALLBACK ComboBoxProcedure(HWND handle, UINT message, WPARAM wParam, LPA
     case CB_GETLBTEXT:
         return CopyText(item, lParam);
     case WM_SETFOCUS:
-        NotifyCommand(*window, CBN_SETFOCUS);
+        NotifyCommand(window, CBN_SETFOCUS);
         return 0;
     case WM_KILLFOCUS:
         LoseFocus(handle);
         return 0;
     case WM_SIZE:
-        KeepHeight(*window);
+        KeepHeight(window);
         return 0;
     default:
         return DefWindowProcW(handle, message, wParam, lParam);

@@ -51,26 +51,23 @@ void ReplaceSelection(const Window& window, const EditState& state, const std::u
 
 LRESULT CALLBACK EditProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    Window* const window = Peek(handle);
-    if (!window) return 0;
-    if (message == WM_NCCREATE) window->control = std::make_unique<EditState>();
-    auto* const state = static_cast<EditState*>(window->control.get());
-    if (!state) return DefWindowProcW(handle, message, wParam, lParam);
+    Window& window = *Peek(handle);
+    auto& state = StateFor<EditState>(window, message);
     switch (message) {
     case WM_SETTEXT:
         ChangeText(handle, TextOrNone(lParam), 0);
         return TRUE;
     case EM_SETSEL:
-        Select(*window, *state, static_cast<int>(wParam), static_cast<int>(lParam));
+        Select(window, state, static_cast<int>(wParam), static_cast<int>(lParam));
         return 1;
     case EM_REPLACESEL:
-        ReplaceSelection(*window, *state, TextOrNone(lParam));
+        ReplaceSelection(window, state, TextOrNone(lParam));
         return 1;
     case WM_SETFOCUS:
-        NotifyCommand(*window, EN_SETFOCUS);
+        NotifyCommand(window, EN_SETFOCUS);
         return 0;
     case WM_KILLFOCUS:
-        NotifyCommand(*window, EN_KILLFOCUS);
+        NotifyCommand(window, EN_KILLFOCUS);
         return 0;
     default:
         return DefWindowProcW(handle, message, wParam, lParam);

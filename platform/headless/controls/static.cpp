@@ -83,22 +83,18 @@ void LoadOwnPicture(Window& window, StaticState& state, const CREATESTRUCTW& cre
 
 LRESULT CALLBACK StaticProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    Window* const window = Peek(handle);
-    if (!window) return 0;
+    Window& window = *Peek(handle);
+    auto& state = StateFor<StaticState>(window, message);
     switch (message) {
-    case WM_NCCREATE: {
-        auto state = std::make_unique<StaticState>();
-        if (window->style & SS_SUNKEN) window->exStyle |= WS_EX_STATICEDGE;
-        if (StaticKind(*window) == SS_ETCHEDHORZ) Flatten(*window);
-        window->control = std::move(state);
+    case WM_NCCREATE:
+        if (window.style & SS_SUNKEN) window.exStyle |= WS_EX_STATICEDGE;
+        if (StaticKind(window) == SS_ETCHEDHORZ) Flatten(window);
         return DefWindowProcW(handle, message, wParam, lParam);
-    }
     case WM_CREATE:
-        LoadOwnPicture(*window, *StateOf<StaticState>(handle),
-                       *reinterpret_cast<const CREATESTRUCTW*>(lParam));
+        LoadOwnPicture(window, state, *reinterpret_cast<const CREATESTRUCTW*>(lParam));
         return 0;
     case WM_PAINT:
-        if (StaticKind(*window) != SS_OWNERDRAW) return DefWindowProcW(handle, message, wParam, lParam);
+        if (StaticKind(window) != SS_OWNERDRAW) return DefWindowProcW(handle, message, wParam, lParam);
         DrawItem(handle);
         return 0;
     case WM_ENABLE:
@@ -106,10 +102,8 @@ LRESULT CALLBACK StaticProcedure(HWND handle, UINT message, WPARAM wParam, LPARA
         return 0;
     case STM_SETIMAGE:
         return wParam == IMAGE_BITMAP ? SetPicture(handle, reinterpret_cast<HBITMAP>(lParam)) : 0;
-    case STM_GETIMAGE: {
-        const auto* const state = StateOf<StaticState>(handle);
-        return state && wParam == IMAGE_BITMAP ? reinterpret_cast<LRESULT>(state->picture) : 0;
-    }
+    case STM_GETIMAGE:
+        return wParam == IMAGE_BITMAP ? reinterpret_cast<LRESULT>(state.picture) : 0;
     default:
         return DefWindowProcW(handle, message, wParam, lParam);
     }

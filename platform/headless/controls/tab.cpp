@@ -1,5 +1,5 @@
-// Tab controls: texts in a row, one of them selected. TCM_SETCURFOCUS selects as a user does: it asks the parent
-// with TCN_SELCHANGING and tells it with TCN_SELCHANGE; TCM_SETCURSEL tells nothing.
+// Tab controls: texts in a row, one of them selected. TCM_SETCURFOCUS selects as a user does: it asks the
+// parent with TCN_SELCHANGING and tells it with TCN_SELCHANGE; TCM_SETCURSEL tells nothing.
 #include <algorithm>
 
 #include "platform/headless/window.h"
@@ -75,26 +75,21 @@ void SelectByUser(HWND handle, int index)
 
 LRESULT CALLBACK TabProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    Window* const window = Peek(handle);
-    if (!window) return 0;
-    if (message == WM_NCCREATE) {
-        window->control = std::make_unique<TabState>();
-        window->style |= WS_CLIPSIBLINGS;
-    }
-    auto* const state = static_cast<TabState*>(window->control.get());
-    if (!state) return DefWindowProcW(handle, message, wParam, lParam);
+    Window& window = *Peek(handle);
+    auto& state = StateFor<TabState>(window, message);
+    if (message == WM_NCCREATE) window.style |= WS_CLIPSIBLINGS;
     switch (message) {
     case TCM_INSERTITEMW:
-        return Insert(*state, wParam, reinterpret_cast<const TCITEMW*>(lParam));
+        return Insert(state, wParam, reinterpret_cast<const TCITEMW*>(lParam));
     case TCM_GETITEMW:
-        return GetItem(*state, static_cast<LONG_PTR>(wParam), reinterpret_cast<TCITEMW*>(lParam));
+        return GetItem(state, static_cast<LONG_PTR>(wParam), reinterpret_cast<TCITEMW*>(lParam));
     case TCM_GETITEMCOUNT:
-        return state->Count();
+        return state.Count();
     case TCM_GETCURSEL:
-        return state->current;
+        return state.current;
     case TCM_SETCURSEL:
-        if (!state->Has(static_cast<int>(wParam))) return -1;
-        return std::exchange(state->current, static_cast<int>(wParam));
+        if (!state.Has(static_cast<int>(wParam))) return -1;
+        return std::exchange(state.current, static_cast<int>(wParam));
     case TCM_SETCURFOCUS:
         SelectByUser(handle, static_cast<int>(wParam));
         return 0;

@@ -30,24 +30,20 @@ struct TrackState final : ControlState
 
 LRESULT CALLBACK TrackbarProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    Window* const window = Peek(handle);
-    if (!window) return 0;
-    if (message == WM_NCCREATE) window->control = std::make_unique<TrackState>();
-    auto* const state = static_cast<TrackState*>(window->control.get());
-    if (!state) return DefWindowProcW(handle, message, wParam, lParam);
+    auto& state = StateFor<TrackState>(*Peek(handle), message);
     switch (message) {
     case TBM_GETPOS:
-        return state->position;
+        return state.position;
     case TBM_SETPOS:
-        return state->Move(static_cast<int>(lParam));
+        return state.Move(static_cast<int>(lParam));
     case TBM_GETRANGEMIN:
-        return state->minimum;
+        return state.minimum;
     case TBM_GETRANGEMAX:
-        return state->maximum;
+        return state.maximum;
     case TBM_SETRANGEMIN:
-        return state->SetRange(static_cast<int>(lParam), state->maximum);
+        return state.SetRange(static_cast<int>(lParam), state.maximum);
     case TBM_SETRANGEMAX:
-        return state->SetRange(state->minimum, static_cast<int>(lParam));
+        return state.SetRange(state.minimum, static_cast<int>(lParam));
     default:
         return DefWindowProcW(handle, message, wParam, lParam);
     }

@@ -1,5 +1,5 @@
-// Up-down controls: a position in a range, which may run downwards. Nobody presses the arrows here, so a buddy
-// and the steps of the arrows mean nothing.
+// Up-down controls: a position in a range, which may run downwards. Nobody presses the arrows here, so a
+// buddy and the steps of the arrows mean nothing.
 #include <algorithm>
 
 #include "platform/headless/window.h"
@@ -25,20 +25,16 @@ struct UpDownState final : ControlState
 
 LRESULT CALLBACK UpDownProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam)
 {
-    Window* const window = Peek(handle);
-    if (!window) return 0;
-    if (message == WM_NCCREATE) window->control = std::make_unique<UpDownState>();
-    auto* const state = static_cast<UpDownState*>(window->control.get());
-    if (!state) return DefWindowProcW(handle, message, wParam, lParam);
+    auto& state = StateFor<UpDownState>(*Peek(handle), message);
     switch (message) {
     case UDM_SETRANGE32:
-        state->minimum = static_cast<int>(wParam);
-        state->maximum = static_cast<int>(lParam);
+        state.minimum = static_cast<int>(wParam);
+        state.maximum = static_cast<int>(lParam);
         return 0;
     case UDM_SETPOS32:
-        return state->Move(static_cast<int>(lParam));
+        return state.Move(static_cast<int>(lParam));
     case UDM_GETPOS32:
-        return state->position;
+        return state.position;
     case UDM_SETACCEL:
         return wParam != 0 && lParam != 0;
     default:

@@ -4,6 +4,8 @@
 
 #include "host/cli/near_names.h"
 #include "host/ppd/ppd_text.h"
+#include "host/ppd/wide_text.h"
+#include "platform/whole_file.h"
 
 namespace tintwerk {
 
@@ -15,6 +17,15 @@ void Fail(const std::string& text)
 void Misused(const std::string& text)
 {
     throw CommandError(kExitUsage, text);
+}
+
+std::string ContentOfFile(const std::string& file, int status, const std::string& before)
+{
+    std::string text;
+    const std::filesystem::path path = PathFromUtf8(file);
+    if (!std::filesystem::is_regular_file(path) || !ReadWhole(path, text))
+        throw CommandError(status, before + file + ": the file cannot be read");
+    return text;
 }
 
 Arguments::Arguments(std::span<const std::string> words, std::span<const OptionRow> options,

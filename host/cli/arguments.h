@@ -28,6 +28,9 @@ private:
 [[noreturn]] void Fail(const std::string& text);
 [[noreturn]] void Misused(const std::string& text);
 
+// A file's bytes. One that cannot be read ends the command, with `before` in front of its name.
+std::string ContentOfFile(const std::string& file, int status = kExitFailed, const std::string& before = {});
+
 struct OptionRow
 {
     std::string_view name;  // without the leading "--"

@@ -49,7 +49,7 @@ CheckedFile CheckFile(std::string file, const RuleChoice& choice, bool triesPage
     const PpdResult read = ReadPpdOperand(file, options);
     CheckedFile checked{std::move(file), {}, {}};
     if (!read) {
-        AddFinding(checked.findings, choice, "unreadable", read.error);
+        AddFinding(checked.findings, RuleChoice().set(), "unreadable", read.error); // whatever was chosen
         return checked;
     }
     checked.findings = PpdCheck(*read.ppd, choice).Run();
@@ -99,7 +99,7 @@ RuleChoice ChosenRules(const Arguments& arguments)
     for (const GivenOption& given : arguments.Options()) {
         if (given.name != "only" && given.name != "ignore") continue;
         std::string_view rest = given.value;
-        while (!rest.empty()) {
+        do {
             const std::string_view code = rest.substr(0, rest.find(','));
             const Rule* const rule = FindRule(code);
             if (!rule)
@@ -107,7 +107,7 @@ RuleChoice ChosenRules(const Arguments& arguments)
                         ": no such rule; tintwerk check --rules lists them");
             choice[NumberOf(*rule)] = given.name == "only";
             rest.remove_prefix(std::min(code.size() + 1, rest.size()));
-        }
+        } while (!rest.empty());
     }
     return choice;
 }
@@ -126,7 +126,7 @@ ReportStyle StyleOf(const Arguments& arguments, const Output& output)
     const std::string format = arguments.OneOf("format", arguments.Has("json") ? "json" : "text", kFormats);
     const char* const noColor = std::getenv("NO_COLOR");
     return {static_cast<ReportStyle::Format>(std::ranges::find(kFormats, format) - std::begin(kFormats)),
-            arguments.Has("notes"), arguments.Has("quiet"),
+            arguments.Has("notes"), arguments.Has("quiet"), arguments.Has("strict"),
             &output.out == &std::cout && OutputIsTerminal() && !(noColor && *noColor)};
 }
 
@@ -155,13 +155,14 @@ void CheckFiles(const std::vector<std::string>& files, const RuleChoice& choice,
 int RunCheck(const Arguments& arguments, Output& output)
 {
     if (arguments.Has("rules")) {
+        if (!arguments.Operands().empty()) Misused(arguments.Operands()[0] + ": --rules takes no file");
         PrintRules(output.out);
         return kExitSuccess;
     }
     const RuleChoice choice = ChosenRules(arguments);
     const std::vector<std::string> files = PpdOperands(arguments, "check");
-    if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
-    const DefaultConfigDirectory config(std::filesystem::temp_directory_path());
+    std::optional<ProductValue> config; // the rules need none
+    if (arguments.Has("pages")) UseConfigDirectory(config, arguments, std::filesystem::temp_directory_path());
     CheckReport report(StyleOf(arguments, output));
     output.out << report.Begin();
     CheckFiles(files, choice, arguments.Has("pages"), report, output);
@@ -182,7 +183,7 @@ Command CheckCommand()
         "A folder stands for every .ppd and .ppd.gz file below it, \"-\" for standard input.\nExit status 1 "
         "when there is an error, with --strict also when there is a warning.\n",
         {{"notes", "", "shows notes too: missing features, groups of the advanced page"},
-         {"quiet", "", "tells errors only, and no summary"},
+         {"quiet", "", "tells only what fails the check, and no summary"},
          {"rules", "", "lists the rules with their codes"},
          {"only", "CODE", "applies this rule alone; may be given again, or with commas"},
          {"ignore", "CODE", "leaves this rule out; may be given again, or with commas"},

@@ -46,9 +46,9 @@ void CheckFeatureNames(PpdCheck& check)
     std::erase_if(names, [&](const std::string& name) { return check.ppd.Find(name) != nullptr; });
     for (const PpdFeature& feature : check.ppd.Features()) {
         if (!UseOfFeature(feature.keyword).control.empty()) continue;
-        const bool own = EqualIgnoringCase(feature.keyword.substr(0, kFeaturePrefix.size()), kFeaturePrefix);
         const auto meant = std::ranges::find_if(names, [&](std::string_view name) {
-            return own ? IsNearName(name, feature.keyword) : EqualIgnoringCase(name, feature.keyword);
+            return name.starts_with(kFeaturePrefix) ? IsNearName(name, feature.keyword)
+                                                    : EqualIgnoringCase(name, feature.keyword);
         });
         if (meant != names.end())
             check.Tell("feature-misspelt", feature, "unknown feature of this driver, did you mean ", *meant,

@@ -20,10 +20,39 @@ namespace {
 
 using K = PpdKeyword;
 
-constexpr std::string_view kRequired[] = {
-    "FormatVersion", "FileVersion", "LanguageVersion", "PCFileName",    "Manufacturer",
-    "Product",       "PSVersion",   "ModelName",       "ShortNickName", "NickName",
+// What the format asks of a keyword's value, whoever reads it.
+struct ValueForm
+{
+    std::string_view keyword;
+    bool required, quoted;
+    std::string_view words = {}; // that it may be; empty for any
 };
+// clang-format off
+constexpr ValueForm kForms[] = {
+    {"FormatVersion",        true,  true, "4.0 4.1 4.2 4.3"},
+    {"FileVersion",          true,  true},
+    {"LanguageVersion",      true,  false},
+    {"PCFileName",           true,  true},
+    {"Manufacturer",         true,  true},
+    {"Product",              true,  true},
+    {"PSVersion",            true,  true},
+    {"ModelName",            true,  true},
+    {"ShortNickName",        true,  true},
+    {"NickName",             true,  true},
+    {"LanguageLevel",        false, true, "1 2 3"},
+    {"FreeVM",               false, true},
+    {"Throughput",           false, true},
+    {"PaperDimension",       false, true},
+    {"ImageableArea",        false, true},
+    {"MaxMediaWidth",        false, true},
+    {"MaxMediaHeight",       false, true},
+    {"ColorDevice",          false, false, "True False"},
+    {"FileSystem",           false, false, "True False"},
+    {"VariablePaperSize",    false, false, "True False"},
+    {"LandscapeOrientation", false, false, "Plus90 Minus90 Any"},
+    {"TTRasterizer",         false, false, "None Accept68K Type42 TrueImage"},
+};
+// clang-format on
 constexpr std::string_view kSections[] = {"ExitServer", "Prolog",   "DocumentSetup",
                                           "PageSetup",  "JCLSetup", "AnySetup"};
 constexpr std::size_t kLongestLine = 255;
@@ -42,7 +71,8 @@ bool TakesValue(K keyword)
 
 void CheckHeader(PpdCheck& check)
 {
-    for (const std::string_view keyword : kRequired) {
+    for (const auto& [keyword, required, quoted, words] : kForms) {
+        if (!required) continue;
         const auto found = std::ranges::find(check.ppd.Statements(), keyword, &PpdStatement::main);
         if (found == check.ppd.Statements().end())
             check.Tell("required-missing", Place(), "\"*", keyword, "\" is missing; every PPD must have it");
@@ -74,7 +104,7 @@ void CheckRepeated(PpdCheck& check)
     for (std::size_t i = 0; i < statements.size(); ++i) {
         const PpdStatement& statement = statements[i];
         const K keyword = statement.keyword;
-        const bool sized = keyword == K::PaperDimension || keyword == K::ImageableArea;
+        const bool sized = keyword >= K::SymbolValue && keyword <= K::ParamCustomPageSize;
         const bool single =
             keyword == K::Default || keyword == K::MaxMediaWidth || keyword == K::MaxMediaHeight ||
             (keyword == K::Header && statement.main != "Product" && statement.main != "PSVersion");
@@ -142,6 +172,7 @@ namespace {
 bool HasForeignBytes(const std::string& bytes, PpdEncoding encoding)
 {
     if (encoding == PpdEncoding::Utf8) return !IsUtf8(bytes);
+    if (encoding > PpdEncoding::Utf8) return !DecodePpdText(bytes, encoding);
     const bool isoLatin = encoding >= PpdEncoding::IsoLatin1 && encoding <= PpdEncoding::IsoLatin5;
     constexpr std::string_view kNotWindows = "\x81\x8D\x8F\x90\x9D";
     return std::ranges::any_of(bytes, [&](char c) {
@@ -252,6 +283,8 @@ std::string Imbalance(std::string_view code, bool marks = false)
         } else if (c == '(') {
             at = AfterString(code, at);
             if (at == code.npos) return "\")\" is missing";
+        } else if (c == '>' && !twice) {
+            return "\">\" closes nothing";
         } else if (c == '<' && !twice) {
             at = code.find('>', at);
             if (at++ == code.npos) return "\">\" is missing";
@@ -288,6 +321,18 @@ void CheckCode(PpdCheck& check, const PpdStatement& statement)
 }
 
 // ---- statements of other kinds
+
+void CheckForm(PpdCheck& check, const PpdStatement& statement)
+{
+    const auto form = std::ranges::find(kForms, statement.main, &ValueForm::keyword);
+    if (form == std::end(kForms) || !statement.hasValue) return;
+    if (form->quoted && !statement.quoted)
+        check.Tell("value-quotes", statement, "the value ", Quoted(statement.value), " expected in quotes");
+    std::string_view value = statement.value, words = form->words;
+    const std::string_view word = NextWord(value); // makers put remarks behind it
+    while (!words.empty() && NextWord(words) != word)
+        if (words.empty()) check.Tell("value-unknown", statement, Quoted(word), " is none of ", form->words);
+}
 
 void CheckAbout(PpdCheck& check, const PpdStatement& statement)
 {
@@ -382,6 +427,7 @@ void CheckStatements(PpdCheck& check)
         if (keyword == K::Translation) CheckText(check, statement, statement.text, PpdEncoding::Utf8);
         if (keyword == K::Option || keyword == K::CustomPageSize) CheckCode(check, statement);
         if (keyword == K::Header) CheckAbout(check, statement);
+        if (keyword >= K::PaperDimension && keyword <= K::Header) CheckForm(check, statement);
         if (keyword == K::OrderDependency) CheckOrder(check, statement);
         if (keyword == K::Translation) CheckTranslation(check, statement);
     }

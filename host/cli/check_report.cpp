@@ -105,8 +105,9 @@ std::string SarifHead()
 
 bool CheckReport::Shows(const Finding& finding) const
 {
-    return finding.rule->severity == Severity::Error ||
-           (!style_.quiet && (finding.rule->severity == Severity::Warning || style_.notes));
+    const Severity severity = finding.rule->severity;
+    const bool fails = severity == Severity::Error || (severity == Severity::Warning && style_.strict);
+    return fails || (!style_.quiet && (severity == Severity::Warning || style_.notes));
 }
 
 std::string CheckReport::Begin() const

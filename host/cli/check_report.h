@@ -28,7 +28,8 @@ struct ReportStyle
     };
     Format format = Format::Text;
     bool notes = false;    // are shown; JSON has them always
-    bool quiet = false;    // errors only, and no summary
+    bool quiet = false;    // only what fails the check, and no summary
+    bool strict = false;   // warnings fail it too
     bool coloured = false; // text alone
 };
 

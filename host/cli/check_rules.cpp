@@ -30,6 +30,8 @@ constexpr Rule kRules[] = {
     {"required-missing",   Warning, "A keyword that every PPD must have is missing or empty.", CheckHeader},
     {"encoding-missing",   Warning, "There is no *LanguageEncoding; texts beyond ASCII are guessed.", CheckHeader},
     {"encoding-unknown",   Warning, "*LanguageEncoding names no encoding of the format; texts beyond ASCII are guessed.", CheckHeader},
+    {"value-quotes",       Warning, "A value that the format wants in quotes stands without; other readers refuse or misread it.", CheckStatements},
+    {"value-unknown",      Warning, "A keyword has a value that the format does not know.", CheckStatements},
     {"file-name",          Warning, "*PCFileName is not of the form NAME.PPD with at most 8 characters before the dot.", CheckStatements},
     {"product-form",       Warning, "*Product is not a PostScript string in parentheses; interpreters are not recognised by it.", CheckStatements},
     {"short-name",         Warning, "*ShortNickName has more than 31 characters; Windows cuts it.", CheckHeader},
@@ -71,6 +73,7 @@ constexpr Rule kRules[] = {
     {"text-twice",         Warning, "Two options of a feature have the same text; people cannot tell them apart.", CheckFeatures},
     {"translation-unknown", Warning, "A translation is of a feature or an option that the file does not define; it says nothing.", CheckStatements},
     // Page sizes.
+    {"page-size-missing",  Warning, "There is no PageSize; the pages offer no paper, and the spooler gets no forms.", CheckSizes},
     {"page-region-missing", Warning, "There is a PageSize but no PageRegion; a size cannot be chosen together with a paper source.", CheckSizes},
     {"page-region-default", Warning, "The default of PageRegion is not that of PageSize.", CheckSizes},
     {"size-not-in-all",    Warning, "A page size lacks its region, dimension or printable area; its size is unknown.", CheckSizes},

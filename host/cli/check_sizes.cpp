@@ -80,7 +80,9 @@ void CheckArea(PpdCheck& check, const SizeParts& parts)
 void CheckSizes(PpdCheck& check)
 {
     const PpdFeature *const sizes = check.ppd.Find("PageSize"), *const regions = check.ppd.Find("PageRegion");
-    if (!sizes) return;
+    if (!sizes)
+        return check.Tell("page-size-missing", Place(),
+                          "there is no \"*OpenUI *PageSize\": the pages offer no paper");
     const std::string_view size = sizes->options[sizes->defaultOption].keyword;
     const std::string_view region = regions ? regions->options[regions->defaultOption].keyword : size;
     if (!regions)
@@ -112,9 +114,26 @@ void CheckSizes(PpdCheck& check)
     }
 }
 
+namespace {
+
+std::string_view UnitOf(const PpdStatement& limit)
+{
+    std::string_view value = limit.value;
+    NextWord(value); // its place among the values of a job
+    return NextWord(value);
+}
+
+} // namespace
+
 void CheckCustomSize(PpdCheck& check)
 {
-    if (!check.ppd.CustomSize()) return;
+    if (!check.ppd.CustomSize()) {
+        const auto limit = std::ranges::find(check.ppd.Statements(), PpdKeyword::ParamCustomPageSize,
+                                             &PpdStatement::keyword);
+        if (limit != check.ppd.Statements().end())
+            check.Tell("custom-size", *limit, "the limit says nothing without \"*CustomPageSize True\"");
+        return;
+    }
     const PpdCustomSize& size = *check.ppd.CustomSize();
     const auto statement = [&](PpdKeyword keyword, std::string_view option) {
         return std::ranges::find_if(check.ppd.Statements(), [=](const PpdStatement& each) {
@@ -127,8 +146,8 @@ void CheckCustomSize(PpdCheck& check)
         if (limit == check.ppd.Statements().end())
             check.Tell("custom-size", *statement(PpdKeyword::CustomPageSize, "True"),
                        "\"*ParamCustomPageSize ", name, "\" is missing");
-        else if (most == 0 || least > most)
-            check.Tell("custom-size", *limit, "place, unit, least and greatest value expected, not ",
+        else if (most == 0 || least > most || UnitOf(*limit) != "points")
+            check.Tell("custom-size", *limit, "place, \"points\", least and greatest value expected, not ",
                        Quoted(limit->value));
     }
 }

@@ -6,7 +6,6 @@
 #include "host/cli/json.h"
 #include "host/cli/printer_run.h"
 #include "host/cli/program.h"
-#include "platform/whole_file.h"
 #include "src/records/private_devmode.h"
 
 namespace tintwerk {
@@ -29,9 +28,7 @@ const unsigned char* FindRecord(const Bytes& bytes)
 
 Bytes FromFile(const std::string& file)
 {
-    std::string text;
-    if (!std::filesystem::is_regular_file(PathFromUtf8(file)) || !ReadWhole(PathFromUtf8(file), text))
-        Fail(file + ": the file cannot be read");
+    const std::string text = ContentOfFile(file);
     Bytes bytes(text.begin(), text.end());
     if (FindRecord(bytes)) return bytes;
     return Selections::FromText(file, text).PrivateDevmode();

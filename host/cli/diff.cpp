@@ -49,9 +49,8 @@ Facts FactsOf(const std::string& file)
 {
     Facts facts;
     if (file.ends_with(".selections")) {
-        if (!std::filesystem::is_regular_file(PathFromUtf8(file)))
-            Misused(file + ": the file cannot be read");
-        const Selections selections = Selections::Load(PathFromUtf8(file));
+        const Selections selections = Selections::FromText(file, ContentOfFile(file, kExitUsage));
+        if (!selections.Warnings().empty()) Misused(selections.Warnings().front().Full());
         for (const auto& [feature, option] : selections.Chosen())
             facts[{std::string(feature), "", "selection"}] = option;
         return facts;

@@ -54,7 +54,7 @@ void Print(std::ostream& out, const Json& channels)
 int ShowInk(const Arguments& arguments, Output& output)
 {
     const std::string& file = arguments.OneOperand("ink counter file");
-    if (!std::filesystem::is_regular_file(PathFromUtf8(file))) Fail(file + ": the file cannot be read");
+    ContentOfFile(file); // that it can be read
     const auto context = std::make_unique<SheetContext>();
     ReadInkFile(file.c_str(), *context);
     const Json channels = ChannelsOf(context->inkCounters);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <iterator>
 
 #include "host/cli/printer_run.h"
 #include "src/bindings/borderless_sizes.h"
@@ -39,9 +38,9 @@ std::vector<std::string> PpdOperands(const Arguments& arguments, std::string_vie
                 files.push_back(std::move(name));
         }
         std::sort(files.begin() + static_cast<std::ptrdiff_t>(first), files.end());
-        if (files.size() == first && arguments.Operands().size() == 1)
-            Fail(operand + ": there is no .ppd file below this folder");
+        if (files.size() == first) Fail(operand + ": there is no .ppd file below this folder");
     }
+    if (std::ranges::count(files, "-") > 1) Misused("-: standard input can be read once");
     if (files.empty())
         Misused("no PPD file is given: tintwerk " + std::string(command) + " FILE|FOLDER|-...");
     return files;
@@ -50,7 +49,9 @@ std::vector<std::string> PpdOperands(const Arguments& arguments, std::string_vie
 PpdResult ReadPpdOperand(const std::string& operand, const PpdReadOptions& options)
 {
     if (operand != "-") return ReadPpd(PathFromUtf8(operand), options);
-    std::string text(std::istreambuf_iterator<char>(std::cin), {});
+    std::string text(kMaxPpdBytes + 1, '\0');
+    std::cin.read(text.data(), static_cast<std::streamsize>(text.size()));
+    text.resize(static_cast<std::size_t>(std::cin.gcount()));
     if (text.empty()) return {nullptr, {"-", 0, "standard input is empty"}};
     return ReadPpdText(std::move(text), "-", options);
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 #include <fstream>
+#include <list>
 #include <optional>
 #include <ostream>
 
@@ -14,6 +15,7 @@
 #include "host/sheet/message_boxes.h"
 #include "platform/console.h"
 #include "platform/memory_spooler.h"
+#include "src/config/registry_values.h"
 
 namespace tintwerk {
 
@@ -64,7 +66,29 @@ public:
     {
     }
 
+    // A run that fails tells as JSON how far it came.
     int Run()
+    {
+        std::optional<CommandError> failed;
+        try {
+            Play();
+        } catch (const CommandError& error) {
+            failed = error;
+        }
+        if (json_)
+            output_.out << JsonText({{"command", "print"},
+                                     {"ppd", printer_.Description().FileName()},
+                                     {"printer", Utf8FromWide(printer_.Name())},
+                                     {"problem", failed ? failed->what() : ""},
+                                     {"events", lines_},
+                                     {"server_starts", serverStarts_}})
+                        << "\n";
+        if (failed) throw *failed;
+        return kExitSuccess;
+    }
+
+private:
+    void Play()
     {
         if (arguments_.Has("preview")) SelectPreview();
         QueueJob();
@@ -77,17 +101,8 @@ public:
         for (const JobEvent& event : kJobEvents)
             Raise(event, wanted);
         if (!serverLog_.empty()) WaitForServer();
-        if (json_)
-            output_.out << JsonText({{"command", "print"},
-                                     {"ppd", printer_.Description().FileName()},
-                                     {"printer", Utf8FromWide(printer_.Name())},
-                                     {"events", lines_},
-                                     {"server_starts", serverStarts_}})
-                        << "\n";
-        return kExitSuccess;
     }
 
-private:
     void Tell(const std::string& line)
     {
         if (json_)
@@ -117,11 +132,13 @@ private:
     // With --probe-server the product's registry values name a server that tells of its start.
     void RegisterServer()
     {
-        if (arguments_.Has("install-dir")) WriteProductValue("InstallDir", arguments_.Value("install-dir"));
-        if (arguments_.Has("server")) WriteProductValue("PrintServerCmd", arguments_.Value("server"));
+        const std::pair<const char*, const char*> given[] = {{"install-dir", kInstallDirValue},
+                                                             {"server", kPrintServerValue}};
+        for (const auto& [option, name] : given)
+            if (arguments_.Has(option)) registered_.emplace_back(name, arguments_.Value(option));
         if (!arguments_.Has("probe-server")) return;
-        WriteProductValue("InstallDir", Utf8FromWide(ProgramFolder()));
-        WriteProductValue("PrintServerCmd", "tintwerk-print-server -job");
+        registered_.emplace_front(kInstallDirValue, Utf8FromWide(ProgramFolder()));
+        registered_.emplace_front(kPrintServerValue, "tintwerk-print-server -job");
         serverLog_ = std::filesystem::absolute(printer_.StoreFile().parent_path()) / "print-server.log";
         std::error_code ignored;
         std::filesystem::create_directories(serverLog_.parent_path(), ignored);
@@ -168,10 +185,8 @@ private:
         while ((lines = LinesOf(serverLog_)).size() <= logged_ && GetTickCount64() - started < kServerWait)
             Sleep(20);
         if (lines.size() <= logged_)
-            throw CommandError(
-                kExitFailed,
-                "the print server did not start; --trace shows what the driver tried (its command "
-                "line takes at most 127 characters of each part)");
+            Fail("the print server did not start; --trace shows what the driver tried (its command "
+                 "line takes at most 127 characters of each part)");
         for (std::size_t i = logged_; i < lines.size(); ++i) {
             serverStarts_.push_back(lines[i]);
             Tell("print server started: " + lines[i]);
@@ -184,6 +199,7 @@ private:
     DWORD job_;
     PrinterRun printer_;
     PluginSession& session_;
+    std::list<ProductValue> registered_; // go from the first to the last
     std::filesystem::path serverLog_;
     std::size_t logged_ = 0;
     std::vector<std::string> lines_;
@@ -201,8 +217,8 @@ Command PrintCommand()
         {"preview", "", "the job asks for the print preview"},
         {"offline", "", "the printer works offline"},
         {"probe-server", "", "registers a print server that tells of its start"},
-        {"install-dir", "DIR", "writes the registry value InstallDir first"},
-        {"server", "COMMAND", "writes the registry value PrintServerCmd first"},
+        {"install-dir", "DIR", "the registry value InstallDir during the job"},
+        {"server", "COMMAND", "the registry value PrintServerCmd during the job"},
         {"all-events", "", "sends the events too that the driver does not want"},
         {"json", "", "tells everything as JSON instead"},
     };

@@ -1,10 +1,13 @@
 #include "host/cli/printer_run.h"
 
+#include <algorithm>
 #include <array>
+#include <climits>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
 #include <ostream>
+#include <ranges>
 
 #include "host/ppd/ppd_text.h"
 #include "host/sheet/script.h"
@@ -31,12 +34,12 @@ void TraceLine(const WCHAR* line, void* context)
 // "6.1", "10.0.19045"
 void PretendWindowsVersion(const std::string& text)
 {
-    unsigned major = 0, minor = 0, build = 0;
-    int length = 0;
-    const int read = std::sscanf(text.c_str(), "%u.%u%n.%u%n", &major, &minor, &length, &build, &length);
-    if (read < 2 || static_cast<std::size_t>(length) != text.size() || major == 0)
+    std::vector<unsigned> parts;
+    for (const auto part : std::views::split(text, '.'))
+        parts.push_back(DecimalNumber<unsigned>({part.begin(), part.end()}).value_or(UINT_MAX));
+    if (parts.size() < 2 || parts.size() > 3 || parts[0] == 0 || std::ranges::count(parts, UINT_MAX))
         Misused("--windows-version " + text + ": \"major.minor\" expected, such as 6.1 or 10.0");
-    SetWindowsVersion(major, minor, build);
+    SetWindowsVersion(parts[0], parts[1], parts.size() > 2 ? parts[2] : 0);
 }
 
 // "610x2000mm", "24x80in", "1728x5184pt"
@@ -92,13 +95,12 @@ PrinterRun::PrinterRun(const Arguments& arguments, Output& output, bool keeps)
         Misused(arguments.Operands()[0] + ": options begin with two dashes (the PPD goes to --ppd)");
     Read(arguments);
     if (arguments.Has("windows-version")) PretendWindowsVersion(arguments.Value("windows-version"));
-    if (arguments.Has("config-dir")) UseConfigDirectory(arguments.Value("config-dir"));
     name_ = WideFromUtf8(arguments.Value("printer", ppd_->PrinterName()));
     if (name_.empty()) Misused("--printer: the name is empty");
 
     storeFile_ = PathFromUtf8(arguments.Value("store", "tintwerk-store")) /
                  PathFromUtf8(SelectionsFileName(Utf8FromWide(name_)));
-    configDirectory_.emplace(storeFile_.parent_path() / "config");
+    UseConfigDirectory(configDirectory_, arguments, storeFile_.parent_path() / "config");
     if (keeps) LockStore();
     LoadSelections();
     const PaperSize custom = CustomSize(arguments);

@@ -76,7 +76,7 @@ private:
     std::unique_ptr<PluginSession> session_;
     WideString name_;
     std::unique_ptr<SpooledPrinter> printer_;
-    std::optional<DefaultConfigDirectory> configDirectory_;
+    std::optional<ProductValue> configDirectory_;
     bool german_ = false;
     bool kept_ = false;
     std::string keepProblem_;

@@ -1,31 +1,33 @@
-// Writes the registry values that the product's installer would leave, for commands that let a user pretend
-// an installation.
+// The registry values that the product's installer would leave, for commands that let a user pretend an
+// installation.
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <string>
+
+#include "host/cli/arguments.h"
 
 namespace tintwerk {
 
-// A text value of the product's key; at most 254 bytes. Throws a CommandError when it is too long or cannot
-// be written.
-void WriteProductValue(const char* name, const std::string& value);
-
-// The driver's configuration directory, given as a path from the current folder or an absolute one; as above
-// when there is none.
-void UseConfigDirectory(const std::string& path);
-
-// While it lives the driver has a configuration directory: this one, where the registry names none.
-class DefaultConfigDirectory
+// A text value of the product's key, at most 254 bytes, while this lives; then what was there before. Throws
+// a CommandError when it is too long, cannot be written, or would replace what is no text.
+class ProductValue
 {
 public:
-    explicit DefaultConfigDirectory(const std::filesystem::path& folder);
-    ~DefaultConfigDirectory();
-    DefaultConfigDirectory(const DefaultConfigDirectory&) = delete;
-    DefaultConfigDirectory& operator=(const DefaultConfigDirectory&) = delete;
+    ProductValue(const char* name, const std::string& value);
+    ~ProductValue();
+    ProductValue(const ProductValue&) = delete;
+    ProductValue& operator=(const ProductValue&) = delete;
 
 private:
-    bool written_ = false;
+    const char* name_;
+    std::optional<std::string> before_;
 };
+
+// The driver's configuration directory: that of --config-dir, else the registry's, else `folder`. Throws when
+// there is no such folder as is given.
+void UseConfigDirectory(std::optional<ProductValue>& value, const Arguments& arguments,
+                        const std::filesystem::path& folder);
 
 } // namespace tintwerk

@@ -48,6 +48,10 @@ int Dispatch(std::span<const std::string> arguments, Output& output)
 {
     const std::vector<Command> commands = Commands();
     const std::string_view first = arguments.empty() ? std::string_view() : std::string_view(arguments[0]);
+    if (first == "help" && arguments.size() > 1) {
+        const std::string words[] = {arguments[1], "--help"};
+        return Dispatch(words, output);
+    }
     if (first.empty() || AsksForHelp(first) || first == "help") {
         PrintOverview(first.empty() ? output.err : output.out, commands);
         return first.empty() ? kExitUsage : kExitSuccess;

@@ -18,7 +18,6 @@
 #include "host/sheet/script_player.h"
 #include "platform/console.h"
 #include "platform/snapshot.h"
-#include "platform/whole_file.h"
 #include "src/bindings/advanced_features.h"
 
 namespace tintwerk {
@@ -29,10 +28,7 @@ namespace {
 std::string ScriptText(const std::string& file)
 {
     if (file == "-") return std::string(std::istreambuf_iterator<char>(std::cin), {});
-    std::string text;
-    if (!std::filesystem::is_regular_file(PathFromUtf8(file)) || !ReadWhole(PathFromUtf8(file), text))
-        Fail("--script " + file + ": the file cannot be read");
-    return text;
+    return ContentOfFile(file, kExitFailed, "--script ");
 }
 
 std::vector<Step> StepsOf(const Arguments& arguments)
@@ -87,10 +83,8 @@ public:
         const bool scripted = !settings.steps.empty() || json_ || arguments_.Has("script");
         PrinterRun printer(arguments_, output_);
         if (!scripted && !WindowsAreVisible())
-            throw CommandError(
-                kExitUsage,
-                "nobody could see the window: there is no display, or only a virtual one; run it on a "
-                "desktop, or give steps (--page, --set ...) or --json");
+            Misused("nobody could see the window: there is no display, or only a virtual one; run it on a "
+                    "desktop, or give steps (--page, --set ...) or --json");
         printer.Core().Calls().Record(json_);
         PluginSession& session = printer.StartPlugin();
         CheckNames(settings.steps, printer.Core());
@@ -122,18 +116,26 @@ public:
     }
 
 private:
-    // A feature that nobody knows is told before anything is changed.
+    // What neither the driver nor the PPD knows is told before anything is changed.
     static void CheckNames(std::span<const Step> steps, const CoreDriver& core)
     {
         const std::vector<std::string_view> known = core.Features();
         for (const Step& step : steps) {
-            const auto isMeant = [&](std::string_view name) {
-                return name == step.subject || (name.starts_with('%') && name.substr(1) == step.subject);
-            };
-            if (step.kind == StepKind::Choose && !ControlOfFeature(step.subject) &&
-                !FieldOfRest(step.subject) && std::ranges::none_of(known, isMeant))
-                Fail(step.place + step.source + ": no control of this sheet stands for " + step.subject +
-                     DidYouMean(step.subject, known, ""));
+            if (step.kind != StepKind::Choose && step.kind != StepKind::Show) continue;
+            const PageControl* const control = ControlOfFeature(step.subject);
+            const auto name = std::ranges::find_if(known, [&](std::string_view each) {
+                return each == step.subject || (each.starts_with('%') && each.substr(1) == step.subject);
+            });
+            if (!control && !FieldOfRest(step.subject) && name == known.end())
+                Misused(step.place + step.source + ": no control of this sheet stands for " + step.subject +
+                        DidYouMean(step.subject, known, ""));
+            if (step.kind == StepKind::Show || name == known.end() || (control && !control->popup)) continue;
+            const std::vector<std::string_view> options = core.Options(*name);
+            const PpdFeature* const feature = core.Description().Find(*name);
+            if (!std::ranges::count(options, step.value) &&
+                !(feature && std::ranges::count(feature->options, step.value, &PpdOption::text)))
+                Misused(step.place + step.source + ": the options are " +
+                        Joined(options, [](std::string_view each) { return std::string(each); }));
         }
     }
 
@@ -162,8 +164,9 @@ private:
             if (step.kind != StepKind::Choose || !feature || !feature->installable ||
                 ControlOfFeature(step.subject) || AdvancedGroupOf(step.subject))
                 return false;
+            const auto named = std::ranges::find(feature->options, step.value, &PpdOption::text);
             if (!printer.Core().Select(step.subject, step.value))
-                Fail(step.source + ": the options are " + Joined(feature->options, &PpdOption::keyword));
+                printer.Core().Select(step.subject, named->keyword);
             Tell(step.subject + ": installable option at " + step.value);
             Record(step.source);
             printer.Keep();

@@ -1,7 +1,6 @@
 #include "host/core/call_log.h"
 
 #include <cstdio>
-#include <numeric>
 
 namespace tintwerk {
 
@@ -17,18 +16,7 @@ const char* CoreMethodName(CoreMethod method)
     return kNames[static_cast<std::size_t>(method)];
 }
 
-std::size_t CallLog::Total() const
-{
-    return std::accumulate(counts_.begin(), counts_.end(), std::size_t{0});
-}
-
-void CallLog::Clear()
-{
-    counts_.fill(0);
-    lines_.clear();
-}
-
-void CallLog::Add(CoreMethod method, HRESULT result, const std::string& arguments) noexcept
+void CallLog::Add(CoreMethod method, HRESULT result, const std::string& arguments)
 {
     char status[24];
     std::snprintf(status, sizeof status, " -> 0x%08lx",

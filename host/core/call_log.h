@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -37,10 +38,8 @@ public:
     void Record(bool on) { recording_ = on; }
 
     std::size_t Count(CoreMethod method) const { return counts_[static_cast<std::size_t>(method)]; }
-    std::size_t Total() const;
     // One line a call: "SetOptions halvBrightness=10 -> 0x00000000".
     const std::vector<std::string>& Lines() const { return lines_; }
-    void Clear();
 
     // Lets the nth call from now on, 1 being the next, be refused with E_UNEXPECTED before it does anything.
     void RefuseCall(std::size_t nth) { untilRefusal_ = nth; }
@@ -56,12 +55,15 @@ public:
     template <typename Arguments> HRESULT Note(CoreMethod method, HRESULT result, const Arguments& arguments)
     {
         ++counts_[static_cast<std::size_t>(method)];
-        if (recording_) Add(method, result, arguments());
+        try {
+            if (recording_) Add(method, result, arguments());
+        } catch (const std::bad_alloc&) { // the line is lost, the call is not
+        }
         return result;
     }
 
 private:
-    void Add(CoreMethod method, HRESULT result, const std::string& arguments) noexcept;
+    void Add(CoreMethod method, HRESULT result, const std::string& arguments);
 
     bool recording_ = false;
     bool refused_ = false;

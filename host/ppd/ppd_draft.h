@@ -46,11 +46,11 @@ public:
     void Warn(const char* place, std::string_view code, std::string text, std::string_view feature = {},
               std::string_view option = {})
     {
-        if (warnings.size() < kMaxWarnings)
+        if (warnings.size() < maxWarnings)
             warnings.push_back(ppd->At(place, std::move(text), code, feature, option));
     }
 
-    static constexpr std::size_t kMaxWarnings = 500;
+    std::size_t maxWarnings = 500; // tintwerk check wants all
 
     std::unique_ptr<Ppd> ppd = std::make_unique<Ppd>();
     std::vector<PpdStatement> pending; // in the file's order

@@ -13,7 +13,6 @@
 namespace tintwerk {
 namespace {
 
-constexpr std::size_t kMaxFileBytes = 32u << 20;
 constexpr std::size_t kMaxIncludeDepth = 8;
 constexpr std::size_t kMaxFiles = 100;
 constexpr std::size_t kMaxGroupDepth = 32;
@@ -54,6 +53,7 @@ constexpr MainRow kMains[] = {
     {"SymbolEnd", PpdKeyword::Other},
     {"FormatVersion", PpdKeyword::Header},
     {"FileSystem", PpdKeyword::Header},
+    {"FreeVM", PpdKeyword::Header},
     {"Throughput", PpdKeyword::Header},
     {"TTRasterizer", PpdKeyword::Header},
     {"LandscapeOrientation", PpdKeyword::Header},
@@ -104,6 +104,7 @@ public:
         : ppd_(draft_.ppd.get()), options_(options), includer_(includer)
     {
         ppd_->fileName_ = name;
+        if (options.toCheck) draft_.maxWarnings = std::string::npos;
     }
 
     std::unique_ptr<Ppd> Read(std::string text)
@@ -155,10 +156,10 @@ private:
     void ReadFile(const std::string& name, std::string text)
     {
         if (IsPacked(text)) {
-            if (std::string problem = Unpack(text, kMaxFileBytes); !problem.empty())
+            if (std::string problem = Unpack(text, kMaxPpdBytes); !problem.empty())
                 throw PpdFailure{{name, 0, std::move(problem)}};
         }
-        if (text.size() > kMaxFileBytes)
+        if (text.size() > kMaxPpdBytes)
             throw PpdFailure{{name, 0, "larger than 32 MB; no PPD is that large"}};
         while (!text.empty() &&
                (text.back() == '\0' || text.back() == '\x1A')) // what old systems end a file with
@@ -475,14 +476,14 @@ std::optional<std::string> FileText(const std::filesystem::path& path, std::stri
     std::string text;
     if (std::filesystem::is_regular_file(
             status)) // a block for all of it, and for the end that reading looks for
-        text.reserve(std::min<std::uintmax_t>(std::filesystem::file_size(path, error), kMaxFileBytes) +
+        text.reserve(std::min<std::uintmax_t>(std::filesystem::file_size(path, error), kMaxPpdBytes) +
                      0x10001);
     if (!std::filesystem::exists(status))
         problem = error && status.type() == std::filesystem::file_type::none ? error.message()
                                                                              : "there is no such file";
     else if (std::filesystem::is_directory(status))
         problem = "it is a folder";
-    else if (!ReadWhole(path, text, kMaxFileBytes + 1))
+    else if (!ReadWhole(path, text, kMaxPpdBytes + 1))
         problem = "reading is not permitted, or the disk fails";
     else if (text.empty())
         problem = "it is empty";

@@ -15,6 +15,8 @@
 
 namespace tintwerk {
 
+inline constexpr std::size_t kMaxPpdBytes = 32u << 20; // no PPD is larger
+
 struct PpdReadOptions
 {
     // Takes the translations of this language ("de", "pt_BR") where the file has them; empty: the file's own

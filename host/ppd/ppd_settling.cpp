@@ -131,7 +131,9 @@ private:
 
     void Translate(bool regional)
     {
-        for (const PpdDraft::Translation& translation : draft_.translations) {
+        // Backwards, so that the first one counts.
+        for (auto each = draft_.translations.rbegin(); each != draft_.translations.rend(); ++each) {
+            const PpdDraft::Translation& translation = *each;
             const auto number = ppd_->FindFeature(translation.feature);
             if (translation.regional != regional || !number) continue;
             PpdFeature& feature = ppd_->features_[*number];

@@ -303,7 +303,9 @@ std::string ScriptPlayer::StateOf(const PageControl& control)
 
 std::string ScriptPlayer::StateOf(const std::string& feature)
 {
-    if (const PageControl* const control = ControlOfFeature(feature)) return StateOf(*control);
+    const NumberFieldBinding* const rest = FieldOfRest(feature);
+    if (const PageControl* const control = ControlOfFeature(rest ? rest->keyword : feature))
+        return StateOf(*control);
     for (const SheetPage& each : sheet_.Pages()) {
         const Ppd& ppd = sheet_.Session().Core().Description();
         const int item = each.items ? each.items->FindItem(feature, ppd) : -1;

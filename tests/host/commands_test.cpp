@@ -17,6 +17,8 @@
 #include <set>
 
 #include "host/cli/json.h"
+#include "host/cli/product_registry.h"
+#include "src/config/registry_values.h"
 #include "src/records/process_values.h"
 
 namespace tintwerk {
@@ -104,6 +106,21 @@ TEST_F(Commands, StartTheRegisteredPrintServerInItsFolder)
     EXPECT_THAT(RunTintwerk({"print", "--ppd", "tintwerk-x12.ppd", "--probe-server"}).out,
                 testing::AllOf(testing::HasSubstr("\nprint server started: "),
                                testing::HasSubstr("tintwerk-print-server -job\n")));
+}
+
+TEST_F(Commands, LeaveTheRegistryAsItWas)
+{
+    const ProductValue before(kConfigDirValue, "before");
+    for (const char* command : {"preferences", "print"})
+        EXPECT_EQ(
+            0,
+            RunTintwerk({command, "--ppd", "tintwerk-lite.ppd", "--config-dir", "config", "--json"}).status);
+    char now[kRegistryTextBytes];
+    ASSERT_EQ(0, ReadConfigDir(now));
+    EXPECT_STREQ("before", now);
+    const int installed = ReadRegistryString(kInstallDirValue, now);
+    RunTintwerk({"print", "--ppd", "tintwerk-lite.ppd", "--install-dir", "other", "--probe-server"});
+    EXPECT_EQ(installed, ReadRegistryString(kInstallDirValue, now));
 }
 
 using OptionsOfCommands = std::map<std::string, std::set<std::string>>;

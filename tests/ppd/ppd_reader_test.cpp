@@ -190,10 +190,11 @@ TEST(PpdReader, DecodesTranslationsFromTheFilesEncoding)
 
 TEST(PpdReader, TakesTheTranslationsOfALanguage)
 {
-    const std::string text = std::string(kOneFeature) +
-                             "*cupsLanguages: \"de de_AT fr\"\n*de.Translation Gloss/Glanz: \"\"\n"
-                             "*de.Gloss High/Hoch: \"\"\n*de_AT.Gloss High/Sehr hoch: \"\"\n"
-                             "*fr.Gloss High/Haut: \"\"\n*de.Other High/X: \"\"\n";
+    const std::string text =
+        std::string(kOneFeature) +
+        "*cupsLanguages: \"de de_AT fr\"\n*de.Translation Gloss/Glanz: \"\"\n"
+        "*de.Gloss High/Hoch: \"\"\n*de.Gloss High/Dick: \"\"\n*de_AT.Gloss High/Sehr hoch: \"\"\n"
+        "*fr.Gloss High/Haut: \"\"\n*de.Other High/X: \"\"\n";
     const std::pair<const char*, const char*> cases[] = {{"", "Gloss, Low Gloss, High"},
                                                          {"de", "Glanz, Low Gloss, Hoch"},
                                                          {"de_AT", "Glanz, Low Gloss, Sehr hoch"},

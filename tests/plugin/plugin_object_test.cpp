@@ -227,7 +227,11 @@ TEST_F(PluginObject, DeclinesTheRest)
                               TEXT("UpgradePrinter"), TEXT("PrinterEvent"), TEXT("DriverEvent"),
                               TEXT("FontInstallerDlgProc"), TEXT("UpdateExternalFonts")})
         expected.push_back(Text(TEXT("UI:  IOemUI:")) + name + TEXT(" entry.\r\n"));
-    EXPECT_EQ(expected, lines.Lines());
+    EXPECT_EQ(expected, lines.Take());
+    EXPECT_NE(S_OK, plugin->DocumentPropertySheets(nullptr, 0));
+    EXPECT_NE(S_OK, plugin->DevicePropertySheets(nullptr, 0));
+    EXPECT_EQ("", MissingLine(lines.Take(), {"UI:  IOemUI:DocumentPropertySheets entry.\r\n",
+                                             "UI:  IOemUI:DevicePropertySheets entry.\r\n"}));
 }
 
 constexpr DWORD kHalv = 0x48414C56;

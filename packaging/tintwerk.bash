@@ -58,10 +58,12 @@ _tintwerk() {
         return
         ;;
     --ppd)
-        mapfile -t COMPREPLY < <(compgen -f -X '!*.[pP][pP][dD]' -- "$current"; compgen -d -- "$current")
+        mapfile -t COMPREPLY < <(compgen -f -X '!*.[pP][pP][dD]' -- "$current"; compgen -f -X '!*.[pP][pP][dD].[gG][zZ]' -- "$current"; compgen -d -- "$current")
         return
         ;;
     --language) words='en de' ;;
+    --format) words='text json sarif' ;;
+    --only | --ignore) words=$(tintwerk check --rules 2>/dev/null | cut -d ' ' -f 1) ;;
     --answer) words='ok cancel' ;;
     --page) words='main layout colors correction consumption ink screen advanced information' ;;
     --set | --choose | --check | --show) words=$(_tintwerk_features "$ppd") ;;

@@ -42,11 +42,6 @@ IUnknown* CoreDriver::Helper() const
     return static_cast<IPrintCoreUI2*>(helper_);
 }
 
-ULONG CoreDriver::OutstandingReferences() const
-{
-    return helper_->References() - 1;
-}
-
 std::vector<std::string_view> CoreDriver::Features() const
 {
     std::vector<std::string_view> keywords;

@@ -50,8 +50,6 @@ public:
     // For PublishDriverInterface; not counted for the caller. Gives IPrintCoreUI2 and IPrintCoreHelperPS. A
     // plug-in that holds it longer than this object gets E_UNEXPECTED from every method.
     IUnknown* Helper() const;
-    // References that a plug-in holds now.
-    ULONG OutstandingReferences() const;
 
     const Ppd& Description() const { return ppd_; }
     CallLog& Calls() { return calls_; }

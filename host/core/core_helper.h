@@ -19,7 +19,6 @@ public:
     explicit CoreHelper(CoreDriver& driver) : driver_(&driver) {}
 
     void Disconnect() { driver_ = nullptr; }
-    ULONG References() const { return references_; }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return ++references_; }

@@ -35,7 +35,7 @@ template <typename Char> struct Output
     }
     void Put(Char unit) { Put(&unit, 1); }
 
-    int Finish(bool invalid) const
+    int Finish(bool invalid = false) const
     {
         if (full) return Fail(ERROR_INSUFFICIENT_BUFFER);
         return invalid ? Fail(ERROR_NO_UNICODE_TRANSLATION) : count;
@@ -103,21 +103,18 @@ void PutUtf8(Output<char>& output, unsigned c)
     output.Put(bytes, length);
 }
 
-int ToUtf8(const WCHAR* wide, int units, char* text, int bytes, bool strict)
+int ToUtf8(const WCHAR* wide, int units, Output<char> output)
 {
-    Output<char> output{text, bytes};
-    bool invalid = false;
     for (int i = 0; i < units; ++i) {
         unsigned c = wide[i];
         if (c >= 0xD800 && c < 0xDC00 && i + 1 < units && wide[i + 1] >= 0xDC00 && wide[i + 1] < 0xE000) {
             c = 0x10000 + ((c - 0xD800) << 10) + (wide[++i] - 0xDC00u);
         } else if (c >= 0xD800 && c < 0xE000) {
             c = kReplacement;
-            invalid = true;
         }
         PutUtf8(output, c);
     }
-    return output.Finish(invalid && strict);
+    return output.Finish();
 }
 
 // --- Other code pages
@@ -188,7 +185,7 @@ int ToLatin1(const WCHAR* wide, int units, Output<char> output, LPBOOL usedDefau
         output.Put(wide[i] > 0xFF ? '?' : static_cast<char>(wide[i]));
     }
     if (usedDefault) *usedDefault = replaced;
-    return output.Finish(false);
+    return output.Finish();
 }
 
 } // namespace
@@ -211,7 +208,8 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPS
     if (!wide || units == 0 || bytes < 0 || (bytes > 0 && !text) ||
         (codePage == CP_UTF8 ? usedDefault != nullptr : codePage != tintwerk::kLatin1CodePage))
         return Fail(ERROR_INVALID_PARAMETER);
+    if (flags & ~WC_NO_BEST_FIT_CHARS) return Fail(ERROR_INVALID_FLAGS);
     const int length = units < 0 ? lstrlenW(wide) + 1 : units;
-    return codePage == CP_UTF8 ? ToUtf8(wide, length, text, bytes, flags & WC_ERR_INVALID_CHARS)
+    return codePage == CP_UTF8 ? ToUtf8(wide, length, {text, bytes})
                                : ToLatin1(wide, length, {text, bytes}, usedDefault);
 }

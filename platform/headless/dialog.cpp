@@ -18,7 +18,6 @@ RECT PlaceOf(const DialogTemplate& dialog, HWND parent)
 void SettleStyles(DialogTemplate& dialog)
 {
     dialog.style |= DS_3DLOOK;
-    if (dialog.style & DS_MODALFRAME) dialog.exStyle |= WS_EX_DLGMODALFRAME;
     if ((dialog.style & DS_CONTROL) || !(dialog.style & WS_CHILD)) dialog.exStyle |= WS_EX_CONTROLPARENT;
     if (dialog.style & DS_CONTROL) dialog.style &= ~(WS_CAPTION | WS_SYSMENU);
 }

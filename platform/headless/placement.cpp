@@ -1,5 +1,6 @@
 // Where windows go, whether they show, take input and have the focus; scroll bars; rectangles.
 #include <algorithm>
+#include <cstring>
 
 #include "platform/headless/window.h"
 
@@ -132,7 +133,7 @@ BOOL WINAPI SetWindowPos(HWND handle, HWND, int x, int y, int width, int height,
     if (flags & SWP_SHOWWINDOW) window->style |= WS_VISIBLE;
     if (flags & SWP_HIDEWINDOW) window->style &= ~WS_VISIBLE;
     if (!(flags & SWP_NOREDRAW) && IsShown(*window) &&
-        (!EqualRect(&before, &window->place) || (flags & SWP_SHOWWINDOW)))
+        (std::memcmp(&before, &window->place, sizeof before) != 0 || (flags & SWP_SHOWWINDOW)))
         Invalidate(*window);
     if (window->Width() != before.right - before.left || window->Height() != before.bottom - before.top) {
         const RECT client = ClientOf(*window);
@@ -181,11 +182,6 @@ int WINAPI MapWindowPoints(HWND from, HWND to, LPPOINT points, UINT count)
         points[i].y += shift.y;
     }
     return MAKELONG(shift.x, shift.y);
-}
-
-BOOL WINAPI EqualRect(const RECT* a, const RECT* b)
-{
-    return a && b && a->left == b->left && a->top == b->top && a->right == b->right && a->bottom == b->bottom;
 }
 
 // Nothing is drawn of a scroll bar, and nobody drags it.

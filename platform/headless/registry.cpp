@@ -131,15 +131,13 @@ LSTATUS RegCloseKey(HKEY key)
 }
 
 LSTATUS RegCreateKeyExA(HKEY key, LPCSTR subKey, DWORD, LPSTR, DWORD, REGSAM access, LPSECURITY_ATTRIBUTES,
-                        PHKEY result, LPDWORD disposition)
+                        PHKEY result, LPDWORD)
 {
     OpenKey parent;
     const std::lock_guard lock(TheRegistry().mutex);
     if (!Resolve(key, parent)) return ERROR_INVALID_HANDLE;
     const std::string path = Join(parent.path, subKey);
-    const bool exists = Exists(path);
-    if (disposition) *disposition = exists ? REG_OPENED_EXISTING_KEY : REG_CREATED_NEW_KEY;
-    if (!exists) {
+    if (!Exists(path)) {
         AddKey(TheRegistry().content, path);
         TheRegistry().Save();
     }

@@ -25,8 +25,8 @@ template <typename Number> Number At(std::span<const BYTE> header, std::size_t o
     return number;
 }
 
-} // namespace
-
+// The number in what the platform's functions take: MAKEINTRESOURCEW or "#123"; 0, which is no resource's,
+// for a text.
 WORD ResourceNumber(LPCWSTR id)
 {
     if (IS_INTRESOURCE(id)) return LOWORD(reinterpret_cast<ULONG_PTR>(id));
@@ -37,6 +37,8 @@ WORD ResourceNumber(LPCWSTR id)
     }
     return number;
 }
+
+} // namespace
 
 std::vector<Resource> ParseResources(std::span<const BYTE> bytes)
 {

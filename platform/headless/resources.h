@@ -16,10 +16,6 @@ struct Resource
     std::span<const BYTE> data;
 };
 
-// The number in what the platform's functions take: MAKEINTRESOURCEW or "#123"; 0, which is no resource's,
-// for a text.
-WORD ResourceNumber(LPCWSTR id);
-
 // The data of the resources point into the bytes. Stops at the first entry that is not whole, and passes over
 // texts as types and names.
 std::vector<Resource> ParseResources(std::span<const BYTE> bytes);

@@ -106,7 +106,6 @@ RECT ClientOf(const Window& window)
 {
     RECT frame = FrameOf(window);
     if (window.style & WS_VSCROLL) frame.right += kScrollBarWidth;
-    if (window.style & WS_HSCROLL) frame.bottom += kScrollBarWidth;
     return {0, 0, std::max<LONG>(window.Width() - frame.left - frame.right, 0),
             std::max<LONG>(window.Height() - frame.top - frame.bottom, 0)};
 }

@@ -64,7 +64,7 @@ void KeepHeight(Window& window)
 
 void Create(Window& window)
 {
-    window.style &= ~(WS_VSCROLL | WS_HSCROLL);
+    window.style &= ~WS_VSCROLL;
     window.exStyle &= ~WS_EX_CLIENTEDGE;
     KeepHeight(window);
 }

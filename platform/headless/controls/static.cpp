@@ -87,7 +87,6 @@ LRESULT CALLBACK StaticProcedure(HWND handle, UINT message, WPARAM wParam, LPARA
     auto& state = StateFor<StaticState>(window, message);
     switch (message) {
     case WM_NCCREATE:
-        if (window.style & SS_SUNKEN) window.exStyle |= WS_EX_STATICEDGE;
         if (StaticKind(window) == SS_ETCHEDHORZ) Flatten(window);
         return DefWindowProcW(handle, message, wParam, lParam);
     case WM_CREATE:

@@ -9,7 +9,8 @@ namespace tintwerk {
 
 // Every call of the named platform function by this program and by a loaded plug-in goes to the replacement
 // from now on; null puts the platform's own back. Returns the platform's own function, for replacements that
-// pass calls on; null when nothing in this process calls the function.
+// pass calls on; null when nothing in this process calls the function, or it has no place there for another
+// (on Linux those have one that somebody replaces).
 void* ReplaceFunction(const char* name, void* replacement);
 
 template <typename Function> Function* ReplaceFunction(const char* name, Function* replacement)

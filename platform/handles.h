@@ -8,16 +8,9 @@
 #include <memory>
 #include <mutex>
 
-#include "platform/win32.h"
+#include "platform/refuse.h"
 
 namespace tintwerk {
-
-// What a function that refuses returns: FALSE or null, with the last error set.
-template <typename Result = BOOL> Result Fail(DWORD error)
-{
-    SetLastError(error);
-    return {};
-}
 
 inline std::atomic<ULONG_PTR> lastHandle{0x100};
 
@@ -38,7 +31,7 @@ public:
     {
         const std::lock_guard lock(mutex_);
         const auto at = objects_.find(reinterpret_cast<ULONG_PTR>(handle));
-        return at != objects_.end() ? at->second : Fail<std::shared_ptr<Object>>(ERROR_INVALID_HANDLE);
+        return at != objects_.end() ? at->second : Refuse<std::shared_ptr<Object>>(ERROR_INVALID_HANDLE);
     }
 
     BOOL Close(HANDLE handle)
@@ -46,7 +39,7 @@ public:
         std::shared_ptr<Object> object; // goes when the lock is gone
         const std::lock_guard lock(mutex_);
         const auto at = objects_.find(reinterpret_cast<ULONG_PTR>(handle));
-        if (at == objects_.end()) return Fail(ERROR_INVALID_HANDLE);
+        if (at == objects_.end()) return Refuse(ERROR_INVALID_HANDLE);
         object = std::move(at->second);
         objects_.erase(at);
         return TRUE;

@@ -33,7 +33,7 @@ public:
     {
         const std::size_t total = fixed_ + tail_.size();
         *needed = static_cast<DWORD>(total);
-        if (!buffer_ || size_ < total) return Fail(ERROR_INSUFFICIENT_BUFFER);
+        if (!buffer_ || size_ < total) return Refuse(ERROR_INSUFFICIENT_BUFFER);
         std::memcpy(buffer_, &record, sizeof record);
         if (!tail_.empty()) std::memcpy(buffer_ + fixed_, tail_.data(), tail_.size());
         return TRUE;
@@ -71,7 +71,7 @@ const MemorySpooler::Printer* LookUp(HANDLE handle)
 {
     const std::shared_ptr<Text> name = OpenPrinters().Get(handle);
     const MemorySpooler::Printer* const printer = name ? TheMemorySpooler().FindPrinter(*name) : nullptr;
-    return printer ? printer : Fail<MemorySpooler::Printer*>(ERROR_INVALID_HANDLE);
+    return printer ? printer : Refuse<MemorySpooler::Printer*>(ERROR_INVALID_HANDLE);
 }
 
 struct StandardForm
@@ -151,7 +151,7 @@ MemorySpooler::Printer* MemorySpooler::FindPrinter(const Text& name)
 
 BOOL WINAPI MemorySpooler::OpenPrinterW(LPWSTR name, LPHANDLE printer, LPPRINTER_DEFAULTSW)
 {
-    if (!name || !TheMemorySpooler().FindPrinter(name)) return Fail(ERROR_INVALID_PRINTER_NAME);
+    if (!name || !TheMemorySpooler().FindPrinter(name)) return Refuse(ERROR_INVALID_PRINTER_NAME);
     *printer = OpenPrinters().Open(std::make_shared<Text>(name));
     return TRUE;
 }
@@ -170,7 +170,7 @@ BOOL WINAPI MemorySpooler::GetPrinterW(HANDLE handle, DWORD level, LPBYTE buffer
         record.dwStatus = printer->status;
         return PackingOf(record, buffer, size).Finish(record, needed);
     }
-    if (level != 2) return Fail(ERROR_INVALID_LEVEL);
+    if (level != 2) return Refuse(ERROR_INVALID_LEVEL);
     PRINTER_INFO_2W record{};
     Packing packing = PackingOf(record, buffer, size);
     packing.Add(record.pPrinterName, printer->name);
@@ -197,8 +197,8 @@ BOOL WINAPI MemorySpooler::GetJobW(HANDLE handle, DWORD id, DWORD level, LPBYTE 
     const Printer* const printer = LookUp(handle);
     if (!printer) return FALSE;
     const auto at = printer->jobs.find(id);
-    if (at == printer->jobs.end()) return Fail(ERROR_INVALID_PARAMETER);
-    if (level != 2) return Fail(ERROR_INVALID_LEVEL);
+    if (at == printer->jobs.end()) return Refuse(ERROR_INVALID_PARAMETER);
+    if (level != 2) return Refuse(ERROR_INVALID_LEVEL);
     const Job& job = at->second;
     JOB_INFO_2W record{};
     Packing packing = PackingOf(record, buffer, size);
@@ -219,8 +219,8 @@ BOOL WINAPI MemorySpooler::GetFormW(HANDLE, LPWSTR name, DWORD level, LPBYTE buf
 {
     const auto& forms = TheMemorySpooler().forms_;
     const auto at = forms.find(name ? name : TEXT(""));
-    if (at == forms.end()) return Fail(ERROR_INVALID_FORM_NAME);
-    if (level != 1) return Fail(ERROR_INVALID_LEVEL);
+    if (at == forms.end()) return Refuse(ERROR_INVALID_FORM_NAME);
+    if (level != 1) return Refuse(ERROR_INVALID_LEVEL);
     FORM_INFO_1W record{};
     Packing packing = PackingOf(record, buffer, size);
     packing.Add(record.pName, at->first);
@@ -237,8 +237,8 @@ BOOL WINAPI MemorySpooler::GetPrinterDriverW(HANDLE handle, LPWSTR, DWORD level,
     if (!printer) return FALSE;
     const auto& drivers = TheMemorySpooler().drivers_;
     const auto at = drivers.find(printer->driverName);
-    if (at == drivers.end()) return Fail(ERROR_UNKNOWN_PRINTER_DRIVER);
-    if (level != 4) return Fail(ERROR_INVALID_LEVEL);
+    if (at == drivers.end()) return Refuse(ERROR_UNKNOWN_PRINTER_DRIVER);
+    if (level != 4) return Refuse(ERROR_INVALID_LEVEL);
     const Driver* const driver = &at->second;
     Text files;
     for (const Text& file : driver->dependentFiles)

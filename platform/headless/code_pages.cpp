@@ -7,9 +7,9 @@
 #include <memory>
 
 #include "platform/code_pages.h"
-#include "platform/handles.h"
+#include "platform/refuse.h"
 
-using tintwerk::Fail;
+using tintwerk::Refuse;
 
 namespace {
 
@@ -37,8 +37,8 @@ template <typename Char> struct Output
 
     int Finish(bool invalid = false) const
     {
-        if (full) return Fail(ERROR_INSUFFICIENT_BUFFER);
-        return invalid ? Fail(ERROR_NO_UNICODE_TRANSLATION) : count;
+        if (full) return Refuse(ERROR_INSUFFICIENT_BUFFER);
+        return invalid ? Refuse(ERROR_NO_UNICODE_TRANSLATION) : count;
     }
 };
 
@@ -155,7 +155,7 @@ iconv_t DescriptorOf(const CodePage& page)
 int FromCodePage(const CodePage& page, const char* text, int bytes, WCHAR* wide, int units, bool strict)
 {
     const iconv_t descriptor = DescriptorOf(page);
-    if (!descriptor) return Fail(ERROR_INVALID_PARAMETER);
+    if (!descriptor) return Refuse(ERROR_INVALID_PARAMETER);
     iconv(descriptor, nullptr, nullptr, nullptr, nullptr);
     Output<WCHAR> output{wide, units};
     bool invalid = false;
@@ -195,8 +195,8 @@ int MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int bytes, LPWS
     const auto* const page = std::ranges::find(kCodePages, codePage, &CodePage::number);
     if (!text || bytes == 0 || units < 0 || (units > 0 && !wide) ||
         (codePage != CP_UTF8 && page == std::end(kCodePages)))
-        return Fail(ERROR_INVALID_PARAMETER);
-    if (flags & ~MB_ERR_INVALID_CHARS) return Fail(ERROR_INVALID_FLAGS);
+        return Refuse(ERROR_INVALID_PARAMETER);
+    if (flags & ~MB_ERR_INVALID_CHARS) return Refuse(ERROR_INVALID_FLAGS);
     const int length = bytes < 0 ? lstrlenA(text) + 1 : bytes;
     return codePage == CP_UTF8 ? FromUtf8(text, length, wide, units, flags)
                                : FromCodePage(*page, text, length, wide, units, flags);
@@ -207,8 +207,8 @@ int WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int units, LPS
 {
     if (!wide || units == 0 || bytes < 0 || (bytes > 0 && !text) ||
         (codePage == CP_UTF8 ? usedDefault != nullptr : codePage != tintwerk::kLatin1CodePage))
-        return Fail(ERROR_INVALID_PARAMETER);
-    if (flags & ~WC_NO_BEST_FIT_CHARS) return Fail(ERROR_INVALID_FLAGS);
+        return Refuse(ERROR_INVALID_PARAMETER);
+    if (flags & ~(codePage == CP_UTF8 ? 0u : WC_NO_BEST_FIT_CHARS)) return Refuse(ERROR_INVALID_FLAGS);
     const int length = units < 0 ? lstrlenW(wide) + 1 : units;
     return codePage == CP_UTF8 ? ToUtf8(wide, length, {text, bytes})
                                : ToLatin1(wide, length, {text, bytes}, usedDefault);

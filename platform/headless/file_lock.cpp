@@ -23,9 +23,11 @@ bool FileLock::Try(const std::string& holder, bool& possible)
         close(file);
         return false;
     }
-    // Without room for the holder's name the lock holds all the same.
+    // Without room for the holder's name the lock holds all the same; half a name is none.
     [[maybe_unused]] const bool told =
-        ftruncate(file, 0) == 0 && write(file, holder.data(), holder.size()) >= 0;
+        ftruncate(file, 0) == 0 &&
+        (write(file, holder.data(), holder.size()) == static_cast<ssize_t>(holder.size()) ||
+         ftruncate(file, 0) == 0);
     handle_ = reinterpret_cast<void*>(static_cast<std::intptr_t>(file) + 1);
     return true;
 }

@@ -14,7 +14,7 @@
 #include "platform/headless/wide.h"
 
 using namespace tintwerk::headless;
-using tintwerk::Fail;
+using tintwerk::Refuse;
 
 namespace tintwerk::headless {
 
@@ -58,7 +58,7 @@ DWORD ErrorOf(int number, const std::string& path)
 
 BOOL Result(int status, const std::string& path)
 {
-    return status == 0 ? TRUE : Fail(ErrorOf(errno, path));
+    return status == 0 ? TRUE : Refuse(ErrorOf(errno, path));
 }
 
 int OpenFlags(DWORD access, DWORD disposition)
@@ -111,7 +111,7 @@ template <typename Buffer, typename Move> BOOL MoveAll(Buffer buffer, DWORD byte
     while (done < bytes) {
         const ssize_t count = move(buffer + done, bytes - done);
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return Fail(ErrorOf(errno, ""));
+        if (count < 0) return Refuse(ErrorOf(errno, ""));
         if (count == 0) break;
         done += static_cast<DWORD>(count);
     }

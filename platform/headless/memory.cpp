@@ -10,7 +10,7 @@
 #include "platform/handles.h"
 #include "platform/headless/hookable.h"
 
-using tintwerk::Fail;
+using tintwerk::Refuse;
 using tintwerk::headless::Hookable;
 
 namespace {
@@ -40,13 +40,13 @@ Heap& ProcessHeap()
 LPVOID AllocateBlock(HANDLE handle, DWORD flags, SIZE_T bytes)
 {
     auto* const heap = static_cast<Heap*>(handle);
-    if (!heap) return Fail<LPVOID>(ERROR_INVALID_HANDLE);
+    if (!heap) return Refuse<LPVOID>(ERROR_INVALID_HANDLE);
     BlockHeader* block = nullptr;
     if (bytes <= kLargestBlock)
         block =
             static_cast<BlockHeader*>(flags & HEAP_ZERO_MEMORY ? std::calloc(1, sizeof(BlockHeader) + bytes)
                                                                : std::malloc(sizeof(BlockHeader) + bytes));
-    if (!block) return Fail<LPVOID>(ERROR_NOT_ENOUGH_MEMORY);
+    if (!block) return Refuse<LPVOID>(ERROR_NOT_ENOUGH_MEMORY);
     block->heap = heap;
     if (heap != &ProcessHeap()) {
         const std::lock_guard lock(heap->mutex);
@@ -60,7 +60,7 @@ BOOL FreeBlock(HANDLE handle, DWORD, LPVOID block)
     if (!block) return TRUE;
     auto* const heap = static_cast<Heap*>(handle);
     BlockHeader* const header = static_cast<BlockHeader*>(block) - 1;
-    if (header->heap != heap) return Fail(ERROR_INVALID_PARAMETER);
+    if (header->heap != heap) return Refuse(ERROR_INVALID_PARAMETER);
     if (heap != &ProcessHeap()) {
         const std::lock_guard lock(heap->mutex);
         heap->blocks.erase(header);
@@ -72,7 +72,7 @@ BOOL FreeBlock(HANDLE handle, DWORD, LPVOID block)
 BOOL DestroyHeap(HANDLE handle)
 {
     auto* heap = static_cast<Heap*>(handle);
-    if (!heap || heap == &ProcessHeap()) return Fail(ERROR_INVALID_HANDLE);
+    if (!heap || heap == &ProcessHeap()) return Refuse(ERROR_INVALID_HANDLE);
     for (BlockHeader* block : heap->blocks)
         std::free(block);
     delete heap;

@@ -11,7 +11,7 @@
 #include "platform/headless/wide.h"
 
 using namespace tintwerk::headless;
-using tintwerk::Fail;
+using tintwerk::Refuse;
 
 namespace {
 
@@ -35,7 +35,7 @@ BOOL SystemVersion(LPOSVERSIONINFOW information)
 {
     if (information->dwOSVersionInfoSize != sizeof(OSVERSIONINFOW) &&
         information->dwOSVersionInfoSize != sizeof(OSVERSIONINFOEXW))
-        return Fail(ERROR_INSUFFICIENT_BUFFER);
+        return Refuse(ERROR_INSUFFICIENT_BUFFER);
     // What a program without a compatibility manifest is told at most.
     information->dwMajorVersion = 6;
     information->dwMinorVersion = 2;
@@ -88,7 +88,7 @@ HMODULE tintwerk::headless::PluginHandle()
 
 HMODULE GetModuleHandleW(LPCWSTR name)
 {
-    return name ? Fail<HMODULE>(ERROR_MOD_NOT_FOUND) : Handle(programModule);
+    return name ? Refuse<HMODULE>(ERROR_MOD_NOT_FOUND) : Handle(programModule);
 }
 
 DWORD GetModuleFileNameW(HMODULE module, LPWSTR path, DWORD size)
@@ -106,7 +106,9 @@ HANDLE CreateActCtxW(PCACTCTXW context)
     return createActivationContext(context);
 }
 
-void ReleaseActCtx(HANDLE) {}
+void ReleaseActCtx(HANDLE)
+{
+}
 
 extern "C" {
 const IID IID_IUnknown{0x00000000, 0x0000, 0x0000, {0xC0, 0, 0, 0, 0, 0, 0, 0x46}};

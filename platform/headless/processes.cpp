@@ -15,7 +15,7 @@
 #include "platform/headless/wide.h"
 
 using namespace tintwerk::headless;
-using tintwerk::Fail;
+using tintwerk::Refuse;
 
 namespace {
 
@@ -105,9 +105,9 @@ BOOL StartProcess(LPCSTR, LPSTR commandLine, LPSECURITY_ATTRIBUTES, LPSECURITY_A
     std::vector<std::string> words = SplitCommandLine(commandLine, native);
     struct stat status;
     if (!native.empty() && (stat(native.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)))
-        return Fail(ERROR_DIRECTORY);
-    if (words.empty()) return Fail(ERROR_FILE_NOT_FOUND);
-    if (Start(words, native) != 0) return Fail(ERROR_ACCESS_DENIED);
+        return Refuse(ERROR_DIRECTORY);
+    if (words.empty()) return Refuse(ERROR_FILE_NOT_FOUND);
+    if (Start(words, native) != 0) return Refuse(ERROR_ACCESS_DENIED);
     *information = {};
     information->hProcess = KernelObjects().Open(std::make_shared<KernelObject>(-1));
     information->hThread = KernelObjects().Open(std::make_shared<KernelObject>(-1));

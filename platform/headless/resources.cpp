@@ -79,9 +79,9 @@ HRSRC FindResourceW(HMODULE, LPCWSTR name, LPCWSTR type)
         if (resource.type == wanted && resource.name == number)
             return reinterpret_cast<HRSRC>(const_cast<Resource*>(&resource));
     }
-    return tintwerk::Fail<HRSRC>(typeFound                     ? ERROR_RESOURCE_NAME_NOT_FOUND
-                                 : EmbeddedResources().empty() ? ERROR_RESOURCE_DATA_NOT_FOUND
-                                                               : ERROR_RESOURCE_TYPE_NOT_FOUND);
+    return tintwerk::Refuse<HRSRC>(typeFound                     ? ERROR_RESOURCE_NAME_NOT_FOUND
+                                   : EmbeddedResources().empty() ? ERROR_RESOURCE_DATA_NOT_FOUND
+                                                                 : ERROR_RESOURCE_TYPE_NOT_FOUND);
 }
 
 HGLOBAL LoadResource(HMODULE, HRSRC resource)

@@ -5,7 +5,7 @@
 #include <string>
 #include <type_traits>
 
-#include "platform/handles.h"
+#include "platform/refuse.h"
 
 namespace {
 
@@ -80,7 +80,7 @@ LPWSTR lstrcpyW(LPWSTR destination, LPCWSTR source)
 
 int CompareStringOrdinal(LPCWSTR a, int lengthA, LPCWSTR b, int lengthB, BOOL ignoreCase)
 {
-    if (!a || !b) return tintwerk::Fail(ERROR_INVALID_PARAMETER);
+    if (!a || !b) return tintwerk::Refuse(ERROR_INVALID_PARAMETER);
     const int leftLength = lengthA < 0 ? lstrlenW(a) : lengthA;
     const int rightLength = lengthB < 0 ? lstrlenW(b) : lengthB;
     for (int i = 0; i < std::min(leftLength, rightLength); ++i) {

@@ -69,9 +69,9 @@ HWND WINAPI MakeWindow(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD sty
                        int height, HWND parent, HMENU menuOrId, HINSTANCE module, LPVOID parameter)
 {
     const WindowClass* const windowClass = className ? FindClass(className) : nullptr;
-    if (!windowClass) return Fail<HWND>(ERROR_CANNOT_FIND_WND_CLASS);
+    if (!windowClass) return Refuse<HWND>(ERROR_CANNOT_FIND_WND_CLASS);
     const bool child = (style & (WS_CHILD | WS_POPUP)) == WS_CHILD;
-    if (child && !parent) return Fail<HWND>(ERROR_TLW_WITH_WSCHILD);
+    if (child && !parent) return Refuse<HWND>(ERROR_TLW_WITH_WSCHILD);
     Window* const relative = parent ? Find(parent) : nullptr;
     if (parent && !relative) return nullptr;
 
@@ -110,7 +110,7 @@ Hookable<MakeWindow> createWindow{"CreateWindowExW"};
 } // namespace tintwerk::headless
 
 using namespace tintwerk::headless;
-using tintwerk::Fail;
+using tintwerk::Refuse;
 
 HWND WINAPI CreateWindowExW(DWORD exStyle, LPCWSTR className, LPCWSTR text, DWORD style, int x, int y,
                             int width, int height, HWND parent, HMENU menuOrId, HINSTANCE module,
@@ -173,7 +173,7 @@ HWND WINAPI GetDlgItem(HWND dialog, int id)
     for (const Window* child : window->children) {
         if (static_cast<int>(child->id) == id) return child->handle;
     }
-    return Fail<HWND>(ERROR_CONTROL_ID_NOT_FOUND);
+    return Refuse<HWND>(ERROR_CONTROL_ID_NOT_FOUND);
 }
 
 int WINAPI GetDlgCtrlID(HWND handle)

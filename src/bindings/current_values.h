@@ -27,11 +27,10 @@ struct CurrentValues
     std::array<SharedValue<int>, kCheckBoxRows> checkBoxes{}; // kCheckBoxMissing, 0 off, any other value on
 };
 
-inline constinit CurrentValues currentValues{};
-
 inline CurrentValues& Current()
 {
-    return currentValues;
+    static constinit CurrentValues values{};
+    return values;
 }
 
 } // namespace tintwerk

@@ -26,7 +26,7 @@ namespace tintwerk {
 
 namespace {
 
-constexpr DWORD kColourPages = kColorPage | kCorrectionPage | kInkControlPage;
+constexpr DWORD kPagesScreenPrintingDisables = kColorPage | kCorrectionPage | kInkControlPage;
 
 int Value(CheckBoxRow row)
 {
@@ -243,7 +243,7 @@ int MyEmbedControls(DWORD pageBits, SheetContext& context, HWND window)
     }
     if (has(kScreenPrintingPage)) EmbedScreenPrinting(context, window);
     if (has(kInkControlPage)) EmbedInkControl(context, window);
-    if (has(kColourPages)) FollowScreenPrinting(context, window);
+    if (has(kPagesScreenPrintingDisables)) FollowScreenPrinting(context, window);
     ShowFormSize(context);
     return 0;
 }

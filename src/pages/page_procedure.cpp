@@ -32,7 +32,7 @@ namespace {
 constexpr size_t kLogoPathBytes =
     std::size_t{2} * kRegistryTextBytes + sizeof "\\oem\\"; // whatever the lengths
 constexpr size_t kLogoNames = 250;                          // directory and file name together stay below
-constexpr WPARAM kColourPagesOfSheet[] = {2, 3, 5};         // colours, correction, ink control
+constexpr WPARAM kSheetPagesScreenPrintingDisables[] = {2, 3, 5}; // colours, correction, ink control
 
 // A document page and what it stands for; what is missing makes it no page.
 struct DocumentPage
@@ -116,7 +116,7 @@ void SwitchScreenPrinting(const DocumentPage& page)
     const HWND checkBox = context.checkBoxes.windows[kCheckScreenPrinting];
     if (!checkBox) return;
     const bool on = IsChecked(checkBox);
-    for (const WPARAM index : kColourPagesOfSheet)
+    for (const WPARAM index : kSheetPagesScreenPrintingDisables)
         EnableChildren(reinterpret_cast<HWND>(SendMessageW(page.Sheet(), PSM_INDEXTOHWND, index, 0)), !on);
     if (!on) UpdateMediaModeControls(context, 0);
 }

@@ -32,11 +32,10 @@ struct ProcessValues
         kNoActivationContext; // made at the first page creation and kept
 };
 
-inline constinit ProcessValues processValues{};
-
 inline ProcessValues& Process()
 {
-    return processValues;
+    static constinit ProcessValues values{};
+    return values;
 }
 
 } // namespace tintwerk

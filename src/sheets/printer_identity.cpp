@@ -56,8 +56,9 @@ int ReadPrinterNumber(const SheetRecord& record)
     };
     const SpoolerRecord<PRINTER_INFO_2W> printer(ask, record.parameters->hOEMHeap);
     if (printer) return NumberOfDriver(printer.Text(printer->pDriverName));
-    if (needed && !block) Trace(TEXT("pPrinterInfo2 is 0\n"));
-    if (needed) Trace(TEXT("GetPrinter2 failed - cbNeeded=%d\n"), static_cast<int>(needed));
+    if (!needed && !block) return kUnknownPrinterNumber;
+    if (!block) Trace(TEXT("pPrinterInfo2 is 0\n"));
+    Trace(TEXT("GetPrinter2 failed - cbNeeded=%d\n"), static_cast<int>(needed));
     return kUnknownPrinterNumber;
 }
 

@@ -21,7 +21,7 @@ inline int TraceNumber(const void* address)
     return static_cast<int>(reinterpret_cast<INT_PTR>(address));
 }
 
-// A missing text is an empty one: the trace and the windows take no null.
+// The text, or an empty one for none.
 constexpr const char* OrEmpty(const char* text)
 {
     return text ? text : "";

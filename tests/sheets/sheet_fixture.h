@@ -23,7 +23,7 @@ namespace tintwerk {
 struct TestSpooler
 {
     inline static Text driverName;
-    inline static bool sizeOnly; // tells the size and then refuses
+    inline static bool sizeOnly; // tells the size, and then refuses and tells none
     inline static DWORD told;    // a size that is told instead of the true one; 0 for none
 
     TestSpooler() { ReplaceFunction("GetPrinterW", &Answer); }
@@ -34,7 +34,8 @@ struct TestSpooler
         const SIZE_T nameBytes = (driverName.size() + 1) * sizeof(WCHAR);
         *needed = told ? told : static_cast<DWORD>(sizeof(PRINTER_INFO_2W) + nameBytes);
         if (!printer || level != 2) *needed = 0;
-        if (*needed == 0 || size < *needed || sizeOnly) return FALSE;
+        if (*needed == 0 || size < *needed) return FALSE;
+        if (sizeOnly) return *needed = 0;
         auto* const information = reinterpret_cast<PRINTER_INFO_2W*>(buffer);
         *information = {};
         information->pDriverName = reinterpret_cast<LPWSTR>(information + 1);

@@ -27,9 +27,10 @@ _tintwerk_feature_options() { # PPD FEATURE: the options of a feature
 # Answers with the words that may follow; the files among them come from bash itself.
 _tintwerk() {
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command=${COMP_WORDS[1]} words='' ppd='' i
+    local commands='preferences properties print features ink devmode check diff'
     COMPREPLY=()
     if [ "$COMP_CWORD" -eq 1 ]; then
-        words='preferences properties print features ink devmode check diff --help --version'
+        words="$commands help --help --version"
         mapfile -t COMPREPLY < <(compgen -W "$words" -- "$current")
         return
     fi
@@ -70,6 +71,7 @@ _tintwerk() {
     --printer | --driver | --gui-mode | --windows-version | --custom-size | --press | --pace | --time-limit | --document | --job | --server)
         return
         ;;
+    help) words=$commands ;;
     *)
         if [[ $current == -* ]]; then
             words="$(_tintwerk_options "$command") --help"

@@ -162,7 +162,10 @@ int RunCheck(const Arguments& arguments, Output& output)
     const RuleChoice choice = ChosenRules(arguments);
     const std::vector<std::string> files = PpdOperands(arguments, "check");
     std::optional<ProductValue> config; // the rules need none
-    if (arguments.Has("pages")) UseConfigDirectory(config, arguments, std::filesystem::temp_directory_path());
+    if (arguments.Has("pages"))
+        UseConfigDirectory(config, arguments, std::filesystem::temp_directory_path());
+    else if (arguments.Has("config-dir"))
+        Misused("--config-dir: goes with --pages");
     CheckReport report(StyleOf(arguments, output));
     output.out << report.Begin();
     CheckFiles(files, choice, arguments.Has("pages"), report, output);
@@ -186,7 +189,9 @@ Command CheckCommand()
          {"quiet", "", "tells only what fails the check, and no summary"},
          {"rules", "", "lists the rules with their codes"},
          {"only", "CODE", "applies this rule alone; may be given again, or with commas"},
-         {"ignore", "CODE", "leaves this rule out; may be given again, or with commas"},
+         {"ignore", "CODE",
+          "leaves this rule out; may be given again, or with commas\n(a file that cannot be read is always "
+          "told)"},
          {"pages", "",
           "opens the pages of each PPD, applies them without a change, and tells\nwhat does not stay as "
           "it was"},

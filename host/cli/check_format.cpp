@@ -97,8 +97,9 @@ void CheckRepeated(PpdCheck& check)
 {
     KeywordTable first;
     const std::span<const PpdStatement> statements = check.ppd.Statements();
-    // Without texts, the feature of an order, and what makers remark behind a value.
+    // Without texts, the feature of an order, and what makers remark behind a value; code counts as a whole.
     const auto meaning = [](const PpdStatement& each) {
+        if (each.keyword == K::SymbolValue || each.keyword == K::CustomPageSize) return Trim(each.value);
         return WithoutText(each.quoted ? each.value : each.value.substr(0, each.value.find('*')));
     };
     for (std::size_t i = 0; i < statements.size(); ++i) {
@@ -115,12 +116,14 @@ void CheckRepeated(PpdCheck& check)
         const std::size_t at = first.Insert(key, i, static_cast<std::size_t>(keyword));
         const PpdStatement& before = statements[at];
         if (at == i || meaning(before) == meaning(statement)) continue;
+        const std::string_view value = Trim(before.value);
         const PpdMessage counts = check.ppd.At(before.at, {});
         if (counts.file == check.ppd.At(statement.at, {}).file)
             check.Tell("keyword-twice", statement, keyword == K::Default ? "*Default" : "*", statement.main,
                        sized ? " " : "", sized ? statement.option : "",
-                       " again with another value; the first one, ", Quoted(Trim(before.value)), " at line ",
-                       counts.line, ", counts");
+                       " again with another value; the first one, ",
+                       Quoted(value.substr(0, std::min<std::size_t>(value.find_first_of("\r\n"), 40))),
+                       " at line ", counts.line, ", counts");
     }
 }
 
@@ -172,7 +175,8 @@ namespace {
 bool HasForeignBytes(const std::string& bytes, PpdEncoding encoding)
 {
     if (encoding == PpdEncoding::Utf8) return !IsUtf8(bytes);
-    if (encoding > PpdEncoding::Utf8) return !DecodePpdText(bytes, encoding);
+    if (encoding > PpdEncoding::Utf8) // of which the platform may have none: two bytes that each has tell
+        return !DecodePpdText(bytes, encoding) && DecodePpdText("\xB0\xA1", encoding);
     const bool isoLatin = encoding >= PpdEncoding::IsoLatin1 && encoding <= PpdEncoding::IsoLatin5;
     constexpr std::string_view kNotWindows = "\x81\x8D\x8F\x90\x9D";
     return std::ranges::any_of(bytes, [&](char c) {
@@ -326,6 +330,7 @@ void CheckForm(PpdCheck& check, const PpdStatement& statement)
 {
     const auto form = std::ranges::find(kForms, statement.main, &ValueForm::keyword);
     if (form == std::end(kForms) || !statement.hasValue) return;
+    if (form->required && Trim(statement.value).empty()) return; // told as missing
     if (form->quoted && !statement.quoted)
         check.Tell("value-quotes", statement, "the value ", Quoted(statement.value), " expected in quotes");
     std::string_view value = statement.value, words = form->words;
@@ -337,14 +342,14 @@ void CheckForm(PpdCheck& check, const PpdStatement& statement)
 void CheckAbout(PpdCheck& check, const PpdStatement& statement)
 {
     const std::string_view value = Trim(statement.value);
+    if (value.empty()) return;
     const std::size_t dot = value.find('.');
     if (statement.main == "PCFileName" &&
         (dot == 0 || dot > 8 || !EqualIgnoringCase(value.substr(dot), ".ppd") ||
          value.find(' ') != value.npos))
         check.Tell("file-name", statement, Quoted(value),
                    " is not of the form NAME.PPD with at most 8 characters before the dot");
-    if (statement.main == "Product" && statement.hasValue &&
-        !(value.starts_with('(') && value.ends_with(')')))
+    if (statement.main == "Product" && statement.quoted && !(value.starts_with('(') && value.ends_with(')')))
         check.Tell("product-form", statement, Quoted(statement.value),
                    " expected in parentheses, as the interpreter answers it");
 }

@@ -80,9 +80,15 @@ void CheckArea(PpdCheck& check, const SizeParts& parts)
 void CheckSizes(PpdCheck& check)
 {
     const PpdFeature *const sizes = check.ppd.Find("PageSize"), *const regions = check.ppd.Find("PageRegion");
-    if (!sizes)
-        return check.Tell("page-size-missing", Place(),
-                          "there is no \"*OpenUI *PageSize\": the pages offer no paper");
+    if (!sizes) {
+        const bool opened = std::ranges::any_of(check.ppd.Statements(), [](const PpdStatement& each) {
+            return each.keyword == PpdKeyword::OpenUI && Place(each).feature == "PageSize";
+        });
+        if (!opened) // it may be told as one without options
+            check.Tell("page-size-missing", Place(),
+                       "there is no \"*OpenUI *PageSize\": the pages offer no paper");
+        return;
+    }
     const std::string_view size = sizes->options[sizes->defaultOption].keyword;
     const std::string_view region = regions ? regions->options[regions->defaultOption].keyword : size;
     if (!regions)
@@ -127,6 +133,7 @@ std::string_view UnitOf(const PpdStatement& limit)
 
 void CheckCustomSize(PpdCheck& check)
 {
+    if (!check.ppd.Find("PageSize")) return;
     if (!check.ppd.CustomSize()) {
         const auto limit = std::ranges::find(check.ppd.Statements(), PpdKeyword::ParamCustomPageSize,
                                              &PpdStatement::keyword);

@@ -3,7 +3,6 @@
 #include <array>
 #include <cstring>
 #include <fstream>
-#include <list>
 #include <optional>
 #include <ostream>
 
@@ -132,13 +131,14 @@ private:
     // With --probe-server the product's registry values name a server that tells of its start.
     void RegisterServer()
     {
-        const std::pair<const char*, const char*> given[] = {{"install-dir", kInstallDirValue},
-                                                             {"server", kPrintServerValue}};
-        for (const auto& [option, name] : given)
-            if (arguments_.Has(option)) registered_.emplace_back(name, arguments_.Value(option));
-        if (!arguments_.Has("probe-server")) return;
-        registered_.emplace_front(kInstallDirValue, Utf8FromWide(ProgramFolder()));
-        registered_.emplace_front(kPrintServerValue, "tintwerk-print-server -job");
+        const bool probes = arguments_.Has("probe-server");
+        if (probes || arguments_.Has("install-dir"))
+            installDir_.emplace(kInstallDirValue,
+                                probes ? Utf8FromWide(ProgramFolder()) : arguments_.Value("install-dir"));
+        if (probes || arguments_.Has("server"))
+            server_.emplace(kPrintServerValue,
+                            probes ? "tintwerk-print-server -job" : arguments_.Value("server"));
+        if (!probes) return;
         serverLog_ = std::filesystem::absolute(printer_.StoreFile().parent_path()) / "print-server.log";
         std::error_code ignored;
         std::filesystem::create_directories(serverLog_.parent_path(), ignored);
@@ -199,7 +199,7 @@ private:
     DWORD job_;
     PrinterRun printer_;
     PluginSession& session_;
-    std::list<ProductValue> registered_; // go from the first to the last
+    std::optional<ProductValue> installDir_, server_;
     std::filesystem::path serverLog_;
     std::size_t logged_ = 0;
     std::vector<std::string> lines_;

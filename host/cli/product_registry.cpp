@@ -1,6 +1,8 @@
 #include "host/cli/product_registry.h"
 
 #include <algorithm>
+#include <mutex>
+#include <vector>
 
 #include "host/ppd/wide_text.h"
 #include "platform/owners.h"
@@ -20,10 +22,39 @@ std::string AbsolutePath(const std::filesystem::path& path)
     return text;
 }
 
-LSTATUS WriteText(HKEY key, const char* name, const std::string& value)
+// Those that are to be put back, the oldest first.
+struct LiveValues
 {
-    return RegSetValueExA(key, name, 0, REG_SZ, reinterpret_cast<const BYTE*>(value.c_str()),
-                          static_cast<DWORD>(value.size() + 1));
+    std::mutex mutex;
+    std::vector<const ProductValue*> values;
+};
+
+LiveValues& TheLiveValues()
+{
+    static LiveValues live;
+    return live;
+}
+
+std::optional<ProductValue::Content> Read(const RegistryKey& key, const char* name)
+{
+    ProductValue::Content content;
+    DWORD type = 0, size = 0;
+    if (RegQueryValueExA(key.Get(), name, nullptr, &type, nullptr, &size) != ERROR_SUCCESS)
+        return std::nullopt;
+    content.bytes.resize(size);
+    if (RegQueryValueExA(key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(content.bytes.data()),
+                         &size) != ERROR_SUCCESS)
+        return std::nullopt;
+    content.bytes.resize(size);
+    content.type = type;
+    return content;
+}
+
+bool Write(const RegistryKey& key, const char* name, const ProductValue::Content& content)
+{
+    return RegSetValueExA(key.Get(), name, 0, content.type,
+                          reinterpret_cast<const BYTE*>(content.bytes.c_str()),
+                          static_cast<DWORD>(content.bytes.size())) == ERROR_SUCCESS;
 }
 
 RegistryKey OpenForWriting()
@@ -42,25 +73,37 @@ ProductValue::ProductValue(const char* name, const std::string& value) : name_(n
         Misused(std::string(name) + ": at most " + std::to_string(kRegistryTextBytes - 2) +
                 " bytes are accepted, these are " + std::to_string(value.size()));
     const RegistryKey key = OpenForWriting();
-    char before[0x4000];
-    DWORD type = 0, size = sizeof before - 1;
-    const LSTATUS read =
-        RegQueryValueExA(key.Get(), name, nullptr, &type, reinterpret_cast<BYTE*>(before), &size);
-    if (read == ERROR_SUCCESS && type == REG_SZ) {
-        before[size] = '\0';
-        before_ = before;
-    } else if (read == ERROR_SUCCESS || read == ERROR_MORE_DATA) {
-        Fail(std::string(name) + ": the registry holds something else than a text there, which stays");
-    }
-    if (WriteText(key.Get(), name, value) != ERROR_SUCCESS)
+    before_ = Read(key, name);
+    if (!Write(key, name, {REG_SZ, {value.c_str(), value.size() + 1}}))
         Fail(std::string(name) + " cannot be written to the registry");
+    written_ = Read(key, name); // the platform may keep it otherwise
+    LiveValues& live = TheLiveValues();
+    const std::lock_guard lock(live.mutex);
+    live.values.push_back(this);
 }
 
 ProductValue::~ProductValue()
 {
+    LiveValues& live = TheLiveValues();
+    const std::lock_guard lock(live.mutex);
+    if (std::erase(live.values, this)) PutBack();
+}
+
+void ProductValue::PutAllBack()
+{
+    LiveValues& live = TheLiveValues();
+    const std::lock_guard lock(live.mutex);
+    for (; !live.values.empty(); live.values.pop_back())
+        live.values.back()->PutBack();
+}
+
+// What another run wrote meanwhile is that one's to put back.
+void ProductValue::PutBack() const
+{
     const RegistryKey key = OpenForWriting();
+    if (Read(key, name_) != written_) return;
     if (before_)
-        WriteText(key.Get(), name_, *before_);
+        Write(key, name_, *before_);
     else
         RegDeleteValueA(key.Get(), name_);
 }

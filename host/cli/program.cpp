@@ -24,7 +24,7 @@ void PrintOverview(std::ostream& out, std::span<const Command> commands)
         line.resize(15, ' ');
         out << line << command.summary << "\n";
     }
-    out << "\ntintwerk COMMAND --help explains a command; --version tells the version.\n"
+    out << "\ntintwerk help COMMAND explains a command; --version tells the version.\n"
            "Exit status: 0 all went well, 1 the run failed, 2 the command line makes no sense.\n";
 }
 

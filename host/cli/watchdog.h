@@ -11,6 +11,7 @@
 #include <thread>
 
 #include "host/cli/arguments.h"
+#include "host/cli/product_registry.h"
 
 namespace tintwerk {
 
@@ -26,6 +27,7 @@ public:
               if (stop.stop_requested()) return;
               std::fprintf(stderr, "tintwerk: %s\n", message.c_str());
               std::fflush(stderr);
+              ProductValue::PutAllBack();
               std::_Exit(kExitFailed);
           })
     {

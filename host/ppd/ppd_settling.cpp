@@ -80,6 +80,7 @@ private:
 
     void ResolveSymbol(PpdOption& option)
     {
+        if (!option.value.starts_with('^')) return;
         const auto symbol = draft_.symbols.find(option.value);
         if (symbol != draft_.symbols.end()) option.value = symbol->second;
     }

@@ -85,9 +85,12 @@ const struct Fault
     {"line-length", "*FreeVM: \"67108864\"", "*FreeVM: \"" + kLong + "\""},
     {"required-missing", "*FileVersion: \"5.0\"", "", "*PPD-Adobe"},
     {"required-missing", "*ModelName: \"Tintwerk X12\"", "*ModelName: \"\""},
+    {"required-missing", "*PCFileName: \"TWX12.PPD\"", "*PCFileName: \"\""},
+    {"required-missing", "*FormatVersion: \"4.3\"", "*FormatVersion:"},
     {"encoding-missing", "*LanguageEncoding: ISOLatin1", "", "*PPD-Adobe"},
     {"encoding-unknown", "*LanguageEncoding: ISOLatin1", "*LanguageEncoding: ISOLatin77"},
     {"value-quotes", "*NickName: \"Tintwerk X12 0012\"", "*NickName: Tintwerk X12 0012"},
+    {"value-quotes", "*Product: \"(Tintwerk X12)\"", "*Product: Tintwerk X12"},
     {"value-quotes", "*PaperDimension A2/A2: \"1191 1684\"", "*PaperDimension A2/A2: 1191 1684"},
     {"value-quotes", "*ImageableArea A2/A2: \"9 9 1182 1675\"", "*ImageableArea A2/A2: 9 9 1182 1675"},
     {"value-unknown", "*ColorDevice: True", "*ColorDevice: Yes"},
@@ -98,6 +101,7 @@ const struct Fault
     {"keyword-twice", "*NickName: \"Tintwerk X12 0012\"", "+*NickName: \"Tintwerk X13 0013\"", "*NickName: \"Tintwerk X13"},
     {"keyword-twice", "*FreeVM: \"67108864\"", "+*FreeVM: \"1\"", "*FreeVM: \"1\""},
     {"keyword-twice", "*ParamCustomPageSize Width: 1 points 144 1728", "+*ParamCustomPageSize Width: 1 points 144 999", "*ParamCustomPageSize Width: 1 points 144 999"},
+    {"keyword-twice", "*CustomPageSize True: \"pop pop pop <</PageSize[5 -2 roll]/ImagingBBox null>>setpagedevice\"", "+*CustomPageSize True: \"pop pop pop <</PageSize[5 -2 roll]/ImagingBBox 1>>setpagedevice\"", "*CustomPageSize True: \"pop pop pop <</PageSize[5 -2 roll]/ImagingBBox 1"},
     {"keyword-twice", "*DefaultMediaType: Gloss6", "+*DefaultMediaType: Plain0", "*DefaultMediaType: Plain0"},
     {"keyword-twice", "*PaperDimension A2/A2: \"1191 1684\"", "+*PaperDimension A2/A2: \"1191 1700\"", "*PaperDimension A2/A2: \"1191 1700"},
     {"keyword-twice", "*OrderDependency: 17 AnySetup *OutputBin", "+*OrderDependency: 18 AnySetup *OutputBin", nullptr},
@@ -207,6 +211,11 @@ TEST(PpdCheck, TellsEveryFaultOnceAtItsLineWithItsCode)
     EXPECT_THAT(Told(sample + "*UIConstraints: *InputSlot Roll1 *CustomPageSize\n", notes, false),
                 testing::IsEmpty())
         << "a size of the user's own is not every size";
+    EXPECT_THAT(
+        Told(kHead + std::string("*OpenUI *PageSize: PickOne\n*CloseUI: *PageSize\n*CustomPageSize True: "
+                                 "\"\"\n*ParamCustomPageSize Width: 1 points 1 2\n"),
+             notes, false),
+        testing::ElementsAre("13 no-options"));
     std::string many = sample;
     for (int i = 0; i < 600; ++i)
         many += "*UIConstraints: *InputSlot Roll1 *InputSlot Roll2\n";

@@ -15,9 +15,11 @@
 #include <map>
 #include <regex>
 #include <set>
+#include <span>
 
 #include "host/cli/json.h"
 #include "host/cli/product_registry.h"
+#include "platform/owners.h"
 #include "src/config/registry_values.h"
 #include "src/records/process_values.h"
 
@@ -110,17 +112,41 @@ TEST_F(Commands, StartTheRegisteredPrintServerInItsFolder)
 
 TEST_F(Commands, LeaveTheRegistryAsItWas)
 {
-    const ProductValue before(kConfigDirValue, "before");
-    for (const char* command : {"preferences", "print"})
-        EXPECT_EQ(
-            0,
-            RunTintwerk({command, "--ppd", "tintwerk-lite.ppd", "--config-dir", "config", "--json"}).status);
-    char now[kRegistryTextBytes];
-    ASSERT_EQ(0, ReadConfigDir(now));
-    EXPECT_STREQ("before", now);
-    const int installed = ReadRegistryString(kInstallDirValue, now);
-    RunTintwerk({"print", "--ppd", "tintwerk-lite.ppd", "--install-dir", "other", "--probe-server"});
-    EXPECT_EQ(installed, ReadRegistryString(kInstallDirValue, now));
+    const auto text = [](const char* name) {
+        char now[kRegistryTextBytes] = "";
+        ReadRegistryString(name, now);
+        return std::string(now);
+    };
+    RegistryKey key;
+    RegCreateKeyExA(HKEY_LOCAL_MACHINE, kRegistryKey, 0, nullptr, 0, KEY_ALL_ACCESS | KEY_WOW64_64KEY,
+                    nullptr, key.Receive(), nullptr);
+    const BYTE bytes[] = {1, 0, 2};
+    RegSetValueExA(key.Get(), kInstallDirValue, 0, REG_BINARY, bytes, sizeof bytes);
+    const std::string atFirst = text(kConfigDirValue);
+    const ProductValue before(kConfigDirValue, "before"), server(kPrintServerValue, "server");
+    const std::vector<std::string> runs[] = {{"preferences", "--config-dir", "config", "--json"},
+                                             {"print", "--config-dir", "config", "--json"},
+                                             {"print", "--install-dir", "other", "--probe-server"}};
+    for (std::vector<std::string> run : runs) {
+        run.insert(run.end(), {"--ppd", "tintwerk-lite.ppd"});
+        EXPECT_EQ(0, RunTintwerk(run).status);
+    }
+    EXPECT_EQ("before", text(kConfigDirValue));
+    EXPECT_EQ("server", text(kPrintServerValue));
+    BYTE now[4];
+    DWORD type = 0, size = sizeof now;
+    RegQueryValueExA(key.Get(), kInstallDirValue, nullptr, &type, now, &size);
+    EXPECT_EQ(REG_BINARY, type);
+    EXPECT_THAT(std::span(now, size), testing::ElementsAreArray(bytes));
+
+    std::optional<ProductValue> run(std::in_place, kInstallDirValue, "run");
+    const ProductValue meanwhile(kInstallDirValue, "meanwhile"), again(kConfigDirValue, "again");
+    run.reset();
+    EXPECT_EQ("meanwhile", text(kInstallDirValue)) << "which is of another run";
+    ProductValue::PutAllBack();
+    EXPECT_EQ("run", text(kInstallDirValue));
+    EXPECT_EQ(atFirst, text(kConfigDirValue));
+    RegDeleteValueA(key.Get(), kInstallDirValue);
 }
 
 using OptionsOfCommands = std::map<std::string, std::set<std::string>>;
@@ -157,6 +183,7 @@ TEST(CommandLine, ManualPageAndCompletionNameTheOptionsOfTheHelp)
         help += RunTintwerk({command, "--help"}).out;
     const OptionsOfCommands options = Options(help, "^Usage: tintwerk ([a-z]+)", "^  --([a-z-]+)");
     EXPECT_EQ(8u, options.size());
+    EXPECT_EQ(RunTintwerk({"check", "--help"}).out, RunTintwerk({"help", "check"}).out);
     EXPECT_THAT(RunTintwerk({}).err,
                 testing::EndsWith("\nExit status: 0 all went well, 1 the run failed, 2 the "
                                   "command line makes no sense.\n"));

@@ -120,13 +120,14 @@ TEST(PpdReader, ReadsCodes)
     const PpdResult result =
         Read("*SymbolValue ^Long: \"a code\nof two lines\"\n*SymbolEnd\n"
              "*OpenUI *Feed: Boolean\n*Feed True/On: \"\n  << /Feed true >>\n  run\"\n*End\n"
-             "*Feed False: ^Long\n*?Feed: \"(unknown) =\"\n*CloseUI: *Feed\n"
+             "*Feed False: ^Long\n*SymbolValue Long: \"none\"\n*Feed Unknown: \"Long\"\n*?Feed: \"(unknown) =\"\n*CloseUI: *Feed\n"
              "*JCLOpenUI *Mode: PickOne\n*Mode A: \"@PJL SET MODE=A<0A>\"\n"
              "*JCLCloseUI: *Mode\n");
     ASSERT_TRUE(result) << result.error.Full();
     EXPECT_THAT(Warnings(result), IsEmpty());
     EXPECT_EQ("\n  << /Feed true >>\n  run", result.ppd->Find("Feed")->options[0].value);
     EXPECT_EQ("a code\nof two lines", result.ppd->Find("Feed")->options[1].value);
+    EXPECT_EQ("Long", result.ppd->Find("Feed")->options[2].value);
     EXPECT_EQ("@PJL SET MODE=A\n", result.ppd->Find("Mode")->options[0].value);
     EXPECT_EQ(nullptr, result.ppd->Find("*Feed"));
 }

@@ -136,7 +136,7 @@ TEST_F(Commands, LeaveTheRegistryAsItWas)
     BYTE now[4];
     DWORD type = 0, size = sizeof now;
     RegQueryValueExA(key.Get(), kInstallDirValue, nullptr, &type, now, &size);
-    EXPECT_EQ(REG_BINARY, type);
+    EXPECT_EQ(DWORD{REG_BINARY}, type);
     EXPECT_THAT(std::span(now, size), testing::ElementsAreArray(bytes));
 
     std::optional<ProductValue> run(std::in_place, kInstallDirValue, "run");

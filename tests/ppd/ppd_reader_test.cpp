@@ -120,7 +120,8 @@ TEST(PpdReader, ReadsCodes)
     const PpdResult result =
         Read("*SymbolValue ^Long: \"a code\nof two lines\"\n*SymbolEnd\n"
              "*OpenUI *Feed: Boolean\n*Feed True/On: \"\n  << /Feed true >>\n  run\"\n*End\n"
-             "*Feed False: ^Long\n*SymbolValue Long: \"none\"\n*Feed Unknown: \"Long\"\n*?Feed: \"(unknown) =\"\n*CloseUI: *Feed\n"
+             "*Feed False: ^Long\n*SymbolValue Long: \"none\"\n*Feed Unknown: \"Long\"\n*?Feed: \"(unknown) "
+             "=\"\n*CloseUI: *Feed\n"
              "*JCLOpenUI *Mode: PickOne\n*Mode A: \"@PJL SET MODE=A<0A>\"\n"
              "*JCLCloseUI: *Mode\n");
     ASSERT_TRUE(result) << result.error.Full();

@@ -7,7 +7,7 @@
 #include "src/ink/bar_value.h"
 #include "src/pages/consumption_tabs.h"
 #include "src/resources/control_ids.h"
-#include "tests/pages/open_sheet.h"
+#include "tests/pages/page_test.h"
 
 namespace tintwerk {
 namespace {

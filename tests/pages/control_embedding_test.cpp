@@ -11,7 +11,7 @@
 #include "src/bindings/number_fields.h"
 #include "src/pages/page_controls.h"
 #include "src/pages/slider_controls.h"
-#include "tests/pages/open_sheet.h"
+#include "tests/pages/page_test.h"
 #include "tests/support/temp_file.h"
 #include "tests/support/testing.h"
 

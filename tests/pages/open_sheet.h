@@ -2,8 +2,6 @@
 // the core driver notice of it.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <memory>
 #include <string>
@@ -195,19 +193,6 @@ private:
     HANDLE heap = HeapCreate(0, 0, 0);
     std::unique_ptr<OptionTable> options = std::make_unique<OptionTable>();
     bool read = false;
-};
-
-class PageTest : public testing::Test
-{
-protected:
-    // The first of these lines that the trace lacks since the last call.
-    std::string Missing(const std::vector<std::string>& expected)
-    {
-        return MissingLine(trace.Take(), expected);
-    }
-
-    DebugLines trace;
-    OpenSheet sheet;
 };
 
 } // namespace tintwerk

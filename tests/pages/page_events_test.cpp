@@ -9,7 +9,7 @@
 #include "src/bindings/sliders.h"
 #include "src/features/constraints.h"
 #include "src/features/popup_filling.h"
-#include "tests/pages/open_sheet.h"
+#include "tests/pages/page_test.h"
 #include "tests/support/message_boxes.h"
 #include "tests/support/temp_file.h"
 

@@ -10,7 +10,7 @@
 #include "src/pages/consumption_tabs.h"
 #include "src/pages/page_centring.h"
 #include "src/resources/control_ids.h"
-#include "tests/pages/open_sheet.h"
+#include "tests/pages/page_test.h"
 #include "tests/support/installed_value.h"
 #include "tests/support/temp_file.h"
 

@@ -31,6 +31,5 @@ function(tintwerk_product_code target)
     elseif(WIN32)
         target_compile_options(${target} PRIVATE -fstack-protector-strong -g -ffile-prefix-map=${CMAKE_SOURCE_DIR}=.
                                -ffile-prefix-map=${CMAKE_BINARY_DIR}=build)
-        target_link_libraries(${target} PUBLIC ssp)
     endif()
 endfunction()

@@ -16,7 +16,7 @@
 namespace tintwerk {
 namespace {
 
-constexpr int kRounds = 12;
+constexpr int kRounds = 6, kThreadsOfAKind = 2;
 DWORD job = 7;
 
 // One property sheet of the plug-in object with all its tabbed pages as windows.
@@ -179,13 +179,14 @@ TEST_F(Threads, OpenSheetsInBothLanguagesWithJobsInBetween)
     std::vector<std::thread> threads;
     for (const bool german : {false, true})
         for (const bool reduced : {false, true})
-            threads.emplace_back([this, german, reduced] { OpenSheets(german, reduced); });
+            for (int i = 0; i < kThreadsOfAKind; ++i)
+                threads.emplace_back([this, german, reduced] { OpenSheets(german, reduced); });
     for (std::thread& thread : threads)
         thread.join();
     EXPECT_EQ(0, wrong);
-    EXPECT_EQ(2u * kRounds * (6 + 2), pages);
-    EXPECT_EQ(2 * kRounds, germanBoxes);
-    EXPECT_EQ(2 * kRounds, englishBoxes);
+    EXPECT_EQ(2u * kThreadsOfAKind * kRounds * (6 + 2), pages);
+    EXPECT_EQ(2 * kThreadsOfAKind * kRounds, germanBoxes);
+    EXPECT_EQ(2 * kThreadsOfAKind * kRounds, englishBoxes);
     EXPECT_EQ(2u, shared->AddRef());
     EXPECT_EQ(1u, shared->Release());
     shared.Reset();

@@ -7,7 +7,7 @@
 #include <cstdio>
 #include <cstring>
 #include <ostream>
-#include <ranges>
+#include <sstream>
 
 #include "host/ppd/ppd_text.h"
 #include "host/sheet/script.h"
@@ -35,8 +35,9 @@ void TraceLine(const WCHAR* line, void* context)
 void PretendWindowsVersion(const std::string& text)
 {
     std::vector<unsigned> parts;
-    for (const auto part : std::views::split(text, '.'))
-        parts.push_back(DecimalNumber<unsigned>({part.begin(), part.end()}).value_or(UINT_MAX));
+    std::istringstream words(text + '.');
+    for (std::string part; std::getline(words, part, '.');)
+        parts.push_back(DecimalNumber<unsigned>(part).value_or(UINT_MAX));
     if (parts.size() < 2 || parts.size() > 3 || parts[0] == 0 || std::ranges::count(parts, UINT_MAX))
         Misused("--windows-version " + text + ": \"major.minor\" expected, such as 6.1 or 10.0");
     SetWindowsVersion(parts[0], parts[1], parts.size() > 2 ? parts[2] : 0);

@@ -1,8 +1,6 @@
 // What GCC's guarded functions need. The compiler's own library would fetch its number from the system's
 // cryptography, which loads further modules while the loader of somebody else's process is at work, and takes
 // longer than all the rest of it.
-#ifdef __MINGW32__
-
 #include <cstdint>
 
 #include "platform/win32.h"
@@ -39,5 +37,3 @@ namespace {
 }
 
 } // namespace
-
-#endif
